@@ -1,0 +1,7 @@
+#include "core/hooks.h"
+
+namespace kal {
+
+Hooks hooks;
+
+} // namespace kal

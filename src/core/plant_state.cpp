@@ -1,0 +1,47 @@
+#include "core/plant_state.h"
+
+namespace kal {
+
+PlantState plant;
+
+void resetPlant()
+{
+    plant = PlantState{};
+}
+
+bool Ist_Typ_1(int ofenNr)
+{
+    return plant.Ofen_Typ[ofenNr] == 1;
+}
+
+bool Ist_Argon(int ofenNr)
+{
+    if (Ist_Typ_1(ofenNr))
+        return true;
+    return plant.Spur(ofenNr - 1, 3).contains(QLatin1String("Argon"));
+}
+
+void Ist_GKD(int ofen)
+{
+    plant.Ofen_GKD[ofen] = flag(plant.Ofen_Serie[ofen].contains(QLatin1String("GKD")));
+}
+
+void Status_Text_Fuellen()
+{
+    // Rows that are not named stay blank: 16 blanks, the width of the field.
+    const QString blank(16, QLatin1Char(' '));
+    for (int i = 0; i <= 200; ++i)
+        plant.Status_Text[i] = blank;
+    for (int n = 1; n <= 6; ++n) {
+        plant.Status_Text[n] = QStringLiteral("Upload Prog %1   ").arg(n);
+        plant.Status_Text[100 + n] = QStringLiteral("Download Prog %1 ").arg(n);
+    }
+    for (int k = 0; k < 12; ++k) {
+        plant.Status_Text[110 + k] = QStringLiteral("Load ERROR %1/%2")
+                                         .arg(4 * k + 1, 2, 10, QLatin1Char('0'))
+                                         .arg(4 * k + 4, 2, 10, QLatin1Char('0'));
+    }
+    plant.Status_Text[122] = QStringLiteral("Load Spur / CODE");
+}
+
+} // namespace kal

@@ -1,0 +1,254 @@
+#pragma once
+// The plant state: one process-wide set of plain tables that every subsystem
+// shares. There are no accessors and no behaviour here; the tables are read
+// and written by name. All access happens on the one event-loop thread.
+//
+// Index conventions (they stand behind every table):
+//   furnace index 0..7; a furnace *number* shown or passed is index+1, 0 = none
+//   channel index 0..8; channel 8 is the shared panel-server channel
+//   slot of a channel table: 0 the batch on view, 1..8 the furnaces
+//   flags are 16-bit integers, -1 true and 0 false
+//   SPS_Wort: furnace + 8 * word, word 0..1140
+//
+// Tables are Table/Table2 (tables.h): an index outside a table raises
+// RunError(9) and changes nothing.
+//
+// A test gets a clean plant with resetPlant().
+
+#include "core/tables.h"
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QString>
+#include <cstdint>
+
+namespace kal {
+
+using i16 = int16_t;
+using u8 = uint8_t;
+using i32 = int32_t;
+
+constexpr int OFEN_MAX = 8;          ///< furnaces
+constexpr int KANAL_MAX = 9;         ///< network channels (8 = server)
+constexpr int SPS_WORTE = 1141;      ///< PLC words per furnace, 0..1140
+constexpr int SERVER_WORTE = 9001;   ///< server image words, 0..9000
+constexpr int PUFFER_MAX = 1000;     ///< TCP receive buffer, elements 1..1000
+constexpr int SPRACHEN = 6;
+constexpr int SPRACH_IDS = 172;
+constexpr int SPUR_MAX = 32;         ///< channels (tracks) per channel-table slot
+constexpr int SLOTS = 9;             ///< channel-table slots: 0 view, 1..8 furnaces
+constexpr int REGLER_MAX = 12;       ///< controllers per furnace (numbers 1..)
+constexpr int KENNUNG_PAARE = 12;    ///< identity pairs per furnace
+constexpr int MELD_PRO_OFEN = 48;
+
+constexpr i16 TRUE16 = -1;
+constexpr i16 FALSE16 = 0;
+inline i16 flag(bool b) { return b ? TRUE16 : FALSE16; }
+
+struct PlantState {
+    // ---- PLC images -------------------------------------------------------
+    Table2<i16, OFEN_MAX, SPS_WORTE> SPS_Wort;       ///< (furnace, word)
+    Table<i16, SERVER_WORTE> Server_Wort;            ///< absolute server address
+
+    // ---- furnace table (configuration) -------------------------------------
+    Table2<u8, OFEN_MAX, 4> Ofen_IP;                 ///< (furnace, octet), octet 0 leftmost
+    Table<i16, OFEN_MAX, 1> Ofen_Typ;                ///< index furnace number 1..8
+    Table<QString, OFEN_MAX> Ofen_Name;              ///< 16 chars
+    Table<QString, OFEN_MAX> Ofen_Bezeichnung;       ///< 16 chars
+    Table<QString, OFEN_MAX> Ofen_Serie;             ///< 12 chars "JJMM-NNN-TTT"
+    Table<QString, OFEN_MAX> Ofen_Version;           ///< 2 chars
+    Table<i16, OFEN_MAX> Ofen_Aktiv;
+    Table<i16, OFEN_MAX> Ofen_Charge;
+    Table<i16, OFEN_MAX> Ofen_TempLog;
+    Table<i16, OFEN_MAX> TempLog_Takt;               ///< seconds, 5..3600
+    Table<i16, OFEN_MAX> TempLog_Schwelle;           ///< 0..300
+    Table<i32, OFEN_MAX> TempLog_Charge;
+    Table<i16, KANAL_MAX> Ofen_UDP;                  ///< -1 memory link/UDP, 0 Modbus/TCP; [8] server
+    Table<i16, OFEN_MAX> Ofen_Seriell;               ///< always 0 in this system
+    Table<i16, OFEN_MAX> Ofen_Basis;
+    Table<i16, OFEN_MAX> Ofen_Gross;
+    Table<i16, OFEN_MAX> Ofen_Spuren;                ///< 16 plain, 30 large
+    Table<i16, OFEN_MAX> Prog_Page;                  ///< 388 plain, 1088 large
+    Table<i16, OFEN_MAX> Adr_Block;                  ///< 200 plain, 900 large
+    Table<i16, OFEN_MAX> Ofen_Server;
+    Table<i16, OFEN_MAX> Ofen_GKD;
+    Table<i16, OFEN_MAX> Ofen_Nr_Prog;               ///< furnace number 1..8 for program selection
+    Table<i16, OFEN_MAX> Ofen_Opt_A;
+    Table<i16, OFEN_MAX> Ofen_Opt_B;
+
+    // ---- identity shadow ------------------------------------------------------
+    Table2<i16, SLOTS, KENNUNG_PAARE> Ofen_Kennung_A; ///< (furnace+1, pair)
+    Table2<i16, SLOTS, KENNUNG_PAARE> Ofen_Kennung_B; ///< (furnace+1, pair)
+    Table<i16, OFEN_MAX> Ofen_Wert216;
+    Table<i16, OFEN_MAX> Ofen_Wert217;
+    Table<i16, OFEN_MAX> Ofen_Wert218;
+
+    // ---- server link -------------------------------------------------------
+    Table<i16, OFEN_MAX> Server_Offset;              ///< 0 or 3000..9000
+    Table<u8, OFEN_MAX> Server_IP4;                  ///< last octet of the server, 0 none
+    Table<i16, OFEN_MAX> Server_Neu;
+    u8 Server_Akt_IP4 = 0;                           ///< last octet channel 8 points at
+    Table<i16, OFEN_MAX> Server_Meldung;             ///< countdown of the wrong-address box
+
+    // ---- channel state (index channel 0..8) ----------------------------------
+    Table<i16, KANAL_MAX> UDP_Read_Adr;
+    Table<i16, KANAL_MAX> UDP_Write_Adr;
+    Table<i16, KANAL_MAX> IP_Adr;                    ///< -1 idle, -2 write, -3 given up
+    Table<i16, KANAL_MAX> IP_Len;
+    Table<i16, KANAL_MAX> Empfang_Fehler;
+
+    // ---- scheduler -------------------------------------------------------------
+    i16 Akt_Ofen = 0;
+    i16 Next_Ofen = 0;
+    i16 Next_Phase = 0;
+    Table<u8, OFEN_MAX> Poll_Phase;
+    Table<u8, OFEN_MAX> Poll_Sub;
+    Table<i16, OFEN_MAX> Poll_Max;
+    Table<u8, OFEN_MAX> Poll_Skip;
+    Table<u8, OFEN_MAX> Poll_Rounds;
+    Table<u8, OFEN_MAX> Retry_IP;
+    Table<i16, OFEN_MAX> Reconnect_Wait;
+    Table<i16, OFEN_MAX> Ofen_Online;
+    Table<i16, OFEN_MAX> Write_Adr;
+    Table<i16, OFEN_MAX> Write_Len;
+    Table<i16, OFEN_MAX> Reinit_Ofen;
+    u8 Parameter_Ofen = 0;                           ///< furnace number of the settings dialog's own traffic
+    i16 Any_Online = 0;
+    i16 Import_Pause = 0;                            ///< USB wait counter, counted down per round
+    Table<i16, OFEN_MAX> Strip_Pos;                  ///< activity strip mark 1..12
+    i16 Fehler_Pause = 0;                            ///< main-cycle error mode
+    i32 Fehler_Letzter = -1;
+
+    // ---- frame flags (one for all channels) ------------------------------
+    i16 Lese_Antwort = 0;
+    i16 Schreib_Antwort = 0;
+    Table<u8, PUFFER_MAX, 1> Empfang_Puffer;         ///< TCP receive buffer 1..1000
+
+    // ---- decode results ------------------------------------------------------
+    Table<i16, OFEN_MAX> Block0_Neu;
+    Table<i16, OFEN_MAX> Block1_Neu;
+    Table<i16, OFEN_MAX> Block2_Neu;
+    Table<i16, OFEN_MAX> Block3_Neu;
+    Table<u8, OFEN_MAX> Block1_Zahl;
+    Table<i32, OFEN_MAX> Ofen_Stunden;
+    Table<QString, OFEN_MAX> Datum_Block0;
+    Table<QString, OFEN_MAX> Datum_Log;
+    Table<i16, OFEN_MAX> Log_Neu;
+    Table<i16, OFEN_MAX> Kennung_Fehler;
+    Table<u8, OFEN_MAX> Kennung_Zaehler;
+    Table<i16, OFEN_MAX> Meld_Seite;                 ///< -1 idle, else text-load page counter
+    Table<i16, OFEN_MAX> Prog_Neu;
+    Table<i16, OFEN_MAX> Prog_Page_Fehlt;
+    Table<i16, OFEN_MAX> Trigger_Wert;
+    Table<i16, OFEN_MAX> Uhr_Korrektur;
+    i16 Meld_Pruefen = 0;
+    i16 Config_Save = 0;
+    Table2<i32, OFEN_MAX, 3> Meld_Letzt;             ///< (furnace, word index 0..2)
+    Table2<i16, OFEN_MAX, 10> Meld_Config;           ///< (furnace, 0..9) shadow of words 690..699
+    Table<i16, OFEN_MAX> Meld_Config_Da;
+    Table2<QString, OFEN_MAX, MELD_PRO_OFEN> Meld_Text; ///< (furnace, message 0..47), 22 chars
+    Table2<QString, OFEN_MAX, 4> Spur;               ///< (furnace, 0..3) track names, 8 chars
+    Table2<QString, OFEN_MAX, 2> Spur_Titel;         ///< (furnace, 0..1) the two 16-char names of the text page
+
+    // ---- text images of the identity ------------------------------------------
+    Table<QString, OFEN_MAX> PLC_Name;               ///< 16 chars, words 200..207
+    Table<QString, OFEN_MAX> PLC_Serie;              ///< 12 chars, words 208..213
+    Table<QString, OFEN_MAX> PLC_Version;            ///< 2 chars, word 214
+    Table<QString, OFEN_MAX> PLC_Bezeichnung;        ///< 30 chars, words 180..187, 90..96
+
+    // ---- derived program display ------------------------------------------------
+    Table<QString, OFEN_MAX> Prog_Start_Text;        ///< "TTMMJJHHMM" form
+    Table<QString, OFEN_MAX> Prog_Ende_Text;
+    Table<QString, OFEN_MAX> Prog_Dauer_Text;        ///< 7 chars
+    Table<i32, OFEN_MAX> Rest_Min;
+
+    // ---- element data ------------------------------------------------------
+    Table<i16, OFEN_MAX> Element_Anz;
+    Table<i16, OFEN_MAX> Element_Spuren;             ///< limited to 18
+    Table<i16, OFEN_MAX> Element_Rest;
+
+    // ---- batch recording ---------------------------------------------------
+    Table<i32, OFEN_MAX> Charge_Nr;                  ///< open batch; below 1 none
+    Table<i32, OFEN_MAX> Charge_Nr_Neu;
+    Table<QString, OFEN_MAX> Charge_Start;           ///< Datum_Log of the opening block
+    Table<i16, OFEN_MAX> Charge_Gueltig;
+    Table<i16, OFEN_MAX> Charge_Pos;
+    Table<QString, OFEN_MAX> Charge_Datei;
+    Table<QString, OFEN_MAX> Charge_Kopie;
+    Table<QString, 2> Charge_Ordner;                 ///< [0] year folder, [1] mirror
+    i16 Backup_Aktiv = 0;
+    QString Kurve_Datei;                             ///< batch file loaded in the curve view
+
+    // ---- channel tables (slot 0 view, 1..8 furnaces) ---------------------------
+    Table<i16, SLOTS> Kanal_Zahl;
+    Table2<QString, SLOTS, SPUR_MAX> Kanal_Name;
+    Table2<QString, SLOTS, SPUR_MAX> Kanal_Einheit;
+    Table2<i16, SLOTS, SPUR_MAX> Kanal_Teiler;
+    Table2<i16, SLOTS, SPUR_MAX> Kanal_Status;
+    Table2<i16, SLOTS, SPUR_MAX> Kanal_Soll_Kurve;
+    Table2<i16, SLOTS, SPUR_MAX> Kanal_Adr_Soll;
+    Table2<i16, SLOTS, SPUR_MAX> Kanal_Adr_Ist;
+    Table2<i16, SLOTS, SPUR_MAX> Kanal_Adr_Out;
+    Table2<i16, SLOTS, SPUR_MAX> Kanal_Regler;
+    Table2<i32, SLOTS, SPUR_MAX> Kanal_Farbe;        ///< colour index 0..23 (configuration)
+    Table<QString, SLOTS> Datei_Art;                 ///< "DEN01", "ADD 1", ...
+    Table<i16, OFEN_MAX> Adr_Trigger;
+    Table<i16, OFEN_MAX> Trigger_Len;
+
+    // ---- controllers ----------------------------------------------------------
+    Table<i16, OFEN_MAX> Reg_Anzahl;
+    Table2<QString, OFEN_MAX, REGLER_MAX> Reg_Name;  ///< (furnace, controller number - 1)
+    Table2<QString, OFEN_MAX, REGLER_MAX> Reg_Einheit;
+    Table2<i16, OFEN_MAX, REGLER_MAX + 1> Reg_Kanal; ///< (furnace, controller number)
+    Table2<i16, SLOTS, SPUR_MAX * 4> Reg_Adr;        ///< (slot, channel * 4 + k) parameter words
+
+    // ---- plant-wide configuration ---------------------------------------------
+    u8 Sprache = 0;                                  ///< 0..5
+    Table2<QString, SPRACHEN, SPRACH_IDS> Sprachtext; ///< (language, text id)
+    Table<u8, SPRACH_IDS> Sprachbreite;
+    i16 Druck_Prozent = 87;
+    i16 Druck_Rand_X = 60;
+    i16 Druck_Rand_Y = 55;
+    i16 Kurve_Option = 0;
+    Table2<i16, 3, 12> CSV_Spalten;                  ///< three column sets of 12 flags
+    i16 Neu_Datei = 0;
+    i16 Neu_Laden = 0;
+    i16 Farbe_Fehler = 0;
+    i16 Karte_Da = 0;
+
+    // ---- paths ------------------------------------------------------------------
+    QString Pfad_Drive;
+    Table<QString, 5> Pfad;                          ///< data, log book, USB, CSV, backup
+    Table<QString, 2> Pfad_Karte;                    ///< memory card folder, last import path
+    QString Prog_Ordner;
+
+    // ---- start-up values ---------------------------------------------------------
+    Table<QString, 201> Status_Text;                 ///< 16 chars each, rows 0..200
+    QString Datum_Trenner = ".";
+    QString Sekunden_Text = "s";
+    i16 Live_Raster = 10;
+    QString Datum_Von;
+    QString Datum_Bis;
+    QString Zahl_Format = "#0";                      ///< set by Format_Nachkomma
+    QString Seiten_Name;                             ///< page name the curve forms print
+};
+
+/// The one plant of the process.
+extern PlantState plant;
+
+/// Zeroes every table (a fresh process).
+void resetPlant();
+
+/// `Ist_Typ_1(furnace number)`: true when `Ofen_Typ` of that number is 1.
+bool Ist_Typ_1(int ofenNr);
+/// `Ist_Argon(furnace number)`: "Argon" in the fourth track name of the furnace
+/// (Spur_Name, filled by the message texts), or `Ofen_Typ` 1.
+bool Ist_Argon(int ofenNr);
+/// `Ist_GKD(furnace index)`: sets `Ofen_GKD` to -1 when "GKD" occurs in the
+/// serial number, else 0.
+void Ist_GKD(int ofen);
+
+/// Fills the non-empty rows of `Status_Text` (the words of the PLC's load state).
+void Status_Text_Fuellen();
+
+} // namespace kal
