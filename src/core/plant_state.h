@@ -230,6 +230,9 @@ struct PlantState {
     QString Datum_Von;
     QString Datum_Bis;
     QString Zahl_Format = "#0";                      ///< set by Format_Nachkomma
+    i16 Datum_OK = 0;                                ///< set by Datum_Parse
+    i16 Datum_Sort_OK = 0;                           ///< set by Datum_Sort
+    i16 SPS_Datum_OK = 0;                            ///< set by SPS_Datum
     QString Seiten_Name;                             ///< page name the curve forms print
 };
 
