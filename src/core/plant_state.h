@@ -52,7 +52,7 @@ struct PlantState {
 
     // ---- furnace table (configuration) -------------------------------------
     Table2<u8, OFEN_MAX, 4> Ofen_IP;                 ///< (furnace, octet), octet 0 leftmost
-    Table<i16, OFEN_MAX, 1> Ofen_Typ;                ///< index furnace number 1..8
+    Table<i16, SLOTS> Ofen_Typ;                      ///< furnace number 1..8; 0 the batch on view
     Table<QString, OFEN_MAX> Ofen_Name;              ///< 16 chars
     Table<QString, OFEN_MAX> Ofen_Bezeichnung;       ///< 16 chars
     Table<QString, OFEN_MAX> Ofen_Serie;             ///< 12 chars "JJMM-NNN-TTT"

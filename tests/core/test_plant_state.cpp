@@ -27,8 +27,8 @@ TEST_F(PlantStateTest, WordImageBoundsAreCheckedPerIndex)
     // Channel tables take index 8 (the server channel).
     plant.IP_Adr[8] = -1;
     EXPECT_EQ(plant.IP_Adr[8], -1);
-    // Ofen_Typ is indexed by furnace number 1..8.
-    EXPECT_THROW(plant.Ofen_Typ[0] = 1, RunError);
+    // Ofen_Typ is indexed by furnace number 1..8 (0 is the batch on view).
+    EXPECT_THROW(plant.Ofen_Typ[9] = 1, RunError);
     plant.Ofen_Typ[8] = 1;
     EXPECT_TRUE(Ist_Typ_1(8));
 }
