@@ -1,0 +1,31 @@
+#pragma once
+// The language table: every fixed word of the station's interface in six
+// languages, `Sprachtext(column, id)` of the plant, with the width of each row
+// (`Sprachbreite`) and the default message texts per furnace (`Meldtext`).
+//
+// Columns: 0 German, 1 English, 2 French, 3 Italian, 4 Spanish, 5 Dutch.
+// The file prefixes of columns 3 and 4 are crossed against their text
+// ("SP" for column 3, "IT" for column 4); see language_files.h.
+//
+// Some rows carry text in German, English and at most one other column; their
+// remaining columns stay empty, and an empty entry stays empty on screen (no
+// German stand-in).
+
+#include "core/plant_state.h"
+
+namespace kal {
+
+/// First row of the default message texts: message n (1..48) is row 99 + n.
+constexpr int MELD_ZEILE = 100;
+
+/// Default message texts: `Meldtext[message 0..47](column, furnace 0..7)`.
+/// Filled from rows 100..147 by the table builder, changed per furnace by the
+/// site text file, and carried into `Meld_Text` by `Sprachumschalt`.
+extern Table<Table2<QString, SPRACHEN, OFEN_MAX>, MELD_PRO_OFEN> Meldtext;
+
+/// The table builder, run once at start: sets every row of `Sprachtext` and its
+/// width in `Sprachbreite`, copies rows 100..147 into `Meldtext` for every
+/// column and furnace, and sets `Sprache` to 0 (German).
+void Sprachtext_Fuellen();
+
+} // namespace kal
