@@ -33,8 +33,17 @@ QByteArray Latin1Bytes(const QString &text);
 
 /// Sets plant.Zahl_Format: 10 "#0.0", 100 "#0.00", 1000 "#0.000", else "#0".
 void Format_Nachkomma(int divisor);
-/// Formats a number with a format text of Format_Nachkomma ("#0", "#0.0", ...).
+/// Formats a number with a digit format text such as "#0", "#0.0", "##0.00",
+/// "#000": one digit place per "#" or "0" before the decimal point, where "0"
+/// places are filled with zeros; "0" places after the point are always shown,
+/// "#" places only when not zero. Rounds halves away from zero on the number's
+/// 15 significant digits; the decimal mark is the one of the system's locale.
 QString Format_Zahl(double value, const QString &format);
+
+/// The number a text starts with, read like the platform's Val: blanks are
+/// skipped, then an optional sign, digits, a "." fraction and an exponent
+/// ("E" or "D"); reading stops at the first other character. No number gives 0.
+double leadingNumber(const QString &text);
 
 /// Removes every character below 32 (closing the gap, a blank padded at the
 /// end), then returns the text up to and including the last character of code

@@ -22,26 +22,32 @@ void setJetzt(const QDateTime &fixed);
 
 /// The station's text of a date: TT.MM.JJJJ HH:MM:SS.
 QString Datum_System(const QDateTime &d);
-/// Reads the station's text of a date (and the 17-character short form);
-/// an unreadable text gives an invalid QDateTime.
+/// Reads the text forms the station writes: TT.MM.JJJJ HH:MM:SS, TT.MM.JJ
+/// HH:MM:SS, the same without seconds, and the date alone (a two-digit year is
+/// 2000 + year; "/" or "-" may stand for "."). An unreadable text or an
+/// impossible date gives an invalid QDateTime.
 QDateTime Datum_Wert(const QString &text);
 
 /// Adds n intervals: "s", "n" (minute), "h", "d", "m" (month: the day is
-/// clamped to the month's end), "yyyy".
+/// clamped to the month's end), "yyyy". An unknown interval or a result
+/// outside the years 100..9999 raises RunError 5; an invalid date RunError 13.
 QDateTime DateAdd(const QString &unit, int64_t n, const QDateTime &d);
 /// Whole units from a to b, counting unit boundaries crossed, not elapsed
 /// time: 23:59 -> 00:01 is 1 day, 2 minutes. Units "s", "n", "h", "d", "m", "yyyy".
+/// Raises RunError like DateAdd.
 int64_t DateDiff(const QString &unit, const QDateTime &a, const QDateTime &b);
 
 /// Text of a date in one of the named forms ("TTMMJJJJHHMM", "TTMMJJHHMM",
 /// "TTMMJJ", ... with "SS" for seconds); separators always "." and ":".
 QString Datum_Text(const QDateTime &d, const QString &form);
 /// TT.MM.JJJJ HH:MM:SS of a date text; a year up to 100 counts as 2000 + year.
+/// An unreadable text gives "".
 QString Datum_Voll(const QString &text);
 /// Reads TT.MM.JJJJ HH:MM:SS (19) or TT.MM.JJ HH:MM:SS (17) by column, built
 /// from 01.01.2000 by adding fields in a fixed order; sets plant.Datum_OK.
 QDateTime Datum_Parse(const QString &text);
-/// "True" when the date passes the six tests (year 2006 .. present year), else "False".
+/// "True" when the date passes the six tests (year 2006 .. present year), else
+/// "False"; an invalid date or unreadable text is "False".
 QString Datum_Gueltig(const QDateTime &d);
 QString Datum_Gueltig(const QString &text);
 /// Builds a date from six numbers without tests; day and month come back

@@ -1,0 +1,398 @@
+#include "core/dates.h"
+
+#include "core/conversions.h"
+#include "core/plant_state.h"
+#include "core/tables.h"
+
+#include <cmath>
+#include <cstdlib>
+
+namespace kal {
+
+namespace {
+
+/// Run-time error of a date routine given an interval it does not know, or
+/// whose result leaves the calendar the station keeps (years 100..9999).
+constexpr int ERR_DATE_ARGUMENT = 5;
+/// Run-time error of date arithmetic on a value that is no date (for example
+/// the result of reading an unreadable date text).
+constexpr int ERR_DATE_TYPE = 13;
+
+/// More seconds than the whole calendar holds: larger counts cannot give a
+/// date, and stopping here keeps the multiplication below in range.
+constexpr int64_t MAX_UNITS = 400'000'000'000LL;
+
+enum class Einheit { Sekunde, Minute, Stunde, Tag, Monat, Jahr };
+
+QDateTime pinnedNow; // invalid: the real clock
+
+QDateTime wall(const QDate &d, const QTime &t)
+{
+    return QDateTime(d, t, Qt::UTC);
+}
+
+/// The same reading as a plain wall-clock value, whatever time spec it came in.
+QDateTime asWall(const QDateTime &d)
+{
+    return wall(d.date(), d.time());
+}
+
+/// 01.01.2000 00:00:00, the date every built date starts from.
+QDateTime sentinel()
+{
+    return wall(QDate(2000, 1, 1), QTime(0, 0, 0));
+}
+
+Einheit einheit(const QString &unit)
+{
+    const QString u = unit.toLower();
+    if (u == QLatin1String("s"))
+        return Einheit::Sekunde;
+    if (u == QLatin1String("n"))
+        return Einheit::Minute;
+    if (u == QLatin1String("h"))
+        return Einheit::Stunde;
+    if (u == QLatin1String("d"))
+        return Einheit::Tag;
+    if (u == QLatin1String("m"))
+        return Einheit::Monat;
+    if (u == QLatin1String("yyyy"))
+        return Einheit::Jahr;
+    throw RunError(ERR_DATE_ARGUMENT, "invalid date interval: " + unit.toStdString());
+}
+
+void requireDate(const QDateTime &d)
+{
+    if (!d.isValid())
+        throw RunError(ERR_DATE_TYPE, "type mismatch: no date");
+}
+
+QDateTime add(Einheit e, int64_t n, const QDateTime &from)
+{
+    requireDate(from);
+    if (std::llabs(n) > MAX_UNITS)
+        throw RunError(ERR_DATE_ARGUMENT, "date out of range");
+    const QDateTime d = asWall(from);
+    QDateTime r;
+    switch (e) {
+    case Einheit::Sekunde: r = d.addSecs(n); break;
+    case Einheit::Minute: r = d.addSecs(n * 60); break;
+    case Einheit::Stunde: r = d.addSecs(n * 3600); break;
+    case Einheit::Tag: r = d.addDays(n); break;
+    // Months and years keep the day where the target month has it, else
+    // they give the month's last day (31 Jan + 1 month = end of February).
+    case Einheit::Monat:
+        if (std::llabs(n) > 12 * 10000)
+            throw RunError(ERR_DATE_ARGUMENT, "date out of range");
+        r = wall(d.date().addMonths(int(n)), d.time());
+        break;
+    case Einheit::Jahr:
+        if (std::llabs(n) > 10000)
+            throw RunError(ERR_DATE_ARGUMENT, "date out of range");
+        r = wall(d.date().addYears(int(n)), d.time());
+        break;
+    }
+    if (!r.isValid() || r.date().year() < 100 || r.date().year() > 9999)
+        throw RunError(ERR_DATE_ARGUMENT, "date out of range");
+    return r;
+}
+
+/// Builds a date from 01.01.2000 in the station's fixed order: hours,
+/// minutes, seconds, then day-1 days and month-1 months (each only when the
+/// field is above 1), last the years. A day beyond the month's end thus runs
+/// into the next month before the months are added, and the month addition
+/// then clamps: day 31 of month 2 gives 31 Jan + 1 month = 29 Feb 2000.
+QDateTime aufbau(int day, int month, int year, int hour, int minute, int second)
+{
+    QDateTime d = sentinel();
+    d = add(Einheit::Stunde, hour, d);
+    d = add(Einheit::Minute, minute, d);
+    d = add(Einheit::Sekunde, second, d);
+    if (day > 1)
+        d = add(Einheit::Tag, day - 1, d);
+    if (month > 1)
+        d = add(Einheit::Monat, month - 1, d);
+    return add(Einheit::Jahr, year, d);
+}
+
+/// Two-digit field: the value plus 100, right two digits.
+QString zwei(int v)
+{
+    return QString::number(v + 100).right(2);
+}
+
+/// Year plus 10000 (or another offset), right `digits` digits.
+QString jahr(int year, int digits, int offset = 10000)
+{
+    return QString::number(year + offset).right(digits);
+}
+
+/// Whole number of the field at 1-based column `col`, read like the
+/// platform's Val and stored into an integer (which rounds).
+int feld(const QString &text, int col, int len)
+{
+    return int(std::nearbyint(leadingNumber(text.mid(col - 1, len))));
+}
+
+/// Seconds of a wall reading on one continuous scale (Julian day based, so
+/// always positive and free of zones).
+int64_t wallSeconds(const QDateTime &d)
+{
+    return int64_t(d.date().toJulianDay()) * 86400 + d.time().msecsSinceStartOfDay() / 1000;
+}
+
+/// Reads a text along a template: T day, M month, J year, h hour, m minute,
+/// s second (one digit each); "." takes any of "./-", other characters must
+/// stand as they are. Returns false when the text does not fit.
+bool nachMuster(const QString &text, const char *muster, int &day, int &month, int &year,
+                int &hour, int &minute, int &second)
+{
+    const int n = int(std::strlen(muster));
+    if (text.size() != n)
+        return false;
+    day = month = year = hour = minute = second = 0;
+    for (int i = 0; i < n; ++i) {
+        const char m = muster[i];
+        const QChar c = text[i];
+        int *ziel = nullptr;
+        switch (m) {
+        case 'T': ziel = &day; break;
+        case 'M': ziel = &month; break;
+        case 'J': ziel = &year; break;
+        case 'h': ziel = &hour; break;
+        case 'm': ziel = &minute; break;
+        case 's': ziel = &second; break;
+        default: break;
+        }
+        if (ziel) {
+            if (c < QLatin1Char('0') || c > QLatin1Char('9'))
+                return false;
+            *ziel = *ziel * 10 + (c.unicode() - '0');
+        } else if (m == '.') {
+            if (c != QLatin1Char('.') && c != QLatin1Char('/') && c != QLatin1Char('-'))
+                return false;
+        } else if (c != QLatin1Char(m)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+QDateTime Jetzt()
+{
+    if (pinnedNow.isValid())
+        return pinnedNow;
+    const QDateTime local = QDateTime::currentDateTime();
+    const QTime t = local.time();
+    // Whole seconds: the station's dates carry no fractions.
+    return wall(local.date(), QTime(t.hour(), t.minute(), t.second()));
+}
+
+void setJetzt(const QDateTime &fixed)
+{
+    pinnedNow = fixed.isValid() ? asWall(fixed) : QDateTime();
+}
+
+QString Datum_System(const QDateTime &d)
+{
+    return Datum_Text(d, QStringLiteral("TTMMJJJJHHMMSS"));
+}
+
+QDateTime Datum_Wert(const QString &text)
+{
+    // The text forms the station writes itself, longest first; a two-digit
+    // year is 2000 + year. Anything else, or an impossible date, is no date.
+    static const char *const formen[] = {
+        "TT.MM.JJJJ hh:mm:ss", "TT.MM.JJ hh:mm:ss", "TT.MM.JJJJ hh:mm",
+        "TT.MM.JJ hh:mm",      "TT.MM.JJJJ",        "TT.MM.JJ",
+    };
+    const QString t = text.trimmed();
+    for (const char *form : formen) {
+        int day, month, year, hour, minute, second;
+        if (!nachMuster(t, form, day, month, year, hour, minute, second))
+            continue;
+        if (std::strstr(form, "JJJJ") == nullptr)
+            year += 2000;
+        const QDate date(year, month, day);
+        const QTime time(hour, minute, second);
+        if (!date.isValid() || !time.isValid())
+            return QDateTime();
+        return wall(date, time);
+    }
+    return QDateTime();
+}
+
+QDateTime DateAdd(const QString &unit, int64_t n, const QDateTime &d)
+{
+    return add(einheit(unit), n, d);
+}
+
+int64_t DateDiff(const QString &unit, const QDateTime &a, const QDateTime &b)
+{
+    const Einheit e = einheit(unit);
+    requireDate(a);
+    requireDate(b);
+    const QDateTime x = asWall(a);
+    const QDateTime y = asWall(b);
+    // Each unit counts the boundaries of that unit between the two readings:
+    // both are cut down to the unit first, then subtracted.
+    switch (e) {
+    case Einheit::Sekunde: return wallSeconds(y) - wallSeconds(x);
+    case Einheit::Minute: return wallSeconds(y) / 60 - wallSeconds(x) / 60;
+    case Einheit::Stunde: return wallSeconds(y) / 3600 - wallSeconds(x) / 3600;
+    case Einheit::Tag: return y.date().toJulianDay() - x.date().toJulianDay();
+    case Einheit::Monat:
+        return int64_t(y.date().year() - x.date().year()) * 12 + (y.date().month() - x.date().month());
+    case Einheit::Jahr: return y.date().year() - x.date().year();
+    }
+    return 0;
+}
+
+QString Datum_Text(const QDateTime &d, const QString &form)
+{
+    if (!d.isValid())
+        return QString();
+    const QDate date = d.date();
+    const QTime time = d.time();
+    QString datum;
+    if (form.contains(QLatin1String("TTMMJJJJ")))
+        datum = zwei(date.day()) + QLatin1Char('.') + zwei(date.month()) + QLatin1Char('.') +
+                jahr(date.year(), 4);
+    else if (form.contains(QLatin1String("TTMMJJ")))
+        datum = zwei(date.day()) + QLatin1Char('.') + zwei(date.month()) + QLatin1Char('.') +
+                jahr(date.year(), 2);
+    QString text = datum;
+    if (form.contains(QLatin1String("HHMM"))) {
+        if (!text.isEmpty())
+            text += QLatin1Char(' ');
+        text += zwei(time.hour()) + QLatin1Char(':') + zwei(time.minute());
+    }
+    if (form.endsWith(QLatin1String("SS")))
+        text += QLatin1Char(':') + zwei(time.second());
+    return text;
+}
+
+QString Datum_Voll(const QString &text)
+{
+    // An unreadable text gives "": stored in a fixed field it reads back as
+    // no date, which is what it was.
+    const QDateTime d = Datum_Wert(text);
+    if (!d.isValid())
+        return QString();
+    const int year = d.date().year();
+    const QString j = year <= 100 ? jahr(year, 4, 12000) : jahr(year, 4);
+    return zwei(d.date().day()) + QLatin1Char('.') + zwei(d.date().month()) + QLatin1Char('.') + j +
+           QLatin1Char(' ') + zwei(d.time().hour()) + QLatin1Char(':') + zwei(d.time().minute()) +
+           QLatin1Char(':') + zwei(d.time().second());
+}
+
+QDateTime Datum_Parse(const QString &text)
+{
+    const QString t = Text_Sauber(text);
+    int day = 0, month = 0, year = 0, hour = 0, minute = 0, second = 0;
+    if (t.size() == 19) {
+        day = feld(t, 1, 2);
+        month = feld(t, 4, 2);
+        year = feld(t, 7, 4);
+        hour = feld(t, 12, 2);
+        minute = feld(t, 15, 2);
+        second = feld(t, 18, 2);
+    } else if (t.size() == 17) {
+        day = feld(t, 1, 2);
+        month = feld(t, 4, 2);
+        year = feld(t, 7, 2);
+        hour = feld(t, 10, 2);
+        minute = feld(t, 13, 2);
+        second = feld(t, 16, 2);
+    }
+    if (year >= 100)
+        year -= 2000;
+    // Six tests. The hour may be 24 (it then runs into the next day), and a
+    // day beyond the month's end is not refused: the date is built anyway.
+    const bool ok = day >= 1 && day <= 31 && month >= 1 && month <= 12 && year >= 1 &&
+                    Jetzt().date().year() - 2000 >= year && hour < 25 && minute < 60 && second < 60;
+    plant.Datum_OK = ok ? -1 : 0;
+    return Datum_Bau(day, month, year, hour, minute, second);
+}
+
+QString Datum_Gueltig(const QDateTime &d)
+{
+    if (!d.isValid())
+        return QStringLiteral("False");
+    const QDate date = d.date();
+    const QTime time = d.time();
+    const bool ok = date.day() >= 1 && date.day() <= 31 && date.month() >= 1 && date.month() <= 12 &&
+                    date.year() >= 2006 && date.year() <= Jetzt().date().year() && time.hour() < 25 &&
+                    time.minute() < 60 && time.second() < 60;
+    return ok ? QStringLiteral("True") : QStringLiteral("False");
+}
+
+QString Datum_Gueltig(const QString &text)
+{
+    return Datum_Gueltig(Datum_Wert(text));
+}
+
+QDateTime Datum_Bau(int &day, int &month, int year, int hour, int minute, int second)
+{
+    if (year >= 100)
+        year -= 2000;
+    const QDateTime d = aufbau(day, month, year, hour, minute, second);
+    if (day > 1)
+        --day;
+    if (month > 1)
+        --month;
+    return d;
+}
+
+QString Datum_Sort(const QString &text)
+{
+    int day, month, year, hour, minute, second;
+    if (text.size() == 19) {
+        // The four-digit year is read by its last two digits.
+        day = feld(text, 1, 2);
+        month = feld(text, 4, 2);
+        year = feld(text, 9, 2);
+        hour = feld(text, 12, 2);
+        minute = feld(text, 15, 2);
+        second = feld(text, 18, 2);
+    } else if (text.size() == 17) {
+        day = feld(text, 1, 2);
+        month = feld(text, 4, 2);
+        year = feld(text, 7, 2);
+        hour = feld(text, 10, 2);
+        minute = feld(text, 13, 2);
+        second = feld(text, 16, 2);
+    } else {
+        plant.Datum_Sort_OK = 0;
+        return QString();
+    }
+    const bool ok = year >= 6 && month >= 1 && month <= 12 && day >= 1 && day <= 31 && hour <= 23 &&
+                    minute <= 59 && second <= 59;
+    plant.Datum_Sort_OK = ok ? -1 : 0;
+    return zwei(year) + zwei(month) + zwei(day) + QLatin1Char(' ') + zwei(hour) + QLatin1Char(':') +
+           zwei(minute) + QLatin1Char(':') + zwei(second);
+}
+
+QString SPS_Datum(int16_t wortA, int16_t wortB)
+{
+    const uint16_t a = static_cast<uint16_t>(wortA);
+    const uint16_t b = static_cast<uint16_t>(wortB);
+    const int day = (a >> 11) & 0x1F;
+    const int month = (a >> 7) & 0x0F;
+    const int year = a & 0x7F;
+    const int hour = (b >> 11) & 0x1F;
+    const int minute = (b >> 5) & 0x3F;
+    const int second = (b & 0x1F) * 2;
+    // A year field above 6 sets the flag, a bad field clears it; a year of 6
+    // or less with good fields leaves it as the previous stamp left it, and
+    // the block decoder relies on that.
+    if (year > 6)
+        plant.SPS_Datum_OK = -1;
+    if (month < 1 || month > 12 || day < 1 || day > 31 || hour > 23 || minute > 59 || second > 59)
+        plant.SPS_Datum_OK = 0;
+    return Datum_System(aufbau(day, month, year, hour, minute, second));
+}
+
+} // namespace kal
