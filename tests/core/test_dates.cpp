@@ -1,11 +1,9 @@
 #include "core/dates.h"
 #include "core/plant_state.h"
 
-#include <QLocale>
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <vector>
+#include <functional>
 
 using namespace kal;
 
@@ -26,16 +24,6 @@ int16_t wortB(int hour, int minute, int second)
     return static_cast<int16_t>((hour << 11) | (minute << 5) | (second / 2));
 }
 
-class DatesTest : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        resetPlant();
-        setJetzt(W(2024, 6, 15, 12, 0, 0));
-    }
-    void TearDown() override { setJetzt(QDateTime()); }
-};
-
 int runErrorNumber(const std::function<void()> &f)
 {
     try {
@@ -46,36 +34,30 @@ int runErrorNumber(const std::function<void()> &f)
     return 0;
 }
 
+class DatesTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        resetPlant();
+        setJetzt(W(2024, 6, 15, 12, 0, 0));
+    }
+    void TearDown() override { setJetzt(QDateTime()); }
+};
+
 } // namespace
 
-TEST_F(DatesTest, DateAddClampsMonthsAndYearsAtMonthEnd)
+TEST_F(DatesTest, DateAddClampsAtMonthEndAndCrossesYears)
 {
     EXPECT_EQ(DateAdd("m", 1, W(2000, 1, 31)), W(2000, 2, 29));
     EXPECT_EQ(DateAdd("m", 1, W(2001, 1, 31, 8, 30)), W(2001, 2, 28, 8, 30));
     EXPECT_EQ(DateAdd("m", -1, W(2004, 3, 31)), W(2004, 2, 29));
-    EXPECT_EQ(DateAdd("m", 13, W(2011, 1, 31)), W(2012, 2, 29));
     EXPECT_EQ(DateAdd("yyyy", 1, W(2012, 2, 29)), W(2013, 2, 28));
-    EXPECT_EQ(DateAdd("yyyy", 4, W(2012, 2, 29)), W(2016, 2, 29));
-    EXPECT_EQ(DateAdd("d", 1, W(2012, 2, 28)), W(2012, 2, 29));
     EXPECT_EQ(DateAdd("d", 1, W(2011, 2, 28)), W(2011, 3, 1));
     EXPECT_EQ(DateAdd("h", 1, W(2011, 12, 31, 23, 30)), W(2012, 1, 1, 0, 30));
     EXPECT_EQ(DateAdd("n", -2, W(2012, 1, 1, 0, 1)), W(2011, 12, 31, 23, 59));
-    EXPECT_EQ(DateAdd("s", 61, W(2012, 1, 1, 23, 59, 59)), W(2012, 1, 2, 0, 1, 0));
-}
 
-TEST_F(DatesTest, DateAddTreatsAnyTimeSpecAsWallClock)
-{
-    // A local reading is taken as it stands: no zone shift, no daylight gap.
-    const QDateTime local(QDate(2012, 3, 25), QTime(1, 30), Qt::LocalTime);
-    EXPECT_EQ(DateAdd("h", 1, local), W(2012, 3, 25, 2, 30));
-}
-
-TEST_F(DatesTest, DateArithmeticFailuresRaiseRunErrors)
-{
     EXPECT_EQ(runErrorNumber([] { DateAdd("w", 1, W(2012, 1, 1)); }), 5);
-    EXPECT_EQ(runErrorNumber([] { DateDiff("q", W(2012, 1, 1), W(2012, 1, 1)); }), 5);
     EXPECT_EQ(runErrorNumber([] { DateAdd("yyyy", 8000, W(2012, 1, 1)); }), 5);
-    EXPECT_EQ(runErrorNumber([] { DateAdd("d", 1, QDateTime()); }), 13);
     EXPECT_EQ(runErrorNumber([] { DateDiff("n", Jetzt(), Datum_Wert("kein Datum")); }), 13);
 }
 
@@ -84,30 +66,21 @@ TEST_F(DatesTest, DateDiffCountsBoundariesNotElapsedTime)
     const QDateTime a = W(2012, 5, 10, 23, 59);
     const QDateTime b = W(2012, 5, 11, 0, 1);
     EXPECT_EQ(DateDiff("d", a, b), 1);
-    EXPECT_EQ(DateDiff("h", a, b), 1);
     EXPECT_EQ(DateDiff("n", a, b), 2);
-    EXPECT_EQ(DateDiff("s", a, b), 120);
     EXPECT_EQ(DateDiff("d", b, a), -1);
-
-    // One second across a minute boundary is a minute; 59 s inside one is none.
     EXPECT_EQ(DateDiff("n", W(2012, 5, 10, 8, 0, 59), W(2012, 5, 10, 8, 1, 0)), 1);
     EXPECT_EQ(DateDiff("n", W(2012, 5, 10, 8, 1, 0), W(2012, 5, 10, 8, 1, 59)), 0);
 
-    // 31 Dec -> 1 Jan: one year and one month, one second apart.
+    // 31 Dec -> 1 Jan, one second apart: one year and one month.
     const QDateTime silvester = W(2011, 12, 31, 23, 59, 59);
-    const QDateTime neujahr = W(2012, 1, 1, 0, 0, 0);
+    const QDateTime neujahr = W(2012, 1, 1);
     EXPECT_EQ(DateDiff("yyyy", silvester, neujahr), 1);
     EXPECT_EQ(DateDiff("m", silvester, neujahr), 1);
     EXPECT_EQ(DateDiff("s", silvester, neujahr), 1);
-    // A whole year less a minute, inside one year: no year boundary.
     EXPECT_EQ(DateDiff("yyyy", W(2012, 1, 1), W(2012, 12, 31, 23, 59)), 0);
-    EXPECT_EQ(DateDiff("m", W(2012, 1, 1), W(2012, 12, 31, 23, 59)), 11);
     EXPECT_EQ(DateDiff("m", W(2012, 3, 31), W(2011, 4, 1)), -11);
-
-    // The leap day counts.
     EXPECT_EQ(DateDiff("d", W(2012, 2, 28), W(2012, 3, 1)), 2);
-    EXPECT_EQ(DateDiff("d", W(2011, 2, 28), W(2011, 3, 1)), 1);
-    EXPECT_EQ(DateDiff("h", W(2012, 2, 28), W(2012, 3, 1)), 48);
+    EXPECT_EQ(DateDiff("h", W(2011, 2, 28), W(2011, 3, 1)), 24);
 }
 
 TEST_F(DatesTest, DatumTextForms)
@@ -119,60 +92,30 @@ TEST_F(DatesTest, DatumTextForms)
     EXPECT_EQ(Datum_Text(d, "TTMMJJJJHHMMSS"), "01.03.2012 07:05:09");
     EXPECT_EQ(Datum_Text(d, "TTMMJJHHMMSS"), "01.03.12 07:05:09");
     EXPECT_EQ(Datum_Text(d, "HHMM"), "07:05");
-    EXPECT_EQ(Datum_Text(d, "HHMMSS"), "07:05:09");
-    EXPECT_EQ(Datum_System(W(2009, 12, 31, 23, 59, 58)), "31.12.2009 23:59:58");
-    EXPECT_EQ(Datum_Text(QDateTime(), "TTMMJJ"), "");
 
-    // The separators stay "." and ":" whatever the locale says.
-    const QLocale before;
-    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
-    EXPECT_EQ(Datum_Text(d, "TTMMJJHHMMSS"), "01.03.12 07:05:09");
-    QLocale::setDefault(before);
-}
-
-TEST_F(DatesTest, DatumWertReadsTheStationsOwnForms)
-{
-    EXPECT_EQ(Datum_Wert("01.03.2012 07:05:09"), W(2012, 3, 1, 7, 5, 9));
-    EXPECT_EQ(Datum_Wert("01.03.12 07:05:09"), W(2012, 3, 1, 7, 5, 9));
-    EXPECT_EQ(Datum_Wert("01.03.2012 07:05"), W(2012, 3, 1, 7, 5));
     EXPECT_EQ(Datum_Wert("01.03.12 07:05"), W(2012, 3, 1, 7, 5));
     EXPECT_EQ(Datum_Wert(" 01/03/2012 "), W(2012, 3, 1));
-    EXPECT_EQ(Datum_Wert("01.03.12"), W(2012, 3, 1));
-    EXPECT_FALSE(Datum_Wert("").isValid());
     EXPECT_FALSE(Datum_Wert("31.02.2012 00:00:00").isValid());
     EXPECT_FALSE(Datum_Wert("01.03.2012 24:00:00").isValid());
-    EXPECT_FALSE(Datum_Wert("01.03.2012x07:05:09").isValid());
-    EXPECT_FALSE(Datum_Wert("0a.03.2012 07:05:09").isValid());
 }
 
-TEST_F(DatesTest, DatumParseReadsBothLengthsByColumn)
+TEST_F(DatesTest, DatumParseReadsBothLengthsAndBuildsInOrder)
 {
     EXPECT_EQ(Datum_Parse("24.12.2011 18:30:15"), W(2011, 12, 24, 18, 30, 15));
     EXPECT_EQ(plant.Datum_OK, -1);
-    plant.Datum_OK = 0;
-    EXPECT_EQ(Datum_Parse("24.12.11 18:30:15"), W(2011, 12, 24, 18, 30, 15));
-    EXPECT_EQ(plant.Datum_OK, -1);
     // Control characters and trailing blanks of a fixed field go first.
+    plant.Datum_OK = 0;
     EXPECT_EQ(Datum_Parse(QString("24.12.11 18:30:15") + QChar(0) + "  "), W(2011, 12, 24, 18, 30, 15));
     EXPECT_EQ(plant.Datum_OK, -1);
-
-    // Another length: every field 0, the sentinel date, and the flag cleared.
+    // Another length: every field 0, the base date, the flag cleared.
     EXPECT_EQ(Datum_Parse("24.12.2011 18:30"), W(2000, 1, 1));
     EXPECT_EQ(plant.Datum_OK, 0);
-    EXPECT_EQ(Datum_Parse(""), W(2000, 1, 1));
-    EXPECT_EQ(plant.Datum_OK, 0);
-}
 
-TEST_F(DatesTest, DatumParseBuildsByAddingFieldsInOrder)
-{
     // Day 31 of month 2: 1 Jan + 30 days = 31 Jan, + 1 month = 29 Feb 2000,
     // then the years. Not rejected.
     EXPECT_EQ(Datum_Parse("31.02.2012 00:00:00"), W(2012, 2, 29));
     EXPECT_EQ(plant.Datum_OK, -1);
     EXPECT_EQ(Datum_Parse("31.02.2013 00:00:00"), W(2013, 2, 28));
-    EXPECT_EQ(plant.Datum_OK, -1);
-    // Day 31 of April: 31 Jan + 3 months, clamped to 30 Apr.
-    EXPECT_EQ(Datum_Parse("31.04.11 10:00:00"), W(2011, 4, 30, 10));
     // An hour of 24 passes and runs into the next day.
     EXPECT_EQ(Datum_Parse("31.12.2011 24:00:00"), W(2012, 1, 1));
     EXPECT_EQ(plant.Datum_OK, -1);
@@ -180,172 +123,105 @@ TEST_F(DatesTest, DatumParseBuildsByAddingFieldsInOrder)
 
 TEST_F(DatesTest, DatumParseSixTests)
 {
-    struct Fall {
-        const char *text;
-        int16_t ok;
-    };
-    const Fall faelle[] = {
-        {"01.01.2001 00:00:00", -1}, // year 1, the first valid year
-        {"01.01.2000 00:00:00", 0},  // year 0
-        {"15.06.2024 23:59:59", -1}, // the present year
-        {"01.01.2025 00:00:00", 0},  // a year after the present one
-        {"00.05.2011 10:00:00", 0},  {"32.05.2011 10:00:00", 0}, {"10.00.2011 10:00:00", 0},
+    const std::pair<const char *, int16_t> faelle[] = {
+        {"01.01.2001 00:00:00", -1}, {"01.01.2000 00:00:00", 0}, {"15.06.2024 23:59:59", -1},
+        {"01.01.2025 00:00:00", 0},  {"00.05.2011 10:00:00", 0}, {"32.05.2011 10:00:00", 0},
         {"10.13.2011 10:00:00", 0},  {"10.05.2011 25:00:00", 0}, {"10.05.2011 10:60:00", 0},
-        {"10.05.2011 10:00:60", 0},  {"10.05.11 24:59:59", -1},
+        {"10.05.11 10:00:60", 0},
     };
-    for (const Fall &f : faelle) {
-        plant.Datum_OK = f.ok ? 0 : -1;
-        Datum_Parse(f.text);
-        EXPECT_EQ(plant.Datum_OK, f.ok) << f.text;
+    for (auto [text, ok] : faelle) {
+        plant.Datum_OK = ok ? 0 : -1;
+        Datum_Parse(text);
+        EXPECT_EQ(plant.Datum_OK, ok) << text;
     }
-    // The present year comes from the clock.
-    setJetzt(W(2030, 1, 1));
+    setJetzt(W(2030, 1, 1)); // the present year comes from the clock
     Datum_Parse("01.01.2025 00:00:00");
     EXPECT_EQ(plant.Datum_OK, -1);
 }
 
-TEST_F(DatesTest, DatumBauReducesDayAndMonth)
+TEST_F(DatesTest, DatumBauGueltigAndVoll)
 {
     int day = 31, month = 3;
     EXPECT_EQ(Datum_Bau(day, month, 2012, 6, 7, 8), W(2012, 3, 31, 6, 7, 8));
     EXPECT_EQ(day, 30);
     EXPECT_EQ(month, 2);
-    day = 1;
-    month = 1;
+    day = month = 1;
     EXPECT_EQ(Datum_Bau(day, month, 0, 0, 0, 0), W(2000, 1, 1));
-    EXPECT_EQ(day, 1);
-    EXPECT_EQ(month, 1);
-    day = 15;
-    month = 8;
-    EXPECT_EQ(Datum_Bau(day, month, 9, 0, 0, 0), W(2009, 8, 15));
-}
+    EXPECT_EQ(day + month, 2);
 
-TEST_F(DatesTest, DatumGueltigYearWindow)
-{
     EXPECT_EQ(Datum_Gueltig(W(2005, 12, 31, 23, 59, 59)), "False");
     EXPECT_EQ(Datum_Gueltig(W(2006, 1, 1)), "True");
-    EXPECT_EQ(Datum_Gueltig(W(2024, 12, 31, 23, 59, 59)), "True");
     EXPECT_EQ(Datum_Gueltig(W(2025, 1, 1)), "False");
-    EXPECT_EQ(Datum_Gueltig(QDateTime()), "False");
-    EXPECT_EQ(Datum_Gueltig(QString("10.05.2011 10:00:00")), "True");
     EXPECT_EQ(Datum_Gueltig(QString("")), "False");
-    EXPECT_EQ(Datum_Gueltig(QString("10.05.2005 10:00:00")), "False");
-}
 
-TEST_F(DatesTest, DatumVollIsTheInverseOfDatumParse)
-{
     EXPECT_EQ(Datum_Voll("01.03.12 07:05"), "01.03.2012 07:05:00");
-    EXPECT_EQ(Datum_Voll("01.03.2012 07:05:09"), "01.03.2012 07:05:09");
-    // A year up to 100 is 2000 + year.
-    EXPECT_EQ(Datum_Voll("01.03.0012 07:05:09"), "01.03.2012 07:05:09");
     EXPECT_EQ(Datum_Voll("01.03.0100 07:05:09"), "01.03.2100 07:05:09");
     EXPECT_EQ(Datum_Voll("01.03.0101 07:05:09"), "01.03.0101 07:05:09");
     EXPECT_EQ(Datum_Voll(""), "");
-
-    const QString voll = Datum_Voll("29.02.12 23:59:58");
-    EXPECT_EQ(voll.size(), 19);
-    EXPECT_EQ(Datum_Parse(voll), W(2012, 2, 29, 23, 59, 58));
-    EXPECT_EQ(plant.Datum_OK, -1);
+    EXPECT_EQ(Datum_Parse(Datum_Voll("29.02.12 23:59:58")), W(2012, 2, 29, 23, 59, 58));
 }
 
 TEST_F(DatesTest, DatumSortGivesSortableText)
 {
     EXPECT_EQ(Datum_Sort("24.12.2011 18:30:15"), "111224 18:30:15");
-    EXPECT_EQ(plant.Datum_Sort_OK, -1);
     EXPECT_EQ(Datum_Sort("24.12.11 18:30:15"), "111224 18:30:15");
-    EXPECT_EQ(plant.Datum_Sort_OK, -1);
-
     // The 19-character form is read by the last two digits of its year.
     EXPECT_EQ(Datum_Sort("01.02.2106 00:00:00"), "060201 00:00:00");
     EXPECT_EQ(plant.Datum_Sort_OK, -1);
 
-    const struct {
-        const char *text;
-        int16_t ok;
-    } faelle[] = {
-        {"01.02.05 00:00:00", 0}, {"00.02.11 00:00:00", 0}, {"32.02.11 00:00:00", 0},
-        {"01.00.11 00:00:00", 0}, {"01.13.11 00:00:00", 0}, {"01.02.11 24:00:00", 0},
-        {"01.02.11 23:60:00", 0}, {"01.02.11 23:59:60", 0}, {"31.12.99 23:59:59", -1},
+    const std::pair<const char *, int16_t> faelle[] = {
+        {"01.02.05 00:00:00", 0}, {"00.02.11 00:00:00", 0}, {"01.13.11 00:00:00", 0},
+        {"01.02.11 24:00:00", 0}, {"01.02.11 23:60:00", 0}, {"01.02.11 23:59:60", 0},
+        {"31.12.99 23:59:59", -1},
     };
-    for (const auto &f : faelle) {
-        plant.Datum_Sort_OK = f.ok ? 0 : -1;
-        Datum_Sort(f.text);
-        EXPECT_EQ(plant.Datum_Sort_OK, f.ok) << f.text;
+    for (auto [text, ok] : faelle) {
+        plant.Datum_Sort_OK = ok ? 0 : -1;
+        Datum_Sort(text);
+        EXPECT_EQ(plant.Datum_Sort_OK, ok) << text;
     }
-
-    plant.Datum_Sort_OK = -1;
     EXPECT_EQ(Datum_Sort("24.12.2011 18:30"), "");
     EXPECT_EQ(plant.Datum_Sort_OK, 0);
-
-    // Batch lists sort on this text: the order is the order in time.
-    std::vector<QString> liste = {Datum_Sort("02.01.12 00:00:00"), Datum_Sort("31.12.2011 23:59:59"),
-                                  Datum_Sort("01.02.2011 12:00:00")};
-    std::sort(liste.begin(), liste.end());
-    EXPECT_EQ(liste, (std::vector<QString>{"110201 12:00:00", "111231 23:59:59", "120102 00:00:00"}));
 }
 
 TEST_F(DatesTest, SpsDatumUnpacksBitFields)
 {
-    EXPECT_EQ(SPS_Datum(wortA(24, 12, 11), wortB(18, 30, 14)), "24.12.2011 18:30:14");
-    EXPECT_EQ(plant.SPS_Datum_OK, -1);
-    // Day 31 sets the top bit: word A is negative and must still read as day 31.
-    const int16_t a = wortA(31, 12, 127);
-    ASSERT_LT(a, 0);
-    EXPECT_EQ(SPS_Datum(a, wortB(23, 59, 58)), "31.12.2127 23:59:58");
-    EXPECT_EQ(plant.SPS_Datum_OK, -1);
     // Raw words: 0x0C8C = day 1, month 9, year 12; 0x9C3D = 19:33:58.
     EXPECT_EQ(SPS_Datum(0x0C8C, static_cast<int16_t>(0x9C3D)), "01.09.2012 19:33:58");
+    EXPECT_EQ(plant.SPS_Datum_OK, -1);
+    // Day 31 sets the top bit: word A is negative and still reads as day 31.
+    EXPECT_EQ(SPS_Datum(wortA(31, 12, 127), wortB(23, 59, 58)), "31.12.2127 23:59:58");
     // Day 30 of month 2 is built, not refused: 30 Jan + 1 month, clamped.
     EXPECT_EQ(SPS_Datum(wortA(30, 2, 13), 0), "28.02.2013 00:00:00");
     EXPECT_EQ(plant.SPS_Datum_OK, -1);
+    // Seconds field 30 is 60 seconds: the date runs into the next minute.
+    EXPECT_EQ(SPS_Datum(wortA(5, 6, 12), static_cast<int16_t>((7 << 11) | (8 << 5) | 30)),
+              "05.06.2012 07:09:00");
+    EXPECT_EQ(plant.SPS_Datum_OK, 0);
 }
 
 TEST_F(DatesTest, SpsDatumFlagKeepsPreviousValueForEarlyYears)
 {
-    // Word A 0: the sentinel date; month 0 clears whatever the flag held.
+    // Word A 0: the base date; month 0 clears whatever the flag held.
     plant.SPS_Datum_OK = -1;
     EXPECT_EQ(SPS_Datum(0, 0), "01.01.2000 00:00:00");
     EXPECT_EQ(plant.SPS_Datum_OK, 0);
 
     // A good stamp with a year field of 6 or less leaves the flag as it was.
-    plant.SPS_Datum_OK = -1;
-    EXPECT_EQ(SPS_Datum(wortA(5, 6, 6), wortB(7, 8, 10)), "05.06.2006 07:08:10");
-    EXPECT_EQ(plant.SPS_Datum_OK, -1);
-    plant.SPS_Datum_OK = 0;
-    SPS_Datum(wortA(5, 6, 6), wortB(7, 8, 10));
-    EXPECT_EQ(plant.SPS_Datum_OK, 0);
-    // Year 7 is the first that sets it.
-    SPS_Datum(wortA(5, 6, 7), wortB(7, 8, 10));
-    EXPECT_EQ(plant.SPS_Datum_OK, -1);
-
-    // Each bad field clears it even with a good year.
-    const struct {
-        int16_t a, b;
-        const char *was;
-    } schlecht[] = {
-        {wortA(0, 6, 12), wortB(7, 8, 10), "day 0"},
-        {wortA(5, 0, 12), wortB(7, 8, 10), "month 0"},
-        {wortA(5, 13, 12), wortB(7, 8, 10), "month 13"},
-        {wortA(5, 6, 12), wortB(24, 8, 10), "hour 24"},
-        {wortA(5, 6, 12), wortB(7, 60, 10), "minute 60"},
-        {wortA(5, 6, 12), static_cast<int16_t>((7 << 11) | (8 << 5) | 30), "seconds 60"},
-    };
-    for (const auto &f : schlecht) {
-        plant.SPS_Datum_OK = -1;
-        SPS_Datum(f.a, f.b);
-        EXPECT_EQ(plant.SPS_Datum_OK, 0) << f.was;
+    for (int16_t vorher : {int16_t(-1), int16_t(0)}) {
+        plant.SPS_Datum_OK = vorher;
+        EXPECT_EQ(SPS_Datum(wortA(5, 6, 6), wortB(7, 8, 10)), "05.06.2006 07:08:10");
+        EXPECT_EQ(plant.SPS_Datum_OK, vorher);
     }
-    // Seconds field 30 is 60 seconds: the date runs on into the next minute.
-    EXPECT_EQ(SPS_Datum(wortA(5, 6, 12), static_cast<int16_t>((7 << 11) | (8 << 5) | 30)),
-              "05.06.2012 07:09:00");
-}
+    SPS_Datum(wortA(5, 6, 7), wortB(7, 8, 10)); // year 7 is the first that sets it
+    EXPECT_EQ(plant.SPS_Datum_OK, -1);
 
-TEST_F(DatesTest, JetztCanBePinnedAndReleased)
-{
-    EXPECT_EQ(Jetzt(), W(2024, 6, 15, 12, 0, 0));
-    setJetzt(QDateTime());
-    const QDateTime now = Jetzt();
-    EXPECT_TRUE(now.isValid());
-    EXPECT_EQ(now.timeSpec(), Qt::UTC);
-    EXPECT_EQ(now.time().msec(), 0);
+    const std::pair<int16_t, int16_t> schlecht[] = {
+        {wortA(0, 6, 12), wortB(7, 8, 10)},  {wortA(5, 13, 12), wortB(7, 8, 10)},
+        {wortA(5, 6, 12), wortB(24, 8, 10)}, {wortA(5, 6, 12), wortB(7, 60, 10)},
+    };
+    for (auto [a, b] : schlecht) {
+        plant.SPS_Datum_OK = -1;
+        SPS_Datum(a, b);
+        EXPECT_EQ(plant.SPS_Datum_OK, 0) << a << " " << b;
+    }
 }

@@ -1,0 +1,121 @@
+#include "core/conversions.h"
+#include "core/dialogs.h"
+#include "core/plant_state.h"
+
+#include <QLocale>
+#include <gtest/gtest.h>
+
+#include <climits>
+
+using namespace kal;
+
+namespace {
+
+QByteArray bytes(std::initializer_list<int> b)
+{
+    QByteArray r;
+    for (int x : b)
+        r.append(static_cast<char>(x));
+    return r;
+}
+
+} // namespace
+
+TEST(ConversionsTest, IntegerPackingByteOrder)
+{
+    EXPECT_EQ(MKI(-1), bytes({0xFF, 0xFF}));
+    EXPECT_EQ(MKI(-200), bytes({0x38, 0xFF}));
+    EXPECT_EQ(MKI_BE(0x1234), bytes({0x12, 0x34}));
+    EXPECT_EQ(CVI(bytes({0x34, 0x12})), 0x1234);
+    EXPECT_EQ(CVI(bytes({0x00, 0x80})), -32768);
+
+    EXPECT_EQ(MKL(0x12345678), bytes({0x78, 0x56, 0x34, 0x12}));
+    EXPECT_EQ(MKL(-16777217), bytes({0xFF, 0xFF, 0xFF, 0xFE}));
+    EXPECT_EQ(CVL(bytes({0xFE, 0xFF, 0xFF, 0xFF})), -2);
+    EXPECT_EQ(CVL(bytes({0x00, 0x00, 0x00, 0x80})), INT32_MIN);
+    for (int32_t v : {-1, 65535, -65536, 16777216, INT32_MAX, INT32_MIN})
+        EXPECT_EQ(CVL(MKL(v)), v);
+
+    // Every word value both ways; CVI_BE leaves its argument low byte first.
+    for (int v = -32768; v <= 32767; ++v) {
+        const auto w = static_cast<int16_t>(v);
+        ASSERT_EQ(CVI(MKI(w)), w);
+        QByteArray be = MKI_BE(w);
+        ASSERT_EQ(CVI_BE(be), w);
+        ASSERT_EQ(be, MKI(w));
+    }
+}
+
+TEST(ConversionsTest, CviBeToleratesWrongLength)
+{
+    // A short or long frame field is no reason to stop: 0, argument untouched.
+    QByteArray one = bytes({0x12});
+    EXPECT_EQ(CVI_BE(one), 0);
+    EXPECT_EQ(one, bytes({0x12}));
+    QByteArray three = bytes({0x12, 0x34, 0x56});
+    EXPECT_EQ(CVI_BE(three), 0);
+    EXPECT_EQ(three, bytes({0x12, 0x34, 0x56}));
+}
+
+// A packed number of the wrong length in a file is a corrupt file: the
+// message goes through the dialog interface (without forms: to standard
+// error) and the station ends at once.
+TEST(ConversionsDeathTest, WrongLengthEndsTheProgram)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    setDialogs(nullptr);
+    EXPECT_EXIT(CVI(bytes({1, 2, 3})), ::testing::ExitedWithCode(1), "CVI: Illegal Function Call");
+    EXPECT_EXIT(CVI(bytes({1})), ::testing::ExitedWithCode(1), "CVI: Illegal Function Call");
+    EXPECT_EXIT(CVL(bytes({1, 2, 3})), ::testing::ExitedWithCode(1), "CVL: Illegal Function Call");
+    EXPECT_EXIT(CVL(bytes({1, 2, 3, 4, 5})), ::testing::ExitedWithCode(1), "CVL: Illegal Function Call");
+}
+
+TEST(ConversionsTest, TextSauberAndWorteText)
+{
+    EXPECT_EQ(Text_Sauber(Latin1Text(QByteArray(16, '\0'))), "");
+    EXPECT_EQ(Text_Sauber(Latin1Text(bytes({'A', 'B', 0, 0, 'C', 'D', 0, 0}))), "ABCD");
+    EXPECT_EQ(Text_Sauber("  A B\tC\r\n "), "  A BC");
+    EXPECT_EQ(Text_Sauber(Latin1Text(bytes({'2', '0', 0xB0, 'C', ' '}))), QString::fromUtf8("20°C"));
+
+    // "Ofen 1" in words 200..207, first character in the low byte, the unused
+    // bytes 0 as the PLC leaves them.
+    resetPlant();
+    plant.SPS_Wort(3, 200) = 0x664F; // "Of"
+    plant.SPS_Wort(3, 201) = 0x6E65; // "en"
+    plant.SPS_Wort(3, 202) = 0x3120; // " 1"
+    EXPECT_EQ(Worte_Text(3, 200, 8), "Ofen 1");
+    EXPECT_THROW(Worte_Text(3, 1138, 4), RunError); // word 1141
+}
+
+TEST(ConversionsTest, FormatZahlRoundsHalvesAwayFromZero)
+{
+    const QLocale saved;
+    QLocale::setDefault(QLocale::c());
+    const struct {
+        double v;
+        const char *format, *text;
+    } faelle[] = {
+        {2.5, "#0", "3"},          {-2.5, "#0", "-3"},       {0.5, "#0", "1"},
+        {-1.25, "#0.0", "-1.3"},   {12.35, "#0.0", "12.4"},  {1.005, "#0.00", "1.01"},
+        {99.95, "#0.0", "100.0"},  {0.3, "#0.000", "0.300"}, {1234.5, "##0", "1235"},
+        {5, "#000", "005"},        {-0.04, "#0.0", "0.0"},   {2, "#0.##", "2"},
+        {-32768, "####0", "-32768"},
+    };
+    for (const auto &f : faelle)
+        EXPECT_EQ(Format_Zahl(f.v, f.format), f.text) << f.v << " " << f.format;
+
+    // The decimal mark is the system's.
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    EXPECT_EQ(Format_Zahl(12.35, "#0.0"), "12,4");
+    QLocale::setDefault(saved);
+}
+
+TEST(ConversionsTest, LeadingNumberReadsLikeVal)
+{
+    const std::pair<const char *, double> faelle[] = {
+        {" 07", 7}, {"-9", -9}, {"1a", 1},   {"ab", 0},        {"", 0},   {"1 2", 12},
+        {".5", 0.5}, {"2D2", 200}, {"1e", 1}, {"12.3.4", 12.3}, {"--1", 0},
+    };
+    for (auto [text, wert] : faelle)
+        EXPECT_DOUBLE_EQ(leadingNumber(text), wert) << text;
+}
