@@ -176,17 +176,18 @@ const Row rows[] = {
 };
 
 /// Message texts that differ only by their number: German, English, French,
-/// Italian, Spanish, Dutch, each followed by the number.
+/// Italian, Spanish, Dutch, each followed by the number shown.
 struct NumberedRows {
     int first;      ///< first message number
     int last;       ///< last message number
+    int shown;      ///< number in the text of the first message
     const char *text[SPRACHEN];
 };
 
 const NumberedRows numbered[] = {
-    {11, 16, {"Fehler Heizung ", "heating fault ", "Défaut chauffage ", "guasto riscaldamento ", "Fallo calefacción ", "Storing verwarming "}},
-    {21, 31, {"Meldung ", "message ", "Message ", "avviso ", "Mensaje ", "Melding "}},
-    {33, 48, {"Meldung ", "message ", "Message ", "avviso ", "Mensaje ", "Melding "}},
+    {11, 16, 1, {"Fehler Heizung ", "heating fault ", "Défaut chauffage ", "guasto riscaldamento ", "Fallo calefacción ", "Storing verwarming "}},
+    {21, 31, 21, {"Meldung ", "message ", "Message ", "avviso ", "Mensaje ", "Melding "}},
+    {33, 48, 33, {"Meldung ", "message ", "Message ", "avviso ", "Mensaje ", "Melding "}},
 };
 
 constexpr int MELD_BREITE = 30; ///< width of the message rows
@@ -211,7 +212,8 @@ void Sprachtext_Fuellen()
             plant.Sprachbreite[id] = MELD_BREITE;
             for (int col = 0; col < SPRACHEN; ++col) {
                 const QString word = QString::fromUtf8(n.text[col]);
-                plant.Sprachtext(col, id) = word.isEmpty() ? QString() : word + QString::number(m);
+                plant.Sprachtext(col, id) =
+                    word.isEmpty() ? QString() : word + QString::number(m - n.first + n.shown);
             }
         }
     }

@@ -28,4 +28,22 @@ extern Table<Table2<QString, SPRACHEN, OFEN_MAX>, MELD_PRO_OFEN> Meldtext;
 /// column and furnace, and sets `Sprache` to 0 (German).
 void Sprachtext_Fuellen();
 
+/// `Sprachumschalt`, run after `Sprache` changed (and once at start): sets
+/// `Befehl_Name` (9 characters, from rows 39, 10, 11, 12, 13, 14), the three
+/// run-state texts of the curves ("  ---" + word + "--- " for off, hold, on),
+/// `Meld_Text` of every furnace from `Meldtext` (22 characters), then calls the
+/// hook `Sprache_Geaendert` so that the main window re-captions its menus and
+/// the open forms redraw. A `Sprache` of 6 or above is an error of the caller:
+/// it raises RunError 9 and nothing changes.
+void Sprachumschalt();
+
+/// Text of row `id` in the current language: the caption of a menu entry,
+/// button or column head. An empty entry stays empty.
+QString languageText(int id);
+
+/// Row that names the language of a column (71..76). Rows 74 and 75 name
+/// Spanish and Italian, while columns 3 and 4 hold Italian and Spanish, so the
+/// language menu lists column 3 under row 75 and column 4 under row 74.
+int languageNameId(int column);
+
 } // namespace kal

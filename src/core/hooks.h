@@ -32,6 +32,9 @@ struct Hooks {
     std::function<void(bool take_plc)> Config_Schreiben;
     /// Channel set-up of a furnace index (after an address change).
     std::function<void(int ofen)> Kanal_Setup;
+    /// `Sprache` changed and the language tables are switched: the main window
+    /// re-captions its menus and asks the open forms to redraw.
+    std::function<void()> Sprache_Geaendert;
 };
 
 extern Hooks hooks;

@@ -206,6 +206,8 @@ struct PlantState {
     u8 Sprache = 0;                                  ///< 0..5
     Table2<QString, SPRACHEN, SPRACH_IDS> Sprachtext; ///< (language, text id)
     Table<u8, SPRACH_IDS> Sprachbreite;
+    Table<QString, 6> Befehl_Name;                   ///< segment commands 0..5 in the language, 9 chars
+    Table<QString, 3> Run_State_Text;                ///< "  ---" word "--- ": [0] off, [1] hold, [2] on
     i16 Druck_Prozent = 87;
     i16 Druck_Rand_X = 60;
     i16 Druck_Rand_Y = 55;
