@@ -63,6 +63,7 @@ struct PlantState {
     Table<i16, OFEN_MAX> TempLog_Takt;               ///< seconds, 5..3600
     Table<i16, OFEN_MAX> TempLog_Schwelle;           ///< 0..300
     Table<i32, OFEN_MAX> TempLog_Charge;
+    Table<i16, OFEN_MAX> TempLog_Laeuft;             ///< the temperature log is writing
     Table<i16, KANAL_MAX> Ofen_UDP;                  ///< -1 memory link/UDP, 0 Modbus/TCP; [8] server
     Table<i16, OFEN_MAX> Ofen_Seriell;               ///< always 0 in this system
     Table<i16, OFEN_MAX> Ofen_Basis;
@@ -118,6 +119,7 @@ struct PlantState {
     Table<i16, OFEN_MAX> Strip_Pos;                  ///< activity strip mark 1..12
     i16 Fehler_Pause = 0;                            ///< main-cycle error mode
     i32 Fehler_Letzter = -1;
+    i16 Seite_Ofen = 0;                              ///< furnace number 1..8 on the live page, 0 none
 
     // ---- frame flags (one for all channels) ------------------------------
     i16 Lese_Antwort = 0;
@@ -147,6 +149,7 @@ struct PlantState {
     Table2<i16, OFEN_MAX, 10> Meld_Config;           ///< (furnace, 0..9) shadow of words 690..699
     Table<i16, OFEN_MAX> Meld_Config_Da;
     Table2<QString, OFEN_MAX, MELD_PRO_OFEN> Meld_Text; ///< (furnace, message 0..47), 22 chars
+    Table<i16, OFEN_MAX> Meld_Anzahl;                ///< messages of the furnace: 32, or 48 on the large layout
     Table2<QString, OFEN_MAX, 4> Spur;               ///< (furnace, 0..3) track names, 8 chars
     Table2<QString, OFEN_MAX, 2> Spur_Titel;         ///< (furnace, 0..1) the two 16-char names of the text page
 
@@ -160,6 +163,7 @@ struct PlantState {
     Table<QString, OFEN_MAX> Prog_Start_Text;        ///< "TTMMJJHHMM" form
     Table<QString, OFEN_MAX> Prog_Ende_Text;
     Table<QString, OFEN_MAX> Prog_Dauer_Text;        ///< 7 chars
+    Table<QString, OFEN_MAX> Block0_Zeit;            ///< "TTMMJJHHMM" of the last block 0 stamp (live page)
     Table<i32, OFEN_MAX> Rest_Min;
 
     // ---- element data ------------------------------------------------------
@@ -229,6 +233,8 @@ struct PlantState {
     QString Datum_Trenner = ".";
     QString Sekunden_Text = "s";
     i16 Live_Raster = 10;
+    i16 Befehl_Maske = 3;                            ///< low bits of a segment word that hold the command
+    i16 Prog_Anzahl = 100;                           ///< program places
     QString Datum_Von;
     QString Datum_Bis;
     QString Zahl_Format = "#0";                      ///< set by Format_Nachkomma

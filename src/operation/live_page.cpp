@@ -1,0 +1,243 @@
+#include "operation/live_page.h"
+
+#include "core/conversions.h"
+#include "core/dates.h"
+#include "core/hooks.h"
+#include "operation/ui_text.h"
+
+namespace kal {
+
+Seiten_Bild Seite;
+u8 Seite_Klick = 0;
+i16 Seite_Index = 0;
+std::function<void()> Seite_Elemente;
+int Seite_Warten = 0;
+
+namespace {
+
+constexpr int REFRESH_RUNDEN = 3;  // refreshes wait this many main-cycle ticks
+constexpr int BASIS_TRANSPORT = 50; // identity block at 50: the transport layout
+
+const QString GRAD = QStringLiteral(" °C");
+
+int wort(int ofen, int adresse)
+{
+    return plant.SPS_Wort(ofen, adresse);
+}
+
+/// Tenths of a degree as whole degrees in the "###0" format.
+QString grad(int zehntel)
+{
+    return Format_Zahl(zehntel / 10.0, QStringLiteral("###0"));
+}
+
+/// Number, ": " and the 16-character second name of the furnace.
+QString ofenText(int ofen)
+{
+    return QString::number(ofen + 1) + QStringLiteral(": ") + Fest(plant.Ofen_Bezeichnung[ofen], 16);
+}
+
+void offlineZeile(int ofen, Seiten_Zeile &z)
+{
+    z.OfenSelect = ofenText(ofen);
+    z.Befehl.clear();
+    z.Soll_Bef.clear();
+    z.Sollwert.clear();
+    z.Stellwert.clear();
+    z.Istwert.clear();
+    z.Status.clear();
+    if (plant.Ofen_Aktiv[ofen] == 0) {
+        z.Status_Farbe = Farbe_Normal;
+        z.Status = Text_Id(8);
+        return;
+    }
+    // An enabled furnace that is not connected blinks red.
+    z.Status_Farbe = z.Status_Farbe == Farbe_Stoerung ? Farbe_Normal : Farbe_Stoerung;
+    // A serial furnace (none in this plant) keeps the emptied text.
+    if (plant.Ofen_Seriell[ofen] != TRUE16)
+        z.Status = Text_Id(7);
+}
+
+/// State text and colour. A fault shows red with its word; at the next refresh
+/// the colour is red already, so the state colour comes back: a fault blinks
+/// against the state.
+void statusSetzen(int ofen, Seiten_Zeile &z, int typ)
+{
+    const int w37 = wort(ofen, 37);
+    if (typ >= 4) {
+        const bool fault = wort(ofen, 87) != 0 || wort(ofen, 88) != 0;
+        if (fault && z.Status_Farbe != Farbe_Stoerung) {
+            z.Status_Farbe = Farbe_Stoerung;
+            z.Status = Text_Id(94);
+        } else {
+            z.Status_Farbe = Farbe_Aktiv;
+            z.Status.clear();
+        }
+        return;
+    }
+    const bool fault = wort(ofen, 88) != 0 || (wort(ofen, 87) & 0xFC) != 0;
+    if (fault && z.Status_Farbe != Farbe_Stoerung) {
+        z.Status_Farbe = Farbe_Stoerung;
+        z.Status = Text_Id(94);
+    } else if (w37 & 1) {
+        z.Status_Farbe = Farbe_Aktiv;
+        z.Status = Text_Id(100);
+    } else if (w37 & 2) {
+        z.Status_Farbe = Farbe_Warnung;
+        z.Status = Text_Id(plant.Ofen_Basis[ofen] == BASIS_TRANSPORT ? 12 : 101);
+    } else if (wort(ofen, 9) & 0x4000) {
+        // A timed start: the hour and minute it waits for.
+        z.Status_Farbe = Farbe_Warnung;
+        z.Status = Text_Id(99) + QStringLiteral("  ") + Zwei_Stellen(wort(ofen, 16)) + QStringLiteral(":") +
+                   Zwei_Stellen(wort(ofen, 17));
+    } else {
+        z.Status_Farbe = Farbe_Normal;
+        z.Status = Text_Id(56);
+    }
+}
+
+/// Target of segment `seg`: its end temperature (word 119 + seg) and, for a
+/// ramp or a hold, its rate or time (word 139 + seg). A segment number that
+/// points outside the word image shows no target.
+QString segmentZiel(int ofen, int seg, int art)
+{
+    try {
+        const QString ziel = Format_Zahl(wort(ofen, 119 + seg), QStringLiteral("###0")) + QStringLiteral("°C  ");
+        switch (art) {
+        case 1: return ziel + Format_Zahl(wort(ofen, 139 + seg) / 10.0, QStringLiteral("##0.0")) + QStringLiteral("K/h");
+        case 2: return ziel + Format_Zahl(wort(ofen, 139 + seg) / 10.0, QStringLiteral("###0.0")) + QStringLiteral("h");
+        case 3: return ziel + QString(8, QLatin1Char(' '));
+        default: return QString();
+        }
+    } catch (const RunError &) {
+        return QString();
+    }
+}
+
+/// The running segment: number, kind and, for a ramp or a hold, the time left.
+QString segmentText(int ofen, int seg, int art)
+{
+    const QString nr = QString::number(seg) + QStringLiteral(" ");
+    const QString rest = QStringLiteral(" (") + plant.Prog_Dauer_Text[ofen] + QStringLiteral(")");
+    switch (art) {
+    case 1: return nr + QStringLiteral("Rampe ") + rest;
+    case 2: return nr + QStringLiteral("Haltezeit ") + rest;
+    case 3: return nr + QStringLiteral("Manuell");
+    case 4: return nr + Text_Id(3);
+    case 5: return nr + QStringLiteral("Aufruf Programm");
+    default: return nr + Text_Id(39);
+    }
+}
+
+void onlineZeile(int ofen, Seiten_Zeile &z)
+{
+    const int typ = plant.Ofen_Typ[ofen + 1];
+    // The transport layout has no segment words: Seg and Art keep their last values.
+    if (plant.Ofen_Basis[ofen] != BASIS_TRANSPORT) {
+        z.Seg = wort(ofen, 41);
+        z.Art = wort(ofen, 42);
+    }
+    statusSetzen(ofen, z, typ);
+
+    if ((wort(ofen, 37) & 3) != 0 && typ < 4) {
+        z.Sollwert = grad(wort(ofen, 43)) + GRAD;
+        z.Stellwert = QStringLiteral("  ") + plant.Prog_Ende_Text[ofen];
+        z.Befehl = segmentText(ofen, z.Seg, z.Art);
+        z.Soll_Bef = segmentZiel(ofen, z.Seg, z.Art);
+    } else {
+        z.Sollwert.clear();
+        z.Stellwert.clear();
+        z.Befehl.clear();
+        z.Soll_Bef.clear();
+    }
+    z.Istwert = typ < 4 ? grad(wort(ofen, 44)) + GRAD : QString();
+    z.OfenSelect = ofenText(ofen) + QStringLiteral("\n") + plant.Block0_Zeit[ofen];
+    if (plant.TempLog_Laeuft[ofen] == TRUE16)
+        z.OfenSelect += QStringLiteral("  CSV");
+}
+
+/// Marks the furnace on view and chooses the detail area by its layout.
+void auswahlZeigen(Seiten_Bild &bild)
+{
+    const int n = plant.Seite_Ofen - 1;
+    if (n < 0 || n >= OFEN_MAX) {
+        Kein_Ofen(bild);
+        bild.Detail = Seiten_Detail::Keine;
+        return;
+    }
+    for (int i = 0; i < OFEN_MAX; ++i)
+        bild.Zeile[i].Markiert = i == n;
+    bild.Detail = plant.Ofen_Basis[n] == BASIS_TRANSPORT ? Seiten_Detail::Transport : Seiten_Detail::Kurve;
+    bild.Taste_Aktiv = true;
+}
+
+} // namespace
+
+void Seite_Act(Seiten_Bild &bild)
+{
+    for (int ofen = 0; ofen < OFEN_MAX; ++ofen) {
+        if (plant.Ofen_Online[ofen] == 0)
+            offlineZeile(ofen, bild.Zeile[ofen]);
+        else
+            onlineZeile(ofen, bild.Zeile[ofen]);
+    }
+    auswahlZeigen(bild);
+}
+
+bool Seite_Ofen_Klick(Seiten_Bild &bild, int n)
+{
+    if (n < 0 || n >= OFEN_MAX)
+        raiseBounds("OfenSelect", n);
+    Seite_Klick = u8(n);
+    bild.Zeile[n].OfenSelect_Tipp = Fest(plant.Ofen_Name[n], 16) + QStringLiteral("  ") + Fest(plant.Ofen_Serie[n], 12);
+    const bool gewaehlt = plant.Ofen_Online[n] != 0;
+    if (gewaehlt) {
+        plant.Seite_Ofen = i16(n + 1);
+        Seite_Index = i16(n);
+        auswahlZeigen(bild);
+    }
+    callHook(Seite_Elemente);
+    return gewaehlt;
+}
+
+void Kein_Ofen(Seiten_Bild &bild)
+{
+    for (auto &z : bild.Zeile)
+        z.Markiert = false;
+    bild.Label2.clear();
+    bild.Label3.clear();
+    bild.Taste_Aktiv = false;
+}
+
+void Seite_Schliessen()
+{
+    plant.Seite_Ofen = 0;
+}
+
+void Seite_Warten_Zaehlen()
+{
+    if (Seite_Warten > 0)
+        --Seite_Warten;
+}
+
+bool Seite_Takt()
+{
+    if (Seite_Warten > 0)
+        return false;
+    Seite_Warten = REFRESH_RUNDEN;
+    Seite_Act(Seite);
+    return true;
+}
+
+void Seite_Sofort()
+{
+    Seite_Warten = 0;
+}
+
+void Block0_Zeit_Setzen(int ofen)
+{
+    const QDateTime d = Datum_Wert(plant.Datum_Block0[ofen]);
+    plant.Block0_Zeit[ofen] = d.isValid() ? Datum_Text(d, QStringLiteral("TTMMJJHHMM")) : QString();
+}
+
+} // namespace kal

@@ -1,0 +1,94 @@
+#pragma once
+// The logic of the live page `KM_Menue`: one row per furnace with its state in
+// plain words and colour, set and actual temperature and where its program
+// stands, and the choice of the furnace whose detail the page shows.
+//
+// The rows are computed from the word image and the per-furnace fields into
+// `Seite` by `Seite_Act`; the form paints `Seite` and passes its clicks on.
+// Status colours blink by comparing with the colour of the last refresh, so
+// `Seite` is also the memory of the page between two refreshes.
+
+#include "core/plant_state.h"
+#include "operation/status_colours.h"
+
+#include <QString>
+#include <array>
+#include <functional>
+
+namespace kal {
+
+/// One row of the page.
+struct Seiten_Zeile {
+    QString OfenSelect;                 ///< furnace button: number, name, block 0 time, "  CSV"
+    QString OfenSelect_Tipp;            ///< tool text, set when the row was clicked
+    bool Markiert = false;              ///< the furnace whose detail is shown
+    QString Status;
+    Farbwert Status_Farbe = Farbe_Normal;
+    QString Befehl;                     ///< running segment
+    QString Soll_Bef;                   ///< its target
+    QString Sollwert;
+    QString Istwert;
+    QString Stellwert;                  ///< forecast program end
+    int Seg = 0;                        ///< last segment number read (word 41)
+    int Art = 0;                        ///< last segment kind read (word 42)
+};
+
+/// What the detail area below the rows shows.
+enum class Seiten_Detail {
+    Keine,       ///< no furnace selected: detail controls hidden
+    Kurve,       ///< online curve of the selected furnace
+    Transport,   ///< transport picture (furnace with identity block at 50)
+};
+
+struct Seiten_Bild {
+    std::array<Seiten_Zeile, OFEN_MAX> Zeile;
+    Seiten_Detail Detail = Seiten_Detail::Keine;
+    QString Label2;
+    QString Label3;
+    bool Taste_Aktiv = false;           ///< the detail buttons
+};
+
+/// The page as last computed.
+extern Seiten_Bild Seite;
+/// `Seite_Klick`: row last pressed; `Seite_Index`: row of the selected furnace.
+extern u8 Seite_Klick;
+extern i16 Seite_Index;
+/// Refresh of the element current list of the selected furnace after a row
+/// was clicked; set by the form.
+extern std::function<void()> Seite_Elemente;
+
+/// `Seite_Act`: recomputes every row of `bild` from the plant (offline and
+/// online texts, status colour with its blink, temperatures, segment and
+/// program end), then the selection and the detail area.
+void Seite_Act(Seiten_Bild &bild);
+
+/// `OfenSelect` click on row `n` (0..7): remembers it, sets the tool text
+/// (name and serial) and, when the furnace is online, selects it for the
+/// detail area. True when it was selected.
+bool Seite_Ofen_Klick(Seiten_Bild &bild, int n);
+
+/// `Kein_Ofen`: clears the page's selection: no row marked, the labels
+/// emptied, the detail buttons disabled.
+void Kein_Ofen(Seiten_Bild &bild);
+
+/// The form closed: no furnace on view.
+void Seite_Schliessen();
+
+// ---- slow refresh ---------------------------------------------------------------
+
+/// Refresh rounds still to wait before the next refresh.
+extern int Seite_Warten;
+/// Counted down by the main cycle once a tick, towards 0.
+void Seite_Warten_Zaehlen();
+/// The page's own timer, when no import runs: when the wait has run out it
+/// sets the count to 3 and runs `Seite_Act` on `Seite`. True after a refresh.
+bool Seite_Takt();
+/// The next page timer refreshes at once (after the message form closed).
+void Seite_Sofort();
+
+/// `Block0_Zeit` of a furnace index from its last block 0 stamp, in the form
+/// "TTMMJJHHMM"; empty while the stamp is not readable. The main cycle calls
+/// it for each online furnace.
+void Block0_Zeit_Setzen(int ofen);
+
+} // namespace kal

@@ -1,0 +1,209 @@
+// The message store "Kalmeron.mld": record layout on disk, come and go through
+// the decoder's scan, restart, and the text and track-name records.
+
+#include "operation_fixture.h"
+
+#include "link/decoder.h"
+
+using namespace kal;
+using namespace kal::test;
+
+namespace {
+
+class MessageStoreTest : public OperationTest {
+protected:
+    QList<int> reported; ///< every message number the scan reported, in order
+
+    void SetUp() override
+    {
+        OperationTest::SetUp();
+        // Record what the decoder reports on the way into the store.
+        auto log = hooks.MeldEintrag;
+        hooks.MeldEintrag = [this, log](int ofen, int n) {
+            reported.append(n);
+            log(ofen, n);
+        };
+    }
+
+    void writeRaw(const QByteArray &bytes)
+    {
+        QFile f(storePath());
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(bytes);
+    }
+
+    void scan(int ofen, int w87, int w88, int w89)
+    {
+        plant.SPS_Wort(ofen, 87) = i16(w87);
+        plant.SPS_Wort(ofen, 88) = i16(w88);
+        plant.SPS_Wort(ofen, 89) = i16(w89);
+        MeldScan(ofen);
+    }
+};
+
+TEST_F(MessageStoreTest, ComeAndGoWriteTheirBytesAndKeepTheReservedFields)
+{
+    // Record 103 (furnace index 1, message 3) as another program left it:
+    // text, and the three reserved fields filled.
+    const QByteArray text = hex("54 FC 72 20 67 65 F6 66 66 6E 65 74") + QByteArray(28, ' '); // "Tür geöffnet"
+    const QByteArray seeded = text + hex("00 11223344 55 66778899 000000000000 000000000000");
+    ASSERT_EQ(seeded.size(), 62);
+    writeRaw(QByteArray(102 * 62, '\0') + seeded);
+    ASSERT_TRUE(Meld_Datei_Oeffnen());
+
+    setJetzt(wallTime(2024, 3, 5, 14, 7, 9));
+    MeldEintrag(1, 3);
+    EXPECT_EQ(recordBytes(103), text + hex("01 11223344 55 66778899 050318 0E0709 000000000000"));
+
+    setJetzt(wallTime(2024, 3, 5, 16, 30, 59));
+    MeldEintrag(1, -3);
+    EXPECT_EQ(recordBytes(103), text + hex("00 11223344 55 66778899 050318 0E0709 050318 101E3B"));
+    EXPECT_EQ(storeBytes().size(), 103 * 62);
+    EXPECT_EQ(storeBytes().left(102 * 62), QByteArray(102 * 62, '\0'));
+}
+
+TEST_F(MessageStoreTest, RecordNeverWrittenReadsAsZerosAndAGapIsZeroFilled)
+{
+    ASSERT_TRUE(Meld_Datei_Oeffnen());
+    const Meld_Satz leer = Meld_Lesen(745);
+    EXPECT_EQ(Meld_Satz_Bytes(leer), QByteArray(62, '\0'));
+
+    MeldEintrag(2, 1); // record 201
+    const QByteArray all = storeBytes();
+    ASSERT_EQ(all.size(), 201 * 62);
+    EXPECT_EQ(all.left(200 * 62), QByteArray(200 * 62, '\0'));
+    EXPECT_EQ(all.mid(200 * 62), QByteArray(40, '\0') + hex("01 00000000 00 00000000 050318 0E0709 000000000000"));
+}
+
+TEST_F(MessageStoreTest, ComeOnActiveOrGoOnGoneLeavesTheFileAlone)
+{
+    ASSERT_TRUE(Meld_Datei_Oeffnen());
+    MeldEintrag(0, -5); // go of a message that never came
+    EXPECT_EQ(Meld_Datei_Zugriffe().schreiben, 0);
+    MeldEintrag(0, 5);
+    setJetzt(wallTime(2024, 3, 6, 8, 0, 0));
+    MeldEintrag(0, 5); // again: the first come time stays
+    EXPECT_EQ(Meld_Datei_Zugriffe().schreiben, 1);
+    EXPECT_EQ(recordBytes(5).mid(50, 6), hex("050318 0E0709"));
+
+    // Numbers outside 1..48 are not messages: no file access at all.
+    const Meld_Zugriffe vorher = Meld_Datei_Zugriffe();
+    MeldEintrag(0, 0);
+    MeldEintrag(0, 49);
+    MeldEintrag(0, -49);
+    EXPECT_EQ(Meld_Datei_Zugriffe().lesen, vorher.lesen);
+    EXPECT_EQ(Meld_Datei_Zugriffe().schreiben, vorher.schreiben);
+}
+
+TEST_F(MessageStoreTest, ScanReportsLowerBitFirstAndBit15AsMask8000)
+{
+    ASSERT_TRUE(Meld_Datei_Oeffnen());
+    scan(4, 0, i16(0x8005), 0); // messages 17, 19 and 32 come in one frame
+    EXPECT_EQ(reported, (QList<int>{17, 19, 32}));
+    for (int n : {17, 19, 32})
+        EXPECT_EQ(Meld_Lesen(Meld_Satz_Nr(4, n)).Aktiv, 1) << n;
+    EXPECT_EQ(plant.Meld_Letzt(4, 1), i16(0x8005));
+
+    // The same words again cost no file access.
+    const Meld_Zugriffe vorher = Meld_Datei_Zugriffe();
+    reported.clear();
+    scan(4, 0, i16(0x8005), 0);
+    EXPECT_TRUE(reported.isEmpty());
+    EXPECT_EQ(Meld_Datei_Zugriffe().lesen, vorher.lesen);
+    EXPECT_EQ(Meld_Datei_Zugriffe().schreiben, vorher.schreiben);
+
+    scan(4, 0, i16(0x8000), 0);
+    scan(4, 0, 0, 0);
+    EXPECT_EQ(reported, (QList<int>{-17, -19, -32}));
+    EXPECT_EQ(Meld_Lesen(Meld_Satz_Nr(4, 32)).Aktiv, 0);
+}
+
+TEST_F(MessageStoreTest, RestartWithActiveMessagesComesNotAgainButGoesAtFirstScan)
+{
+    // Furnace 0: messages 2 and 17 were active when the station stopped, and
+    // message 16 (bit 15 of word 87) as well.
+    QByteArray file(62 * 17, '\0');
+    auto seed = [&file](int nr, const char *tail) {
+        file.replace((nr - 1) * 62, 62, QByteArray("Meldung") + QByteArray(33, ' ') + hex(tail));
+    };
+    seed(2, "01 00000000 00 00000000 010218 080000 000000000000");
+    seed(16, "01 00000000 00 00000000 010218 080100 000000000000");
+    seed(17, "01 00000000 00 00000000 010218 080200 000000000000");
+    writeRaw(file);
+    ASSERT_TRUE(Meld_Datei_Oeffnen());
+    Meld_Texte_Laden();
+    EXPECT_EQ(plant.Meld_Letzt(0, 0), i16(0x8002));
+    EXPECT_EQ(plant.Meld_Letzt(0, 1), 0x0001);
+
+    // The PLC still has messages 2 and 16, message 17 ended while the station was away.
+    const QByteArray rec2 = recordBytes(2);
+    const Meld_Zugriffe vorher = Meld_Datei_Zugriffe();
+    scan(0, i16(0x8002), 0, 0);
+    EXPECT_EQ(reported, (QList<int>{-17}));
+    EXPECT_EQ(Meld_Datei_Zugriffe().lesen - vorher.lesen, 1);
+    EXPECT_EQ(Meld_Datei_Zugriffe().schreiben - vorher.schreiben, 1);
+    EXPECT_EQ(recordBytes(2), rec2);
+    EXPECT_EQ(recordBytes(17).mid(40, 1), hex("00"));
+    EXPECT_EQ(recordBytes(17).mid(50, 12), hex("010218 080200 050318 0E0709"));
+}
+
+TEST_F(MessageStoreTest, TextsAreWrittenOnlyWhenTheyDifferAndReadBackAtStart)
+{
+    ASSERT_TRUE(Meld_Datei_Oeffnen());
+    MeldEintrag(6, 5);
+    const QByteArray status = recordBytes(605).mid(40);
+
+    MeldText_Sichern(6, 5, QStringLiteral("  Tür geöffnet  "));
+    EXPECT_EQ(recordBytes(605).left(40), hex("54 FC 72 20 67 65 F6 66 66 6E 65 74") + QByteArray(28, ' '));
+    EXPECT_EQ(recordBytes(605).mid(40), status);
+    const Meld_Zugriffe vorher = Meld_Datei_Zugriffe();
+    MeldText_Sichern(6, 5, QStringLiteral("Tür geöffnet"));
+    EXPECT_EQ(Meld_Datei_Zugriffe().schreiben, vorher.schreiben);
+
+    // A text longer than 22 characters is stored whole and cut when loaded.
+    MeldText_Sichern(6, 48, QStringLiteral("Drehzahl Kammerkuehlung zu gering"));
+    // Record 97 holds four 8-character track names, record 98 two 16-character names.
+    plant.Spur(6, 0) = QStringLiteral("Kammer");
+    plant.Spur(6, 1) = QStringLiteral("Argon");
+    plant.Spur(6, 2) = QStringLiteral("Spur 3");
+    plant.Spur(6, 3) = QStringLiteral("Spur 4 lang");
+    plant.Spur_Titel(6, 0) = QStringLiteral("Anlage Nord");
+    plant.Spur_Titel(6, 1) = QStringLiteral("Linie 2");
+    MeldText_Sichern(6, 97, QString());
+    EXPECT_EQ(recordBytes(697).left(40), QByteArray("Kammer  Argon   Spur 3  Spur 4 l        "));
+    EXPECT_EQ(recordBytes(698).left(40), QByteArray("Anlage Nord     Linie 2                 "));
+
+    // Numbers that are neither a message nor 97 touch nothing.
+    const Meld_Zugriffe vorher2 = Meld_Datei_Zugriffe();
+    for (int n : {0, 49, 98})
+        MeldText_Sichern(6, n, QStringLiteral("x"));
+    EXPECT_EQ(Meld_Datei_Zugriffe().lesen, vorher2.lesen);
+
+    Meld_Datei_Schliessen();
+    resetPlant();
+    plant.Pfad[0] = dir.path();
+    ASSERT_TRUE(Meld_Datei_Oeffnen());
+    Meld_Texte_Laden();
+    EXPECT_EQ(plant.Meld_Text(6, 4), QStringLiteral("Tür geöffnet"));
+    EXPECT_EQ(plant.Meld_Text(6, 47), QStringLiteral("Drehzahl Kammerkuehlun"));
+    EXPECT_EQ(plant.Meld_Text(6, 0), QString()); // never written
+    EXPECT_EQ(plant.Spur(6, 1), QStringLiteral("Argon"));
+    EXPECT_EQ(plant.Spur(6, 3), QStringLiteral("Spur 4 l"));
+    EXPECT_EQ(plant.Spur_Titel(6, 0), QStringLiteral("Anlage Nord"));
+    EXPECT_EQ(plant.Spur_Titel(6, 1), QStringLiteral("Linie 2"));
+    EXPECT_EQ(plant.Meld_Letzt(6, 0), 0x0010); // message 5 was active
+}
+
+TEST_F(MessageStoreTest, MessageCountFollowsTheVersionWord)
+{
+    plant.Ofen_Typ[1] = i16(0x9064); // layout block at 100, large layout
+    plant.Ofen_Typ[2] = i16(0x8064); // layout block, plain layout
+    plant.Ofen_Typ[3] = 0x1000;      // no version word: bit 12 alone counts for nothing
+    for (int ofen = 0; ofen < 3; ++ofen)
+        Meld_Anzahl_Setzen(ofen);
+    EXPECT_EQ(plant.Meld_Anzahl[0], 48);
+    EXPECT_EQ(plant.Meld_Anzahl[1], 32);
+    EXPECT_EQ(plant.Meld_Anzahl[2], 32);
+}
+
+} // namespace
