@@ -35,6 +35,8 @@ struct Hooks {
     /// `Sprache` changed and the language tables are switched: the main window
     /// re-captions its menus and asks the open forms to redraw.
     std::function<void()> Sprache_Geaendert;
+    /// The live curve's sample of the main cycle (its last step).
+    std::function<void()> Graph_Online;
 };
 
 extern Hooks hooks;
