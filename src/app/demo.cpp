@@ -1,0 +1,88 @@
+#include "app/demo.h"
+
+#include "config/config_file.h"
+#include "config/paths.h"
+#include "core/conversions.h"
+#include "core/plant_state.h"
+#include "link/socket.h"
+#include "sim/plant.h"
+
+#include <QDir>
+#include <QFile>
+#include <QHostAddress>
+#include <unistd.h>
+
+namespace kal {
+
+namespace {
+
+/// The station's configuration of the simulated plant: address, kind, type
+/// word, names and serial of each furnace, recording on; then the file is
+/// written and the plant state cleared again for the start-up to read it.
+void konfigurationSchreiben(const sim::PlantDescription &d)
+{
+    for (const sim::FurnaceDescription &s : d.furnaces) {
+        const int f = s.index;
+        if (f < 0 || f >= OFEN_MAX)
+            continue;
+        const quint32 ip = QHostAddress(s.address).toIPv4Address();
+        for (int o = 0; o < 4; ++o)
+            plant.Ofen_IP(f, o) = static_cast<u8>((ip >> (8 * (3 - o))) & 0xFF);
+        plant.Ofen_Typ[f + 1] = s.typeWord();
+        plant.Ofen_UDP[f] = flag(s.protocol == sim::Protocol::MemoryLink);
+        plant.Ofen_Aktiv[f] = TRUE16;
+        plant.Ofen_Charge[f] = TRUE16;
+        plant.Ofen_Name[f] = Fest(s.name, 16).trimmed();
+        plant.Ofen_Bezeichnung[f] = plant.Ofen_Name[f];
+        plant.Ofen_Serie[f] = s.serial;
+        plant.Ofen_Version[f] = s.version;
+        plant.TempLog_Takt[f] = 60;
+        plant.Ofen_Nr_Prog[f] = static_cast<i16>(f + 1);
+    }
+    for (int k = 1; k <= 3; ++k)
+        QDir().mkpath(Standard_Ordner(k));
+    for (int k = 1; k <= 3; ++k)
+        plant.Pfad[k] = Standard_Ordner(k);
+    Config_Schreiben(false);
+}
+
+} // namespace
+
+Demo::Demo() = default;
+Demo::~Demo() = default;
+
+bool Demo::starten(bool modbusPortGiven, QString *error)
+{
+    sim::PlantDescription d = sim::demoPlant();
+    if (!modbusPortGiven && ::geteuid() != 0)
+        Modbus_Port = 1502; // nobody but root may listen on 502
+    d.modbusPort = Modbus_Port;
+
+    if (Daten_Ordner_Option.isEmpty())
+        Daten_Ordner_Option = QDir::home().filePath(QStringLiteral("Kalmeron-Demo"));
+    resetPlant();
+    Pfade_Setzen();
+    if (!QFile::exists(Daten_Datei(CONFIG_DATEI)))
+        konfigurationSchreiben(d);
+    resetPlant();
+
+    m_sim = std::make_unique<sim::SimPlant>(d);
+    if (!m_sim->start(error))
+        return false;
+    for (const QString &line : m_sim->summary())
+        std::fprintf(stdout, "demo: %s\n", qPrintable(line));
+    std::fflush(stdout);
+
+    // The simulated plant runs in real time beside the station.
+    m_uhr.start();
+    m_takt.setInterval(100);
+    connect(&m_takt, &QTimer::timeout, this, [this] {
+        const qint64 jetzt = m_uhr.elapsed();
+        m_sim->advance(jetzt - m_bisher);
+        m_bisher = jetzt;
+    });
+    m_takt.start();
+    return true;
+}
+
+} // namespace kal

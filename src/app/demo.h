@@ -1,0 +1,37 @@
+#pragma once
+// `kalmeron --demo`: the built-in furnace simulator on loopback, a demo data
+// folder with a configuration of the simulated plant, and the station running
+// against it in the same process.
+
+#include <QObject>
+#include <QElapsedTimer>
+#include <QTimer>
+#include <memory>
+
+namespace kal {
+
+namespace sim {
+class SimPlant;
+}
+
+class Demo : public QObject {
+public:
+    Demo();
+    ~Demo() override;
+
+    /// Prepares the data folder (the --data folder, else ~/Kalmeron-Demo),
+    /// writes its configuration when there is none, and starts the simulator.
+    /// Without the right to listen on 502 (and no --modbus-port given) both
+    /// sides use the Modbus port 1502. False with the reason in `error`.
+    bool starten(bool modbusPortGiven, QString *error);
+
+    sim::SimPlant *plant() const { return m_sim.get(); }
+
+private:
+    std::unique_ptr<sim::SimPlant> m_sim;
+    QTimer m_takt;
+    QElapsedTimer m_uhr;
+    qint64 m_bisher = 0;
+};
+
+} // namespace kal

@@ -1,0 +1,50 @@
+#include "sim/link_faults.h"
+
+namespace kal::sim {
+
+AnswerFault LinkFaults::take()
+{
+    if (answer == AnswerFault::None || answerCount == 0)
+        return AnswerFault::None;
+    const AnswerFault f = answer;
+    if (answerCount > 0 && --answerCount == 0)
+        answer = AnswerFault::None;
+    return f;
+}
+
+QByteArray LinkFaults::spoil(AnswerFault f, QByteArray answer) const
+{
+    if (f == AnswerFault::Short)
+        return answer.left(shortLength);
+    if (f == AnswerFault::Oversize && answer.size() < oversizeLength)
+        answer.append(QByteArray(oversizeLength - answer.size(), '\0'));
+    return answer;
+}
+
+void LinkControl::dropLink()
+{
+    if (faults.down)
+        return;
+    faults.down = true;
+    Q_EMIT downChanged(true);
+}
+
+void LinkControl::setAnswerFault(AnswerFault f, int count)
+{
+    faults.answer = f;
+    faults.answerCount = f == AnswerFault::None ? -1 : count;
+}
+
+void LinkControl::resume()
+{
+    const bool wasDown = faults.down;
+    const LinkFaults fresh;
+    faults.down = false;
+    faults.delayMs = 0;
+    faults.answer = AnswerFault::None;
+    faults.answerCount = fresh.answerCount;
+    if (wasDown)
+        Q_EMIT downChanged(false);
+}
+
+} // namespace kal::sim

@@ -1,0 +1,176 @@
+// Log blocks through the trigger handshake: offered at the trigger word,
+// kept until the station writes 0 there, then the next; kept in order while
+// the link is down. And the word layouts of the block kinds.
+
+#include "sim/log_blocks.h"
+#include "sim_test_support.h"
+
+#include <gtest/gtest.h>
+
+using namespace simtest;
+
+namespace {
+
+QVector<int16_t> kinds(const QVector<QVector<int16_t>> &blocks)
+{
+    QVector<int16_t> k;
+    for (const auto &b : blocks)
+        k.append(b[0]);
+    return k;
+}
+
+TEST(LogHandshakeTest, BlockStaysUntilAcknowledgedThenTheNextFollows)
+{
+    PlantDescription d;
+    d.furnaces = {furnaceDesc(1, Protocol::Modbus, true, 500)};
+    auto plant = startPlant(d);
+    SimFurnace *f = plant->furnace(0);
+    ASSERT_EQ(f->log().triggerAddress(), 400);
+
+    QVector<int16_t> a(40, 0), b(40, 0);
+    a[0] = 154;
+    a[39] = 39;
+    b[0] = 160;
+    f->queueBlock(a);
+    f->queueBlock(b);
+    EXPECT_EQ(f->word(400), 154);
+    EXPECT_EQ(f->word(439), 39);
+    plant->advance(60000);
+    EXPECT_EQ(f->word(400), 154) << "no timeout: the block waits for the station";
+
+    f->write(400, {1}, QStringLiteral("test"));
+    EXPECT_EQ(f->word(400), 1) << "only 0 takes the block";
+    f->write(401, {0}, QStringLiteral("test"));
+    EXPECT_EQ(f->log().waiting(), 1);
+
+    f->write(400, {0}, QStringLiteral("test"));
+    EXPECT_EQ(f->word(400), 160);
+    EXPECT_EQ(f->word(439), 0) << "the words of the old block don't stay behind";
+    f->write(400, {0}, QStringLiteral("test"));
+    EXPECT_EQ(f->word(400), 0);
+    f->write(400, {0}, QStringLiteral("test")); // nothing offered: nothing taken
+    EXPECT_EQ(kinds(f->log().taken()), (QVector<int16_t>{154, 160}));
+}
+
+TEST(LogHandshakeTest, BlocksQueuedDuringALinkDropComeOutInOrder)
+{
+    PlantDescription d;
+    FurnaceDescription fd = furnaceDesc(2, Protocol::MemoryLink, true, 240);
+    fd.program = {QStringLiteral("Test"), {{1, 500, 3000, 100}}};
+    d.furnaces = {fd};
+    auto plant = startPlant(d);
+    SimFurnace *f = plant->furnace(1);
+    const QString host = fd.address;
+    const quint16 port = f->udpPort();
+    UdpClient client;
+
+    f->startProgram();
+    f->link().dropLink();
+    plant->advance(10000); // a compact sample each second
+    EXPECT_GE(f->log().waiting(), 9);
+    client.send(writeFrame(220, {0}), host, port); // lost: the link is down
+    pumpUntil([&] { return plant->frames().records().size() == 1; });
+    f->link().resume();
+
+    // The station's side: read the trigger block, take the block, again.
+    QVector<QVector<int16_t>> got;
+    for (int guard = 0; guard < 50; ++guard) {
+        const QVector<int16_t> w = answerWords(client.ask(readFrame(220, 16), host, port));
+        if (w.isEmpty() || w[0] == 0)
+            break;
+        got.append(w);
+        ASSERT_EQ(client.ask(writeFrame(220, {0}), host, port).size(), 10);
+    }
+    ASSERT_GE(got.size(), 10);
+    for (int i = 0; i < got.size(); ++i) {
+        EXPECT_EQ(got[i][0], 131) << "compact blocks on the 16-word trigger";
+        EXPECT_EQ(got[i][3], 1) << "batch number";
+        if (i > 0) {
+            // Stamps rise by a second (two seconds a step of word B).
+            const int before = uint16_t(got[i - 1][2]), now = uint16_t(got[i][2]);
+            EXPECT_LE(before, now);
+            EXPECT_GE(uint16_t(got[i][12]), uint16_t(got[i - 1][12])) << "the furnace heats";
+        }
+    }
+    EXPECT_EQ(got, f->log().taken());
+}
+
+TEST(LogBlockLayoutTest, KindsCarryTheirWordsInPlace)
+{
+    SampleValues v;
+    v.stamp = QDateTime(QDate(2024, 3, 1), QTime(7, 5, 2), Qt::UTC);
+    v.setpoint = 5000;
+    v.actual = 4985;
+    v.output = 63;
+    v.state = 1;
+    v.messages = {0x0004, 0x0100, 0};
+    v.segment = 2;
+    v.kind = 1;
+    v.target = 650;
+    v.remaining = 125;
+    v.batch = 0x00012345;
+
+    // Word A: day 1, month 3, year 24; word B: 07:05:02.
+    const QVector<int16_t> stamp{int16_t(1 << 11 | 3 << 7 | 24), int16_t(7 << 11 | 5 << 5 | 1)};
+
+    const QVector<int16_t> g = groupBlock(v);
+    ASSERT_EQ(g.size(), 40);
+    EXPECT_EQ(g.mid(0, 10), (QVector<int16_t>{154, stamp[0], stamp[1], 5000, 4985, 63, 0x2345, 0x0001, 4, 0x100}));
+    EXPECT_EQ(g[30], 125);
+    EXPECT_EQ(uint16_t(g[36]), 0x0201) << "kind in the low byte, segment in the high byte";
+    EXPECT_EQ(g[37], 650);
+
+    const QVector<int16_t> c = compactBlock(v);
+    ASSERT_EQ(c.size(), 16);
+    EXPECT_EQ(c, (QVector<int16_t>{131, stamp[0], stamp[1], 0x2345, 0x0001, 4, 0x100, 0x0201, 0, 650, 125, 5000,
+                                   4985, 63, 0, 0}));
+
+    const QVector<int16_t> p = plainSampleBlock(v);
+    EXPECT_EQ(p.size(), 10);
+    EXPECT_EQ(p.mid(0, 6), (QVector<int16_t>{1, stamp[0], stamp[1], 4985, 5000, 63}));
+    EXPECT_EQ(p[8], 1);
+    EXPECT_EQ(p[9], 4);
+    EXPECT_EQ(announcementBlock(7, v.stamp).mid(0, 3), (QVector<int16_t>{207, stamp[0], stamp[1]}));
+
+    // Program text: characters 1 and 2 in w31, low byte first.
+    const QVector<int16_t> t = programTextBlock(QStringLiteral("Härten 820"), v.stamp, 5);
+    EXPECT_EQ(uint16_t(t[31]), uint16_t('H' | 0xE4 << 8));
+    EXPECT_EQ(t[6], 5);
+    const QVector<int16_t> o = operatorTextBlock(QStringLiteral("Charge 4711 Welle"), v.stamp);
+    EXPECT_EQ(o.size(), 20);
+    EXPECT_EQ(o[0], 9001);
+    EXPECT_EQ(uint16_t(o[10]), uint16_t('C' | 'h' << 8));
+    const QVector<int16_t> e = elementBlock({300, 301, 999, 303}, v.stamp, 9);
+    EXPECT_EQ(e.mid(3, 6), (QVector<int16_t>{300, 301, 999 & 0xFF, 9, 0, 303}));
+}
+
+TEST(LogHandshakeTest, ProgramStartAnnouncesTheBatchFirst)
+{
+    PlantDescription d;
+    FurnaceDescription plain = furnaceDesc(1, Protocol::MemoryLink, false);
+    plain.firstBatch = 41;
+    plain.program = {QStringLiteral("Anlassen"), {{1, 300, 3000, 100}}};
+    FurnaceDescription headed = furnaceDesc(3, Protocol::Modbus, true, 500);
+    headed.trackCode = 406;
+    headed.program = {QStringLiteral("Anlassen"), {{1, 300, 3000, 100}}};
+    d.furnaces = {plain, headed};
+    auto plant = startPlant(d);
+    for (int i : {0, 2}) {
+        plant->furnace(i)->startProgram();
+        plant->advance(6000);
+        plant->furnace(i)->stopProgram();
+        plant->furnace(i)->startProgram();
+        plant->advance(1000);
+        while (plant->furnace(i)->log().offering())
+            plant->furnace(i)->write(plant->furnace(i)->log().triggerAddress(), {0}, QStringLiteral("test"));
+    }
+    EXPECT_EQ(kinds(plant->furnace(0)->log().taken()),
+              (QVector<int16_t>{241, 1, 1, 1, 1, 1, 1, 1, 242, 1}))
+        << "announcement, a sample a second, the last sample at the stop, the next batch";
+    const QVector<int16_t> k = kinds(plant->furnace(2)->log().taken());
+    EXPECT_EQ(k, (QVector<int16_t>{159, 154, 154, 154, 154, 154, 154, 160, 154, 159, 154}))
+        << "program text first, element currents after every sixth sample";
+    EXPECT_EQ(plant->furnace(2)->log().taken()[0].mid(31, 4), textWords(QStringLiteral("Anlassen"), 4));
+}
+
+} // namespace
