@@ -1,0 +1,220 @@
+// Channel tables from the furnace type and the identity code words.
+
+#include "config/channel_tables.h"
+#include "config/languages.h"
+
+#include <gtest/gtest.h>
+
+using namespace kal;
+
+namespace {
+
+class ChannelTables : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        resetPlant();
+        Sprachtext_Fuellen();
+    }
+
+    static void paar(int slot, int k, int a, int b)
+    {
+        plant.Ofen_Kennung_A(slot, k) = static_cast<i16>(a);
+        plant.Ofen_Kennung_B(slot, k) = static_cast<i16>(b);
+    }
+
+    /// Name and unit of one channel described by A alone, built in slot 0.
+    static std::pair<QString, QString> benannt(int a, int kanal = 0)
+    {
+        plant.Ofen_Typ[0] = -10;
+        paar(0, kanal, a, 1);
+        Kanal_Fix(0);
+        return {plant.Kanal_Name(0, kanal), plant.Kanal_Einheit(0, kanal)};
+    }
+
+    /// Set, actual, output word, divider, controller and set-curve flags of a channel.
+    static std::vector<int> kanal(int n, int k)
+    {
+        return {plant.Kanal_Adr_Soll(n, k), plant.Kanal_Adr_Ist(n, k), plant.Kanal_Adr_Out(n, k),
+                plant.Kanal_Teiler(n, k), plant.Kanal_Regler(n, k), plant.Kanal_Soll_Kurve(n, k)};
+    }
+};
+
+TEST_F(ChannelTables, PlainFurnaceGetsTheFixedTable)
+{
+    plant.Ofen_Typ[3] = 2;
+    plant.Ofen_Gross[2] = TRUE16;
+    plant.Ofen_Opt_A[2] = TRUE16;
+    plant.Kanal_Regler(3, 11) = TRUE16;
+
+    Spuren_Setzen(3);
+
+    EXPECT_EQ(plant.Ofen_Typ[3], 0);
+    EXPECT_EQ(plant.Ofen_Gross[2], 0);
+    EXPECT_EQ(plant.Ofen_Opt_A[2], 0);
+    EXPECT_EQ(plant.Kanal_Regler(3, 11), 0);
+    EXPECT_EQ(plant.Kanal_Zahl[3], 4);
+    EXPECT_EQ(plant.Datei_Art[3], QStringLiteral("DEN03"));
+    EXPECT_EQ(plant.Adr_Trigger[2], 90);
+    EXPECT_EQ(plant.Trigger_Len[2], 10);
+
+    const struct { int k; const char *name, *einheit; int teiler, adr_ist; } soll[] = {
+        {0, "Sollwert", " °C  ", 1, 43}, {3, "Status", "     ", 1, 37}, {4, "Strom", " A   ", 10, 64},
+        {6, "Widerstand", " Ohm ", 1000, 0}, {7, "", "     ", 1000, 1},
+    };
+    for (const auto &z : soll) {
+        SCOPED_TRACE(z.k);
+        EXPECT_EQ(plant.Kanal_Name(3, z.k), QString::fromUtf8(z.name));
+        EXPECT_EQ(plant.Kanal_Einheit(3, z.k), QString::fromUtf8(z.einheit));
+        EXPECT_EQ(plant.Kanal_Teiler(3, z.k), z.teiler);
+        EXPECT_EQ(plant.Kanal_Adr_Ist(3, z.k), z.adr_ist);
+        EXPECT_EQ(plant.Kanal_Status(3, z.k), z.k == 3 ? TRUE16 : 0);
+    }
+    // Set point, actual value, output and state share the parameter words of the one controller.
+    for (int k = 0; k < 4; ++k)
+        EXPECT_EQ((std::vector<int>{plant.Reg_Adr(3, 4 * k), plant.Reg_Adr(3, 4 * k + 1),
+                                    plant.Reg_Adr(3, 4 * k + 2), plant.Reg_Adr(3, 4 * k + 3)}),
+                  (std::vector<int>{47, 48, 49, 52}));
+    EXPECT_EQ(plant.Reg_Adr(3, 16), 0);
+
+    plant.Ofen_Serie[2] = QStringLiteral("0708-001-QRV");
+    plant.Sprache = 1;
+    Spuren_Setzen(3);
+    EXPECT_EQ(plant.Kanal_Zahl[3], 7);
+    EXPECT_EQ(plant.Kanal_Name(3, 0), plant.Sprachtext(1, 41));
+}
+
+TEST_F(ChannelTables, HeadedFurnaceFromItsCodeWords)
+{
+    const int n = 2, f = 1;
+    plant.Ofen_Typ[n] = i16(0x9064); // block at word 100, large layout; Modbus/TCP
+    plant.Ofen_Version[f] = QStringLiteral("0D"); // 0x4430: option A
+    paar(n, 0, 0x10A | 0x4000 | 0x8000, 42);          // set point, controller, set curve
+    paar(n, 1, 0x10B | 0x2000, 0x2000 | 0x1000 | 100); // actual value, decimals, words in tens
+    paar(n, 2, 0x70C | 0x2000 | 0x4000, 49);          // output with controller
+    paar(n, 3, 0x0D, 36);                             // state
+    paar(n, 5, 0x10A, 200);                           // behind a gap: not counted
+
+    Spuren_Setzen(n);
+
+    EXPECT_EQ(plant.Datei_Art[n], QStringLiteral("ADD 2"));
+    EXPECT_EQ(plant.Adr_Trigger[f], 400);
+    EXPECT_EQ(plant.Trigger_Len[f], 40);
+    EXPECT_EQ(plant.Ofen_Opt_A[f], TRUE16);
+    EXPECT_EQ(plant.Ofen_Opt_B[f], 0);
+    EXPECT_EQ(plant.Ofen_Basis[f], 100);
+    EXPECT_EQ(plant.Prog_Page[f], 1088);
+    EXPECT_EQ(plant.Kanal_Zahl[n], 4);
+
+    EXPECT_EQ(kanal(n, 0), (std::vector<int>{42, 43, 44, 1, -1, -1}));
+    EXPECT_EQ(kanal(n, 1), (std::vector<int>{0, 110, 0, 100, 0, 0}));
+    EXPECT_EQ(kanal(n, 2), (std::vector<int>{0, 50, 51, 10, -1, 0}));
+    EXPECT_EQ(plant.Reg_Adr(n, 0), 45);
+    EXPECT_EQ(plant.Reg_Adr(n, 3), 48);
+    EXPECT_EQ(plant.Reg_Adr(n, 4), 130);
+    EXPECT_EQ(plant.Reg_Adr(n, 7), 160);
+    EXPECT_EQ(plant.Kanal_Name(n, 1), QStringLiteral("  Istwert"));
+    EXPECT_EQ(plant.Kanal_Status(n, 3), TRUE16);
+    EXPECT_EQ(plant.Kanal_Name(n, 3), QStringLiteral("  Status"));
+
+    // The controllers in channel order.
+    EXPECT_EQ(plant.Reg_Anzahl[f], 2);
+    EXPECT_EQ(plant.Reg_Kanal(f, 1), 0);
+    EXPECT_EQ(plant.Reg_Kanal(f, 2), 2);
+    EXPECT_EQ(plant.Reg_Name(f, 1), QStringLiteral("Stellwert"));
+    EXPECT_EQ(plant.Reg_Einheit(f, 1), QStringLiteral(" %   "));
+}
+
+TEST_F(ChannelTables, MemoryLinkFurnaceTriggerOptionsAndParameterBlock)
+{
+    const int n = 6, f = 5;
+    plant.Ofen_Typ[n] = i16(0x8064);
+    plant.Ofen_UDP[f] = TRUE16;
+    plant.Ofen_Version[f] = QStringLiteral("0H"); // 0x4830: option B
+    paar(n, 0, 0x10A | 0x4000, 10);
+    paar(n, 1, 0x10A | 0x8000, 20); // first channel with a set curve
+    paar(n, 2, 0x10A | 0x8000, 30);
+
+    Spuren_Setzen(n);
+
+    EXPECT_EQ(plant.Adr_Trigger[f], 220);
+    EXPECT_EQ(plant.Trigger_Len[f], 16);
+    EXPECT_EQ(plant.Ofen_Opt_B[f], TRUE16);
+    EXPECT_EQ(plant.Reg_Adr(n, 0), 13);
+    for (int j = 0; j < 4; ++j)
+        EXPECT_EQ(plant.Reg_Adr(n, 4 + j), 630 + 10 * j);
+    EXPECT_EQ(plant.Reg_Adr(n, 8), 33);
+
+    plant.Ofen_Version[f].clear(); // still two characters wide: no program end
+    Spuren_Setzen(n);
+    EXPECT_EQ(plant.Ofen_Opt_B[f], 0);
+}
+
+TEST_F(ChannelTables, ChannelCountBetweenFourAndEleven)
+{
+    plant.Ofen_Typ[1] = -1;
+    for (int k = 0; k < KANAELE; ++k)
+        paar(1, k, 0x10A, 10 + k);
+    Kanal_Fix(1);
+    EXPECT_EQ(plant.Kanal_Zahl[1], 11);
+
+    paar(1, 6, 0x10A, 0x1000); // word 0 ends the count; other bits do not count
+    Kanal_Fix(1);
+    EXPECT_EQ(plant.Kanal_Zahl[1], 6);
+
+    for (int k = 0; k < KANAELE; ++k)
+        paar(1, k, 0, 0);
+    Kanal_Fix(1);
+    EXPECT_EQ(plant.Kanal_Zahl[1], 4);
+}
+
+// Kinds 0..3 are a reading of this station; the others depend on the unit code.
+TEST_F(ChannelTables, NamesAndUnitsByKindAndUnitCode)
+{
+    const struct { int a; const char *name, *einheit; } faelle[] = {
+        {0x000, "Vorwärm   ", "     "}, {0x101, "Vorwärm   ", " °C  "},  {0x402, "Begasung ", " m³/h"},
+        {0x103, "Kühlung  ", " °C  "},  {0x904, "Druck     ", " bar "},  {0x004, "Vakuum    ", "     "},
+        {0x809, "Zone        ", " Ohm "}, {0x709, "Widerstand", " %   "}, {0x10D, "  Heizung   ", " °C  "},
+        {0x63F, "Loetbad   ", "L/Min"},  {0x60F, "Loetbad   ", " V   "}, {0xA0E, "Strom", "     "},
+    };
+    for (const auto &c : faelle)
+        EXPECT_EQ(benannt(c.a), std::make_pair(QString::fromUtf8(c.name), QString::fromUtf8(c.einheit)))
+            << std::hex << c.a;
+}
+
+TEST_F(ChannelTables, NameCompletionFromTheSubCode)
+{
+    EXPECT_EQ(benannt(0x101A, 0).first, QStringLiteral("R Sollwert 1"));
+    EXPECT_EQ(benannt(0x106B, 1).first, QStringLiteral("  L Istwert 2"));
+    EXPECT_EQ(benannt(0x1889, 2).first, QStringLiteral("Tür Zone 3      "));
+    EXPECT_EQ(benannt(0x1A9A, 4).first, QStringLiteral("TNV 5       "));
+    EXPECT_EQ(benannt(0x1B9A, 5), std::make_pair(QStringLiteral("C3H8 6      "), QStringLiteral(" ppm ")));
+    EXPECT_EQ(benannt(0x1C9A, 10).first, QStringLiteral("O2 11       "));
+    EXPECT_EQ(benannt(0x119A, 6).first, QStringLiteral("Sollwert 7")); // ordinary unit: number only
+    EXPECT_EQ(benannt(0x110D, 5).first, QStringLiteral("  Heizung 6 "));
+}
+
+TEST_F(ChannelTables, BatchOnViewUsesSlotZeroOnly)
+{
+    plant.Ofen_Typ[0] = -10;
+    plant.Adr_Trigger[0] = 90;
+    plant.Ofen_Basis[0] = 50;
+    plant.Reg_Anzahl[0] = 3;
+    paar(0, 0, 0x10A | 0x4000, 42);
+    paar(1, 0, 0x10B, 77);
+
+    Spuren_Setzen(0);
+    EXPECT_EQ(plant.Datei_Art[0], QStringLiteral("ADD 0"));
+    EXPECT_EQ(plant.Kanal_Adr_Ist(0, 0), 43);
+    EXPECT_EQ(plant.Kanal_Adr_Ist(1, 0), 0);
+    EXPECT_EQ(plant.Adr_Trigger[0], 90);
+    EXPECT_EQ(plant.Ofen_Basis[0], 50);
+    EXPECT_EQ(plant.Reg_Anzahl[0], 3);
+
+    plant.Ofen_Typ[0] = 0;
+    Spuren_Setzen(0);
+    EXPECT_EQ(plant.Datei_Art[0], QStringLiteral("DEN00"));
+    EXPECT_EQ(plant.Kanal_Zahl[0], 4);
+}
+
+} // namespace
