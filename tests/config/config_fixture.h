@@ -1,0 +1,74 @@
+#pragma once
+// A clean plant with its data folder in a temporary folder, the German texts,
+// scripted dialogs and a pinned clock (17 May 2024).
+
+#include "config/languages.h"
+#include "config/paths.h"
+#include "core/dates.h"
+#include "core/dialogs.h"
+#include "core/plant_state.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace kal::test {
+
+class ConfigFixture : public ::testing::Test {
+protected:
+    QTemporaryDir tmp;
+    ScriptedDialogs dlg;
+
+    void SetUp() override
+    {
+        resetPlant();
+        Sprachtext_Fuellen();
+        setDialogs(&dlg);
+        setJetzt(QDateTime(QDate(2024, 5, 17), QTime(10, 30, 0), Qt::UTC));
+        Daten_Ordner_Option = tmp.filePath(QStringLiteral("data"));
+        Pfade_Setzen();
+    }
+    void TearDown() override
+    {
+        setDialogs(nullptr);
+        setJetzt(QDateTime());
+        Daten_Ordner_Option.clear();
+        QDir::setCurrent(QDir::tempPath());
+    }
+
+    QString configPath() const { return Daten_Datei(QStringLiteral("Kalmeron.DAT")); }
+    QByteArray configBytes() const
+    {
+        QFile f(configPath());
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+    }
+    void writeConfig(const QByteArray &bytes) const
+    {
+        QFile f(configPath());
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        f.write(bytes);
+    }
+    /// The log book, USB and CSV folders at their defaults: reading asks nothing.
+    void makeDefaultFolders() const
+    {
+        for (const char *d : {"LogBuch", "USB", "CSV"})
+            QDir().mkpath(Daten_Datei(QString::fromLatin1(d)));
+    }
+    QStringList shown(const QString &kind) const
+    {
+        QStringList out;
+        for (const auto &s : dlg.shown)
+            if (s.kind == kind)
+                out << s.text;
+        return out;
+    }
+};
+
+/// Byte offset of a field of the configuration file: record nr (from 1), offset in the record.
+inline int at(int nr, int offset)
+{
+    return (nr - 1) * 34 + offset;
+}
+
+} // namespace kal::test
