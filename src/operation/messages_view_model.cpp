@@ -217,6 +217,8 @@ std::array<QString, 8> Tasten_Texte()
                                                                        : QStringLiteral("SMS ON ");
         }
     } else if (plant.Seite_Ofen >= 1 && plant.Seite_Ofen <= OFEN_MAX) {
+        // The furnace's type text is its 16-character name, the type the PLC
+        // reports for itself.
         t[6] = QStringLiteral("Quitt ") + Fest(plant.Ofen_Name[plant.Seite_Ofen - 1], 16);
     }
     t[7] = Text_Id(49);

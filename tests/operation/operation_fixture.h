@@ -18,6 +18,12 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+// Readable test output of texts.
+inline void PrintTo(const QString &s, std::ostream *os)
+{
+    *os << '"' << s.toStdString() << '"';
+}
+
 namespace kal::test {
 
 inline QDateTime wallTime(int y, int mo, int d, int h, int mi, int s)

@@ -1,0 +1,240 @@
+// The live page's rows: state texts and colours with their blink, set and
+// actual temperatures, the segment line by kind, the furnace buttons, the
+// selection of the furnace on view and the slow refresh.
+
+#include "operation_fixture.h"
+
+#include "core/conversions.h"
+#include "link/derived_data.h"
+
+#include <QLocale>
+
+using namespace kal;
+using namespace kal::test;
+
+namespace {
+
+class LivePageTest : public OperationTest {
+protected:
+    Seiten_Bild bild;
+
+    const Seiten_Zeile &zeile(int ofen) const { return bild.Zeile[ofen]; }
+
+    /// A plain furnace running segment 3 of its program.
+    void runningFurnace(int ofen)
+    {
+        onlineFurnace(ofen, QStringLiteral("Kammer"), QStringLiteral("2403-017-GKD"));
+        plant.Ofen_Bezeichnung[ofen] = QStringLiteral("Kammer %1").arg(ofen + 1);
+        plant.SPS_Wort(ofen, 37) = 1;
+        plant.SPS_Wort(ofen, 41) = 3;
+        plant.SPS_Wort(ofen, 42) = 1;
+        plant.SPS_Wort(ofen, 43) = 8234;
+        plant.SPS_Wort(ofen, 44) = 8125;
+        plant.SPS_Wort(ofen, 122) = 850;  // end temperature of segment 3
+        plant.SPS_Wort(ofen, 142) = 1255; // its rate, 0.1 K/h
+        plant.Prog_Dauer_Text[ofen] = QStringLiteral(" 12:05h");
+        plant.Prog_Ende_Text[ofen] = QStringLiteral("05.03.24 18:30");
+    }
+
+    QList<Farbwert> blink(int ofen, int refreshes)
+    {
+        QList<Farbwert> farben;
+        for (int k = 0; k < refreshes; ++k) {
+            Seite_Act(bild);
+            farben.append(zeile(ofen).Status_Farbe);
+        }
+        return farben;
+    }
+};
+
+QString dezimal(const char *zahl)
+{
+    return QString::fromLatin1(zahl).replace(QLatin1Char('.'), QLocale::system().decimalPoint());
+}
+
+TEST_F(LivePageTest, SegmentLineByKind)
+{
+    runningFurnace(0);
+    struct Fall {
+        int art;
+        QString befehl;
+        QString sollBef;
+    };
+    const Fall faelle[] = {
+        {1, QStringLiteral("3 Rampe  ( 12:05h)"), QStringLiteral("850°C  ") + dezimal("125.5") + QStringLiteral("K/h")},
+        {2, QStringLiteral("3 Haltezeit  ( 12:05h)"), QStringLiteral("850°C  ") + dezimal("125.5") + QStringLiteral("h")},
+        {3, QStringLiteral("3 Manuell"), QStringLiteral("850°C          ")},
+        {4, QStringLiteral("3 Laden"), QString()},
+        {5, QStringLiteral("3 Aufruf Programm"), QString()},
+        {0, QStringLiteral("3 Ende"), QString()},
+        {6, QStringLiteral("3 Ende"), QString()},
+    };
+    for (const Fall &f : faelle) {
+        plant.SPS_Wort(0, 42) = i16(f.art);
+        Seite_Act(bild);
+        EXPECT_EQ(zeile(0).Befehl, f.befehl) << "Art " << f.art;
+        EXPECT_EQ(zeile(0).Soll_Bef, f.sollBef) << "Art " << f.art;
+    }
+    EXPECT_EQ(zeile(0).Sollwert, QStringLiteral("823 °C"));
+    EXPECT_EQ(zeile(0).Istwert, QStringLiteral("813 °C")); // 812.5 rounds away from zero
+    EXPECT_EQ(zeile(0).Stellwert, QStringLiteral("  05.03.24 18:30"));
+
+    // A segment number pointing outside the image shows no target, no error.
+    plant.SPS_Wort(0, 41) = 2000;
+    plant.SPS_Wort(0, 42) = 1;
+    Seite_Act(bild);
+    EXPECT_EQ(zeile(0).Befehl, QStringLiteral("2000 Rampe  ( 12:05h)"));
+    EXPECT_EQ(zeile(0).Soll_Bef, QString());
+}
+
+TEST_F(LivePageTest, RemainingTimeAbove99HoursKeepsThreeDigits)
+{
+    runningFurnace(0);
+    plant.SPS_Wort(0, 41) = 1;
+    plant.SPS_Wort(0, 57) = 12345; // 123.45 h left in the segment
+    plant.SPS_Wort(0, 101) = 0;    // no further segment
+    plant.Datum_Block0[0] = QStringLiteral("05.03.2024 14:07:09");
+    plant.Prog_Neu[0] = -1;
+    int schritt = 0;
+    Ofen_Ableiten(0, schritt);
+    Seite_Act(bild);
+    EXPECT_EQ(zeile(0).Befehl, QStringLiteral("1 Rampe  (123:27h)"));
+}
+
+TEST_F(LivePageTest, StateTextsOfAPlainFurnace)
+{
+    runningFurnace(1);
+    plant.SPS_Wort(1, 16) = 7; // a timed start waits for 7:05
+    plant.SPS_Wort(1, 17) = 5;
+    struct Fall {
+        int w37, w9, basis;
+        const char *text;
+        Farbwert farbe;
+    };
+    const Fall faelle[] = {
+        {1, 0, 0, "Automatik", Farbe_Aktiv},
+        {2, 0, 0, "angehalten", Farbe_Warnung},
+        {2, 0, 50, "Manuell", Farbe_Warnung},
+        {0, 0x4000, 0, "Start um  07:05", Farbe_Warnung},
+        {0, 0, 0, "Aus", Farbe_Normal},
+    };
+    plant.SPS_Wort(1, 87) = 0x03; // bits 0 and 1 of word 87 are no fault
+    for (const Fall &f : faelle) {
+        plant.SPS_Wort(1, 37) = i16(f.w37);
+        plant.SPS_Wort(1, 9) = i16(f.w9);
+        plant.Ofen_Basis[1] = i16(f.basis);
+        Seite_Act(bild);
+        EXPECT_EQ(zeile(1).Status, QString::fromUtf8(f.text));
+        EXPECT_EQ(zeile(1).Status_Farbe, f.farbe) << f.text;
+    }
+}
+
+TEST_F(LivePageTest, FaultBlinksAgainstTheStateColour)
+{
+    runningFurnace(0);
+    plant.SPS_Wort(0, 88) = 1;
+    EXPECT_EQ(blink(0, 4), (QList<Farbwert>{Farbe_Stoerung, Farbe_Aktiv, Farbe_Stoerung, Farbe_Aktiv}));
+    plant.SPS_Wort(0, 88) = 0;
+    plant.SPS_Wort(0, 87) = 0x04; // bit 2 of word 87 is a fault below type 4
+    Seite_Act(bild);
+    EXPECT_EQ(zeile(0).Status, QStringLiteral("Fehler"));
+    Seite_Act(bild);
+    EXPECT_EQ(zeile(0).Status, QStringLiteral("Automatik"));
+
+    // Enabled but not connected: red and button face in turn; disabled: Offline.
+    plant.Ofen_Aktiv[3] = -1;
+    EXPECT_EQ(blink(3, 3), (QList<Farbwert>{Farbe_Stoerung, Farbe_Normal, Farbe_Stoerung}));
+    EXPECT_EQ(zeile(3).Status, QStringLiteral("Connect"));
+    EXPECT_EQ(blink(4, 2), (QList<Farbwert>{Farbe_Normal, Farbe_Normal}));
+    EXPECT_EQ(zeile(4).Status, QStringLiteral("Offline"));
+}
+
+TEST_F(LivePageTest, Type4FurnaceShowsOnlyItsStatusColour)
+{
+    runningFurnace(2);
+    plant.Ofen_Typ[3] = 4;
+    Seite_Act(bild);
+    EXPECT_EQ(zeile(2).Status_Farbe, Farbe_Aktiv);
+    EXPECT_EQ(zeile(2).Status, QString());
+    for (const QString *t : {&zeile(2).Sollwert, &zeile(2).Istwert, &zeile(2).Befehl, &zeile(2).Soll_Bef, &zeile(2).Stellwert})
+        EXPECT_EQ(*t, QString());
+
+    plant.SPS_Wort(2, 87) = 0x01; // any bit of word 87 is a fault from type 4 on
+    EXPECT_EQ(blink(2, 3), (QList<Farbwert>{Farbe_Stoerung, Farbe_Aktiv, Farbe_Stoerung}));
+    EXPECT_EQ(zeile(2).Status, QStringLiteral("Fehler"));
+}
+
+TEST_F(LivePageTest, TransportLayoutKeepsSegmentAndKind)
+{
+    runningFurnace(5);
+    plant.SPS_Wort(5, 41) = 4;
+    plant.SPS_Wort(5, 42) = 3;
+    plant.SPS_Wort(5, 123) = 640;
+    Seite_Act(bild);
+    EXPECT_EQ(zeile(5).Befehl, QStringLiteral("4 Manuell"));
+
+    plant.Ofen_Basis[5] = 50;
+    plant.SPS_Wort(5, 41) = 9;
+    plant.SPS_Wort(5, 42) = 1;
+    Seite_Act(bild);
+    EXPECT_EQ(zeile(5).Befehl, QStringLiteral("4 Manuell"));
+    EXPECT_EQ(zeile(5).Soll_Bef, QStringLiteral("640°C          "));
+}
+
+TEST_F(LivePageTest, FurnaceButtonsAndTheFurnaceOnView)
+{
+    runningFurnace(1);
+    plant.Ofen_Basis[1] = 50;
+    plant.Datum_Block0[1] = QStringLiteral("05.03.2024 14:07:09");
+    Block0_Zeit_Setzen(1);
+    plant.TempLog_Laeuft[1] = -1;
+    plant.Ofen_Bezeichnung[6] = QStringLiteral("Haube");
+    Seite_Act(bild);
+    EXPECT_EQ(zeile(1).OfenSelect, QStringLiteral("2: Kammer 2        \n05.03.24 14:07  CSV"));
+    EXPECT_EQ(zeile(6).OfenSelect, QStringLiteral("7: Haube           "));
+
+    int elemente = 0;
+    Seite_Elemente = [&elemente] { ++elemente; };
+    EXPECT_FALSE(Seite_Ofen_Klick(bild, 6)); // offline: selects nothing
+    EXPECT_EQ(plant.Seite_Ofen, 0);
+    EXPECT_EQ(Seite_Klick, 6);
+    EXPECT_TRUE(Seite_Ofen_Klick(bild, 1));
+    EXPECT_EQ(plant.Seite_Ofen, 2);
+    EXPECT_EQ(Seite_Index, 1);
+    EXPECT_EQ(zeile(1).OfenSelect_Tipp, QStringLiteral("Kammer            2403-017-GKD"));
+    EXPECT_TRUE(zeile(1).Markiert);
+    EXPECT_EQ(bild.Detail, Seiten_Detail::Transport);
+    EXPECT_EQ(elemente, 2);
+
+    // The furnace on view is lost: the page shows no detail and no mark.
+    bild.Label2 = QStringLiteral("x");
+    plant.Seite_Ofen = 0;
+    Seite_Act(bild);
+    EXPECT_EQ(bild.Detail, Seiten_Detail::Keine);
+    EXPECT_FALSE(zeile(1).Markiert);
+    EXPECT_FALSE(bild.Taste_Aktiv);
+    EXPECT_EQ(bild.Label2, QString());
+}
+
+TEST_F(LivePageTest, RefreshWaitsThreeCountsAfterEachRefresh)
+{
+    plant.Ofen_Aktiv[0] = -1; // blinks once per refresh
+    QList<bool> gelaufen;
+    for (int tick = 0; tick < 8; ++tick) {
+        gelaufen.append(Seite_Takt());
+        Seite_Warten_Zaehlen();
+    }
+    EXPECT_EQ(gelaufen, (QList<bool>{true, false, false, true, false, false, true, false}));
+    EXPECT_EQ(Seite.Zeile[0].Status_Farbe, Farbe_Stoerung); // three refreshes: red, face, red
+}
+
+TEST_F(LivePageTest, TableColoursPaintAsRgb)
+{
+    EXPECT_EQ(Farbe_RGB(Farbe_Stoerung), 0xFFFF8080u);
+    EXPECT_EQ(Farbe_RGB(Farbe_Warnung), 0xFFFFFF00u);
+    EXPECT_EQ(Farbe_RGB(Farbe_Aktiv), 0xFF80FF80u);
+    EXPECT_TRUE(Ist_Systemfarbe(Farbe_Normal));
+    EXPECT_FALSE(Ist_Systemfarbe(Farbe_Warnung));
+}
+
+} // namespace
