@@ -1,0 +1,324 @@
+// The language table, the site text file, the table file and the language switch.
+
+#include "config/language_files.h"
+#include "config/languages.h"
+#include "core/conversions.h"
+#include "core/hooks.h"
+
+#include <QFile>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <set>
+
+using namespace kal;
+
+namespace {
+
+QString de(int id) { return plant.Sprachtext(0, id); }
+
+// Rows with German, English and at most one other column.
+bool isPartialRow(int id)
+{
+    return (id >= 94 && id <= 97) || id == 99 || id == 107 || id == 119 || id == 131 ||
+           (id >= 161 && id <= 171);
+}
+
+void writeFile(const QString &path, const QByteArray &bytes)
+{
+    QFile f(path);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    f.write(bytes);
+}
+
+QByteArray readFile(const QString &path)
+{
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+class LanguageTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        resetPlant();
+        hooks = Hooks{};
+        Sprachtext_Fuellen();
+        ASSERT_TRUE(dir.isValid());
+        plant.Pfad[0] = dir.path();
+    }
+    void TearDown() override { hooks = Hooks{}; }
+
+    QString file(const char *name) const { return dir.filePath(QLatin1String(name)); }
+    int site(const QByteArray &lines)
+    {
+        writeFile(file("OVDSMELD.TXT"), lines);
+        return readSiteTexts(file("OVDSMELD.TXT"));
+    }
+
+    QTemporaryDir dir;
+};
+
+} // namespace
+
+TEST_F(LanguageTest, GivenRowsAreExact)
+{
+    const std::vector<std::pair<int, std::vector<const char *>>> rows = {
+        {0, {"Ofen", "furnace", "Four", "forno", "Horno", "Oven"}},
+        {10, {"Rampe", "ramp", "Rampe", "rampa", "Rampa", "rampe"}},
+        {18, {"kommt", "coming", "arrive", "arriva", "viene", "komt"}},
+        {48, {"Meldungen", "messages", "Messages", "avvisi", "Mensajes", "Meldingen"}},
+        {104, {"Tür geöffnet", "door opened", "Porte ouverte", "porta aperta", "Puerta abierta",
+               "Deur geopend"}},
+    };
+    for (const auto &[id, texts] : rows)
+        for (int col = 0; col < SPRACHEN; ++col)
+            EXPECT_EQ(plant.Sprachtext(col, id), QString::fromUtf8(texts[col])) << id << "/" << col;
+
+    EXPECT_EQ(de(90), QStringLiteral("Auswahl Progamme"));
+    EXPECT_EQ(de(148), QString::fromUtf8("Das Programm ist für diesen Ofen ungültig!"));
+    EXPECT_EQ(de(167), QStringLiteral("Abluft     "));
+    EXPECT_EQ(de(170), QStringLiteral("Aufgabe "));
+    EXPECT_EQ(de(110), QStringLiteral("Fehler Heizung 1"));
+    EXPECT_EQ(de(115), QStringLiteral("Fehler Heizung 6"));
+    EXPECT_EQ(de(130), QStringLiteral("Meldung 31"));
+    EXPECT_EQ(de(132), QStringLiteral("Meldung 33"));
+
+    // Columns 3 and 4 hold Italian and Spanish; rows 75 and 74 name them.
+    EXPECT_EQ(plant.Sprachtext(3, languageNameId(3)), QStringLiteral("italiano"));
+    EXPECT_EQ(plant.Sprachtext(4, languageNameId(4)), QString::fromUtf8("Español"));
+}
+
+// Every row is filled where a text is due, fits its width and the 8-bit code
+// page of the files; the widths are the fields the station has.
+TEST_F(LanguageTest, EveryEntryIsFilledAndFitsItsRow)
+{
+    std::set<int> widths;
+    for (int id = 0; id < SPRACH_IDS; ++id) {
+        const int width = plant.Sprachbreite[id];
+        widths.insert(width);
+        int others = 0;
+        for (int col = 0; col < SPRACHEN; ++col) {
+            const QString t = plant.Sprachtext(col, id);
+            others += (col >= 2 && !t.isEmpty()) ? 1 : 0;
+            // Row 148 is wider than any field in German and stays whole.
+            if (!(id == 148 && col == 0))
+                EXPECT_LE(t.size(), width) << id << "/" << col;
+            EXPECT_EQ(Latin1Text(Latin1Bytes(t)), t) << id << "/" << col;
+            // Segment commands are shown 9 wide, translated messages 22 wide.
+            if ((id >= 10 && id <= 14) || id == 39)
+                EXPECT_LE(t.size(), 9) << id << "/" << col;
+            if (id >= MELD_ZEILE && id < MELD_ZEILE + MELD_PRO_OFEN && col > 0)
+                EXPECT_LE(t.size(), 22) << id << "/" << col;
+            // Channel names keep one length in every language.
+            if (id >= 161 && !t.isEmpty())
+                EXPECT_EQ(t.size(), de(id).size()) << id << "/" << col;
+        }
+        if (id == 98) {
+            EXPECT_TRUE(de(98).isEmpty() && plant.Sprachtext(1, 98).isEmpty() && others == 0);
+        } else if (id == 77) {
+            // A seventh language named, without a column of its own.
+            EXPECT_TRUE(plant.Sprachtext(1, 77).isEmpty() && others == 0);
+        } else {
+            EXPECT_FALSE(de(id).isEmpty() || plant.Sprachtext(1, id).isEmpty()) << id;
+            EXPECT_EQ(others, isPartialRow(id) ? std::min(others, 1) : 4) << id;
+        }
+    }
+    EXPECT_EQ(widths, (std::set<int>{8, 10, 11, 12, 16, 20, 30, 40}));
+}
+
+TEST_F(LanguageTest, SiteLinesOfTheWrongFormAreSkipped)
+{
+    const QString before = plant.Sprachtext(1, 0);
+    EXPECT_FALSE(applySiteLine(QStringLiteral("RU_001;0;pech")));   // unknown prefix
+    EXPECT_FALSE(applySiteLine(QStringLiteral("en_001;0;kiln")));   // prefixes are capitals
+    EXPECT_FALSE(applySiteLine(QStringLiteral("EN-001;0;kiln")));   // no "_"
+    EXPECT_FALSE(applySiteLine(QStringLiteral("EN_0A1;0;kiln")));   // row not a number
+    EXPECT_FALSE(applySiteLine(QStringLiteral("EN_001;10;kiln")));  // two digits: 9th is not ";"
+    EXPECT_FALSE(applySiteLine(QStringLiteral("EN_001;9;kiln")));   // furnace digit 9
+    EXPECT_FALSE(applySiteLine(QStringLiteral("EN_000;0;kiln")));   // rows count from 1
+    EXPECT_FALSE(applySiteLine(QStringLiteral("EN_173;0;kiln")));   // beyond the last row
+    EXPECT_FALSE(applySiteLine(QStringLiteral("EN_001;0")));        // too short
+    EXPECT_EQ(plant.Sprachtext(1, 0), before);
+
+    // Row 172 (the last) and furnace digit 8 are still inside.
+    EXPECT_TRUE(applySiteLine(QStringLiteral("EN_172;8;exit")));
+    EXPECT_EQ(plant.Sprachtext(1, 171), QStringLiteral("exit      "));
+}
+
+TEST_F(LanguageTest, SiteLinesSetTextsCutToTheRowWidth)
+{
+    EXPECT_TRUE(applySiteLine(QStringLiteral("EN_001;0;kiln")));
+    EXPECT_EQ(plant.Sprachtext(1, 0), QStringLiteral("kiln"));
+    // Row 0 is 12 wide.
+    EXPECT_TRUE(applySiteLine(QStringLiteral("FR_001;3;Four de trempe sous vide")));
+    EXPECT_EQ(plant.Sprachtext(2, 0), QStringLiteral("Four de trem"));
+    // The crossed prefixes: "SP" is column 3, "IT" column 4.
+    EXPECT_TRUE(applySiteLine(QStringLiteral("SP_002;0;istruzione")));
+    EXPECT_TRUE(applySiteLine(QStringLiteral("IT_002;0;Orden")));
+    EXPECT_EQ(plant.Sprachtext(3, 1), QStringLiteral("istruzione"));
+    EXPECT_EQ(plant.Sprachtext(4, 1), QStringLiteral("Orden"));
+    // An empty text empties the entry.
+    EXPECT_TRUE(applySiteLine(QStringLiteral("NL_002;0;")));
+    EXPECT_TRUE(plant.Sprachtext(5, 1).isEmpty());
+    // Channel names are padded to their fixed width again.
+    EXPECT_TRUE(applySiteLine(QStringLiteral("EN_162;0;hall")));
+    EXPECT_EQ(plant.Sprachtext(1, 161), QStringLiteral("hall      "));
+}
+
+TEST_F(LanguageTest, SiteMessagesGoToTheFurnacesOnly)
+{
+    // NNN 105 is message 5 (row 104): digit 0 all furnaces, 1..8 one furnace.
+    EXPECT_TRUE(applySiteLine(QStringLiteral("EN_105;0;door open")));
+    EXPECT_TRUE(applySiteLine(QStringLiteral("EN_105;3;loading door open")));
+    for (int ofen = 0; ofen < OFEN_MAX; ++ofen)
+        EXPECT_EQ(Meldtext[4](1, ofen),
+                  ofen == 2 ? QStringLiteral("loading door open") : QStringLiteral("door open"));
+    EXPECT_EQ(plant.Sprachtext(1, 104), QStringLiteral("door opened"));
+
+    // Messages 1 and 32 are the bounds; the row width (30) cuts.
+    EXPECT_TRUE(applySiteLine(QStringLiteral("DE_101;8;Automatikbetrieb mit Fernsteuerung aktiv")));
+    EXPECT_EQ(Meldtext[0](0, 7), QStringLiteral("Automatikbetrieb mit Fernsteue"));
+    EXPECT_TRUE(applySiteLine(QStringLiteral("DE_132;0;USB-Stick voll")));
+    EXPECT_EQ(Meldtext[31](0, 0), QStringLiteral("USB-Stick voll"));
+
+    // Message 33 (NNN 133) and the row before message 1 (NNN 100) are plain rows.
+    EXPECT_TRUE(applySiteLine(QStringLiteral("DE_133;0;Druck zu hoch")));
+    EXPECT_EQ(de(132), QStringLiteral("Druck zu hoch"));
+    EXPECT_EQ(Meldtext[32](0, 0), QStringLiteral("Meldung 33"));
+    EXPECT_TRUE(applySiteLine(QStringLiteral("DE_100;5;Start ab")));
+    EXPECT_EQ(de(99), QStringLiteral("Start ab"));
+}
+
+TEST_F(LanguageTest, SiteFileWithFewLinesLeavesTheRestBuiltIn)
+{
+    EXPECT_EQ(site("EN_001;0;kiln\r\n"
+                   "garbage line\n"
+                   "NL_004;0;Inladen\r"
+                   "\r\n"
+                   "EN_001;10;oven\r\n"),
+              2);
+    EXPECT_EQ(plant.Sprachtext(1, 0), QStringLiteral("kiln"));
+    EXPECT_EQ(plant.Sprachtext(5, 3), QStringLiteral("Inladen"));
+    EXPECT_EQ(plant.Sprachtext(5, 0), QStringLiteral("Oven"));
+
+    // 8-bit characters are read as the system code page.
+    EXPECT_EQ(site(QByteArray("DE_027;0;Men\xfc") + "\r\n"), 1);
+    EXPECT_EQ(de(26), QString::fromUtf8("Menü"));
+
+    EXPECT_EQ(readSiteTexts(file("missing.txt")), 0);
+}
+
+TEST_F(LanguageTest, TableFileRecordsHaveTheirExactLayout)
+{
+    const QString path = file("KM_SP.LNG");
+    ASSERT_TRUE(writeLanguageTable(path));
+    const QByteArray all = readFile(path);
+    ASSERT_EQ(all.size(), SPRACH_IDS * SPRACH_SATZ);
+
+    // Parts in the order DE, EN, FR, SP, IT, NL; "SP" carries Italian, "IT" Spanish.
+    const char *heads[] = {"DE_001;12;Ofen ", "EN_001;12;furn", "FR_001;12;Four ",
+                           "SP_001;12;forn", "IT_001;12;Horn", "NL_001;12;Oven "};
+    for (int col = 0; col < SPRACHEN; ++col) {
+        const QByteArray part = all.mid(col * 52, 52);
+        EXPECT_TRUE(part.startsWith(heads[col]) && part.endsWith("\r\n")) << part.constData();
+    }
+    EXPECT_EQ(all.mid(0, 52), QByteArray("DE_001;12;Ofen") + QByteArray(36, ' ') + "\r\n");
+
+    // Row 27 "Menü": Latin-1 byte; row 57 width 8 as "08"; row 149 (148) cut to 40.
+    EXPECT_EQ(all.mid(26 * SPRACH_SATZ, 15), QByteArray("DE_027;12;Men\xfc "));
+    EXPECT_EQ(all.mid(56 * SPRACH_SATZ, 10), QByteArray("DE_057;08;"));
+    EXPECT_EQ(all.mid(148 * SPRACH_SATZ, 52),
+              QByteArray("DE_149;40;Das Programm ist f\xfcr diesen Ofen ung\xfclti\r\n"));
+    // Empty entries are blank fields.
+    EXPECT_EQ(all.mid(98 * SPRACH_SATZ + 5 * 52, 52), QByteArray("NL_099;12;") + QByteArray(40, ' ') + "\r\n");
+    EXPECT_EQ(all.mid(171 * SPRACH_SATZ, 10), QByteArray("DE_172;10;"));
+}
+
+TEST_F(LanguageTest, TableFileLinesNeedTheFurnaceDigitToActAsSiteLines)
+{
+    ASSERT_TRUE(writeLanguageTable(file("KM_SP.LNG")));
+    const QByteArray table = readFile(file("KM_SP.LNG"));
+    // As written, the width stands where a site line has the furnace digit.
+    EXPECT_EQ(site(table), 0);
+
+    // Keep what was written, then spoil every entry, and read the edited lines back.
+    auto saved = plant.Sprachtext;
+    plant.Sprachtext.fill(QStringLiteral("x"));
+    for (int m = 0; m < MELD_PRO_OFEN; ++m)
+        Meldtext[m].fill(QStringLiteral("x"));
+    QString edited = Latin1Text(table);
+    edited.replace(QRegularExpression(QStringLiteral("(?<=^.._\\d\\d\\d;)\\d\\d(?=;)"),
+                                      QRegularExpression::MultilineOption),
+                   QStringLiteral("0"));
+    EXPECT_EQ(site(Latin1Bytes(edited)), SPRACH_IDS * SPRACHEN);
+
+    for (int id = 0; id < SPRACH_IDS; ++id) {
+        for (int col = 0; col < SPRACHEN; ++col) {
+            const bool message = id >= MELD_ZEILE && id < MELD_ZEILE + 32;
+            QString expect = message ? QStringLiteral("x") : saved(col, id);
+            if (id == 148 && col == 0)
+                expect = expect.left(40);
+            EXPECT_EQ(plant.Sprachtext(col, id), expect) << id << "/" << col;
+            if (message)
+                for (int ofen = 0; ofen < OFEN_MAX; ++ofen)
+                    EXPECT_EQ(Meldtext[id - MELD_ZEILE](col, ofen), saved(col, id));
+        }
+    }
+    EXPECT_EQ(Meldtext[32](0, 0), QStringLiteral("x"));
+}
+
+TEST_F(LanguageTest, SwitchCarriesTheLanguageIntoCommandsMessagesAndStates)
+{
+    int calls = 0;
+    hooks.Sprache_Geaendert = [&] { ++calls; };
+    ASSERT_TRUE(applySiteLine(QStringLiteral("FR_105;2;Porte four 2")));
+    plant.Sprache = 2;
+    Sprachumschalt();
+    EXPECT_EQ(calls, 1);
+    // Commands 0..5 from rows 39, 10..14, 9 characters each.
+    EXPECT_EQ(plant.Befehl_Name[0], QStringLiteral("Fin      "));
+    EXPECT_EQ(plant.Befehl_Name[2], QStringLiteral("Palier   "));
+    EXPECT_EQ(plant.Befehl_Name[5], QStringLiteral("Cycle    "));
+    EXPECT_EQ(plant.Run_State_Text[0], QString::fromUtf8("  ---Arrêt--- "));
+    EXPECT_EQ(plant.Run_State_Text[2], QStringLiteral("  ---Marche--- "));
+    EXPECT_EQ(plant.Meld_Text(0, 4), QStringLiteral("Porte ouverte         "));
+    EXPECT_EQ(plant.Meld_Text(1, 4), QStringLiteral("Porte four 2          "));
+    EXPECT_EQ(plant.Meld_Text(7, 47), QStringLiteral("Message 48            "));
+
+    // Italian has no text for message 8: it stays empty, no German stand-in.
+    plant.Sprache = 3;
+    Sprachumschalt();
+    EXPECT_EQ(plant.Meld_Text(0, 7), QString(22, QLatin1Char(' ')));
+    EXPECT_EQ(plant.Befehl_Name[3], QStringLiteral("manuale  "));
+    EXPECT_EQ(languageText(48), QStringLiteral("avvisi"));
+
+    // A language beyond the table is the caller's fault and changes nothing.
+    plant.Sprache = 6;
+    try {
+        Sprachumschalt();
+        FAIL() << "language 6 accepted";
+    } catch (const RunError &e) {
+        EXPECT_EQ(e.number, ERR_SUBSCRIPT);
+    }
+    EXPECT_EQ(plant.Befehl_Name[3], QStringLiteral("manuale  "));
+    EXPECT_EQ(calls, 2);
+}
+
+TEST_F(LanguageTest, LoaderReadsTheDataFolderAndNamesTracksOfPlainFurnaces)
+{
+    writeFile(file("OVDSMELD.TXT"), "EN_001;0;kiln\r\n");
+    plant.Ofen_Typ[1] = 0;
+    plant.Ofen_Typ[2] = static_cast<i16>(0x9000 | 50); // version word: the PLC gives the names
+    plant.Spur(1, 0) = QStringLiteral("Argon");
+    plant.Spur_Titel(0, 0) = QStringLiteral("old title");
+    Sprachtext_Laden();
+    EXPECT_EQ(plant.Sprachtext(1, 0), QStringLiteral("kiln"));
+    EXPECT_EQ(plant.Meld_Anzahl[0], 32);
+    EXPECT_EQ(plant.Spur(0, 0), QStringLiteral("Spur 1"));
+    EXPECT_EQ(plant.Spur(7, 3), QStringLiteral("Spur 4"));
+    EXPECT_TRUE(plant.Spur_Titel(0, 0).isEmpty());
+    EXPECT_EQ(plant.Spur(1, 0), QStringLiteral("Argon"));
+    EXPECT_EQ(plant.Meld_Anzahl[1], 0);
+}
