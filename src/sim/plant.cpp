@@ -18,6 +18,12 @@ SimPlant::SimPlant(PlantDescription d, QDateTime start, QObject *parent)
     }
     for (const auto &e : d_.events)
         eventDue_.push_back(e.atMs);
+    // In real time a late tick is made up in one step: the plant never falls behind.
+    connect(&realTime_, &QTimer::timeout, this, [this] {
+        const int64_t now = wall_.elapsed();
+        advance(now - wallDone_);
+        wallDone_ = now;
+    });
 }
 
 SimPlant::~SimPlant() = default;
@@ -77,6 +83,13 @@ void SimPlant::advance(int64_t ms)
         for (const auto &f : furnaces_)
             f->step(step);
     }
+}
+
+void SimPlant::runInRealTime(int tickMs)
+{
+    wall_.start();
+    wallDone_ = 0;
+    realTime_.start(tickMs);
 }
 
 void SimPlant::runEvent(const ScenarioEvent &e)

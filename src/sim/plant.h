@@ -10,7 +10,9 @@
 #include "sim/plant_description.h"
 #include "sim/sim_clock.h"
 
+#include <QElapsedTimer>
 #include <QObject>
+#include <QTimer>
 #include <memory>
 #include <vector>
 
@@ -31,6 +33,10 @@ public:
     /// Moves the plant by `ms` of simulated time: furnaces, scenario events and
     /// delayed answers, in steps of at most a second.
     void advance(int64_t ms);
+    /// Lets the plant follow the wall clock from now on: a timer advances it
+    /// every `tickMs` by the time that has really passed (the demo; tests
+    /// use advance).
+    void runInRealTime(int tickMs = 100);
 
     /// Furnace by index 0..7, nullptr when the plant has none there.
     SimFurnace *furnace(int index) const;
@@ -53,6 +59,9 @@ private:
     std::vector<std::unique_ptr<SimFurnace>> furnaces_;
     std::unique_ptr<PanelServer> panel_;
     std::vector<int64_t> eventDue_; ///< next due time per event, -1 = done
+    QTimer realTime_;
+    QElapsedTimer wall_;
+    int64_t wallDone_ = 0; ///< wall-clock ms already given to advance
 };
 
 } // namespace kal::sim

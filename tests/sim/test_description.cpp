@@ -1,0 +1,161 @@
+// Plant descriptions: the JSON form, what is refused, the derived layout
+// values, and the demo plant.
+
+#include "sim_test_support.h"
+
+#include <QFile>
+#include <gtest/gtest.h>
+
+using namespace simtest;
+
+namespace {
+
+const char *kPlant = R"({
+  "modbusPort": 1502, "panel": "127.0.0.40",
+  "furnaces": [
+    { "number": 2, "address": "127.0.0.41", "protocol": "udp", "type": 1, "sampleSeconds": 5,
+      "program": { "name": "Anlassen", "segments": [[1, 550, 3000, 100], [2, 0, 5, 100]] } },
+    { "number": 8, "address": "127.0.0.48", "protocol": "modbus", "layout": "headed", "base": 100,
+      "large": true, "panelCode": "0x53", "identity": [1, 2, 3], "sms": [1, 48], "clockOffset": -90,
+      "places": [{ "name": "P1", "segments": [[4, 300, 0, 100]] }] }
+  ],
+  "events": [ { "at": 30, "furnace": 2, "do": "raise", "message": 1 },
+              { "at": 60, "furnace": "panel", "do": "drop" } ],
+  "eventPeriod": 120
+})";
+
+std::optional<PlantDescription> parse(const QByteArray &json, QString *error = nullptr)
+{
+    return parsePlantDescription(json, error);
+}
+
+TEST(PlantDescriptionTest, ReadsAPlant)
+{
+    QString error;
+    const auto p = parse(kPlant, &error);
+    ASSERT_TRUE(p) << qPrintable(error);
+    EXPECT_EQ(p->modbusPort, 1502);
+    EXPECT_EQ(p->udpPort, 1024);
+    EXPECT_EQ(p->panelOctet(), 40);
+    ASSERT_EQ(p->furnaces.size(), 2);
+    const FurnaceDescription &a = p->furnaces[0];
+    EXPECT_EQ(a.index, 1);
+    EXPECT_EQ(a.typeWord(), 1);
+    EXPECT_EQ(a.sampleSeconds, 5);
+    ASSERT_EQ(a.program.segments.size(), 2);
+    EXPECT_EQ(a.program.segments[1].wert, 5);
+    const FurnaceDescription &b = p->furnaces[1];
+    EXPECT_EQ(b.protocol, Protocol::Modbus);
+    EXPECT_EQ(uint16_t(b.typeWord()), 0x9064);
+    EXPECT_EQ(b.panelOffset(), 6000);
+    EXPECT_EQ(uint16_t(b.serverWord(40)), 0x5328);
+    EXPECT_EQ(b.clockOffsetSeconds, -90);
+    EXPECT_EQ(b.smsMessages, (QVector<int>{1, 48}));
+    EXPECT_EQ(b.identityWords().mid(0, 3), (QVector<int16_t>{0, 0, 0}))
+        << "the block at 100 holds the (empty) active program";
+    ASSERT_EQ(p->events.size(), 2);
+    EXPECT_EQ(p->events[0].atMs, 30000);
+    EXPECT_EQ(p->events[0].furnace, 1);
+    EXPECT_EQ(p->events[1].furnace, -1);
+    EXPECT_EQ(p->events[1].action, ScenarioEvent::DropLink);
+    EXPECT_EQ(p->eventPeriodMs, 120000);
+}
+
+TEST(PlantDescriptionTest, ExampleBesideTheSimulatorIsValid)
+{
+    QFile file(QStringLiteral(KALMERON_TEST_DIR "/../../src/sim/example_plant.json"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    QString error;
+    const auto p = parse(file.readAll(), &error);
+    ASSERT_TRUE(p) << qPrintable(error);
+    EXPECT_EQ(p->furnaces[1].name, QString::fromUtf8("Härteofen 2"));
+    EXPECT_EQ(p->furnaces[1].panelOffset(), 3000);
+}
+
+TEST(PlantDescriptionTest, RefusesWhatWouldNotWork)
+{
+    const struct {
+        const char *json;
+        const char *says;
+    } bad[] = {
+        {R"({"furnaces": []})", "no furnaces"},
+        {R"({"furnaces": [{"number": 1, "address": "127.0.0.11", "colour": 3}]})", "unknown key \"colour\""},
+        {R"({"furnaces": [{"number": 9, "address": "127.0.0.11"}]})", "furnaces[0].number"},
+        {R"({"furnaces": [{"number": 1, "address": "127.0.0.11", "protocol": "tcp"}]})", "\"udp\" or \"modbus\""},
+        {R"({"furnaces": [{"number": 1, "address": "127.0.0.11"}, {"number": 1, "address": "127.0.0.12"}]})",
+         "furnace 1 is described twice"},
+        {R"({"furnaces": [{"number": 1, "address": "127.0.0.11"}, {"number": 2, "address": "127.0.0.11"}]})",
+         "address 127.0.0.11 is taken"},
+        {R"({"furnaces": [{"number": 1, "address": "127.0.0.11", "panelCode": 80}]})", "there is none"},
+        {R"({"panel": "127.0.0.20", "furnaces": [{"number": 1, "address": "127.0.0.11", "panelCode": 72},
+             {"number": 2, "address": "127.0.0.12", "panelCode": 80}]})", "window 3000 is taken"},
+        {R"({"panel": "127.0.0.20", "furnaces": [{"number": 1, "address": "127.0.0.11", "panelCode": 86}]})",
+         "beyond"},
+        {R"({"furnaces": [{"number": 1, "address": "127.0.0.11", "large": true}]})", "large layout"},
+        {R"({"furnaces": [{"number": 1, "address": "127.0.0.11",
+             "program": {"segments": [[1, 500, 3000]]}}]})", "[command, target, value, limit]"},
+        {R"({"furnaces": [{"number": 1, "address": "127.0.0.11"}],
+             "events": [{"at": 1, "furnace": 2, "do": "raise", "message": 1}]})", "furnace 2 is not described"},
+        {R"({"furnaces": [{"number": 1, "address": "127.0.0.11"}],
+             "events": [{"at": 1, "furnace": 1, "do": "raise"}]})", "\"message\" 1..48"},
+        {R"({"furnaces": [{"number": 1, "address": "127.0.0.11"})", "JSON"},
+    };
+    for (const auto &b : bad) {
+        QString error;
+        EXPECT_FALSE(parse(b.json, &error)) << b.json;
+        EXPECT_TRUE(error.contains(QString::fromUtf8(b.says))) << qPrintable(error);
+    }
+}
+
+TEST(PlantDescriptionTest, LayoutValuesFollowTheTypeWord)
+{
+    FurnaceDescription f;
+    f.index = 5;
+    EXPECT_EQ(f.triggerAddress(), 90);
+    EXPECT_EQ(f.triggerLength(), 10);
+    EXPECT_EQ(f.pageWord(), 388);
+    f.headed = true;
+    f.base = 240;
+    EXPECT_EQ(f.triggerAddress(), 220);
+    EXPECT_EQ(f.triggerLength(), 16);
+    f.protocol = Protocol::Modbus;
+    f.large = true;
+    EXPECT_EQ(f.triggerAddress(), 400);
+    EXPECT_EQ(f.triggerLength(), 40);
+    EXPECT_EQ(f.pageWord(), 1088);
+    EXPECT_EQ(f.transferBase(), 1000);
+    const int offsets[][2] = {{0x48, 3000}, {0x49, 8000}, {0x50, 3000}, {0x51, 4000}, {0x56, 9000}, {0x47, 0},
+                              {0x57, 0}};
+    for (const auto &o : offsets) {
+        f.panelCode = o[0];
+        EXPECT_EQ(f.panelOffset(), o[1]) << std::hex << o[0];
+    }
+}
+
+TEST(DemoPlantTest, MixesEveryKindAndStarts)
+{
+    PlantDescription d = demoPlant();
+    EXPECT_TRUE(checkPlantDescription(d).isEmpty()) << qPrintable(checkPlantDescription(d));
+    ASSERT_EQ(d.furnaces.size(), 5);
+    EXPECT_TRUE(d.furnaces[0].protocol == Protocol::MemoryLink && !d.furnaces[0].headed);
+    EXPECT_TRUE(d.furnaces[1].protocol == Protocol::MemoryLink && d.furnaces[1].headed);
+    EXPECT_TRUE(d.furnaces[2].protocol == Protocol::Modbus && d.furnaces[2].base == 100);
+    EXPECT_TRUE(d.furnaces[3].protocol == Protocol::Modbus && d.furnaces[3].base == 500);
+    EXPECT_EQ(d.furnaces[4].panelOffset(), 3000);
+
+    // Moved to other addresses and free ports, it runs and offers log blocks.
+    for (auto &f : d.furnaces)
+        f.address.replace(QStringLiteral("127.0.0."), QStringLiteral("127.0.1."));
+    d.panelAddress = QStringLiteral("127.0.1.20");
+    auto plant = startPlant(d);
+    EXPECT_EQ(plant->summary().size(), 6);
+    plant->advance(200 * 1000);
+    for (const auto &f : plant->furnaces()) {
+        EXPECT_TRUE(f->runner().active()) << f->index();
+        EXPECT_TRUE(f->log().offering()) << f->index();
+    }
+    EXPECT_TRUE(plant->furnace(0)->messages().active(1)) << "the door event at 120 s";
+    EXPECT_EQ(plant->furnace(0)->log().offered()[0], 201) << "the first batch's announcement";
+}
+
+} // namespace
