@@ -37,12 +37,12 @@ void LinkControl::setAnswerFault(AnswerFault f, int count)
 
 void LinkControl::resume()
 {
+    // The shapes of the faults (lengths, exception code) stay for the next time.
     const bool wasDown = faults.down;
-    const LinkFaults fresh;
     faults.down = false;
     faults.delayMs = 0;
     faults.answer = AnswerFault::None;
-    faults.answerCount = fresh.answerCount;
+    faults.answerCount = -1;
     if (wasDown)
         Q_EMIT downChanged(false);
 }

@@ -29,8 +29,6 @@ public:
     /// Listens on the address and port (0 = any free port); false with a reason.
     bool listen(const QHostAddress &address, quint16 port, QString *error);
     quint16 port() const { return port_; }
-    /// Connections now open.
-    int connections() const { return int(buffers_.size()); }
 
 private:
     void accept();

@@ -81,8 +81,11 @@ void ProgramRunner::enter(int k, const WordImage &image)
 {
     seg_ = k;
     segTime_ = 0.0;
-    if (k < kSegments && readSegment(image, k).befehl == 4)
-        sp_ = readSegment(image, k).sollwert;
+    if (k < kSegments) {
+        const Segment s = readSegment(image, k);
+        if (s.befehl == 4)
+            sp_ = s.sollwert; // a jump sets the target at once
+    }
 }
 
 bool ProgramRunner::runSegment(const Segment &s, double dt, const ThermalModel &model)

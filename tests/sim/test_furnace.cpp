@@ -1,6 +1,7 @@
 // A furnace that behaves: programs run by the thermal model on plant time,
 // the PLC clock and its step command, and messages with acknowledgement.
 
+#include "core/dates.h"
 #include "sim_test_support.h"
 
 #include <gtest/gtest.h>
@@ -118,6 +119,8 @@ TEST_F(FurnaceTest, PlcClockIsPackedAndStepped)
     EXPECT_EQ(f->word(58), 0);
     EXPECT_EQ(f->plcNow(), QDateTime(QDate(2024, 3, 2), QTime(6, 6, 3), Qt::UTC));
     EXPECT_EQ(f->word(80), int16_t(2 << 11 | 3 << 7 | 24));
+    // The station's own unpacking reads the same time (seconds in steps of two).
+    EXPECT_EQ(kal::SPS_Datum(f->word(80), f->word(81)), QStringLiteral("02.03.2024 06:06:02"));
     // The 16th of the month sets the sign bit of word A.
     f->plcClock().setOffsetSeconds(15 * 86400);
     plant->advance(0);
