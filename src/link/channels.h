@@ -4,7 +4,9 @@
 // Each furnace has its own socket (channel = furnace index); furnaces behind a
 // panel server also use the shared channel 8. The status bar has one panel per
 // furnace, panel index furnace + 1; its text begins with a word of the language
-// table ("Connect", "Offline", "Online") followed by the furnace's tag.
+// table ("Connect", "Offline", "Online"), a blank and the furnace's tag
+// ("Online T:3"). Numbers put into these texts carry the blank of their sign
+// (" Fehler 70", " S 5"), as the station has always written them.
 
 #include <QString>
 
