@@ -29,7 +29,13 @@ using kal::sim::Protocol;
 
 namespace {
 
-constexpr const char *NETZ = "127.0.7.";
+/// The plant's loopback subnet, "127.0.N.": one per test, so that tests run
+/// side by side in separate processes don't share addresses and ports.
+QString Netz()
+{
+    const auto *info = ::testing::UnitTest::GetInstance()->current_test_info();
+    return QStringLiteral("127.0.%1.").arg(40 + qHash(QByteArray(info->name())) % 200);
+}
 /// Marker words the tests set in the PLCs, one per block the cycle reads.
 constexpr int MARKEN[] = {150, 350, 450, 640};
 
@@ -47,7 +53,7 @@ void App()
 int Freier_Port()
 {
     QTcpServer s;
-    s.listen(QHostAddress(QStringLiteral("127.0.7.11")), 0);
+    s.listen(QHostAddress(Netz() + QStringLiteral("11")), 0);
     return s.serverPort();
 }
 
@@ -55,7 +61,7 @@ FurnaceDescription Beschreibung(int f, Protocol p, bool headed, int base, int pa
 {
     FurnaceDescription d;
     d.index = f;
-    d.address = QString::fromLatin1(NETZ) + QString::number(11 + f);
+    d.address = Netz() + QString::number(11 + f);
     d.protocol = p;
     d.headed = headed;
     d.base = base;
@@ -80,7 +86,7 @@ protected:
     {
         App();
         sim::PlantDescription d;
-        d.panelAddress = QString::fromLatin1(NETZ) + QStringLiteral("20");
+        d.panelAddress = Netz() + QStringLiteral("20");
         d.udpPort = Panel_Port;
         d.modbusPort = Freier_Port();
         d.furnaces = {
