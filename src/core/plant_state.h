@@ -182,6 +182,7 @@ struct PlantState {
     Table<QString, 2> Charge_Ordner;                 ///< [0] year folder, [1] mirror
     i16 Backup_Aktiv = 0;
     QString Kurve_Datei;                             ///< batch file loaded in the curve view
+    i16 Kurve_Online = 0;                            ///< the curve view follows Kurve_Datei live
 
     // ---- channel tables (slot 0 view, 1..8 furnaces) ---------------------------
     Table<i16, SLOTS> Kanal_Zahl;

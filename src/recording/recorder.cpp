@@ -1,0 +1,237 @@
+#include "recording/recorder.h"
+
+#include "core/conversions.h"
+#include "core/hooks.h"
+#include "core/plant_state.h"
+#include "recording/batch_file.h"
+#include "recording/batch_names.h"
+#include "recording/recorder_block.h"
+#include "recording/recorder_charge.h"
+#include "recording/recorder_elemente.h"
+
+#include <exception>
+#include <vector>
+
+namespace kal {
+
+namespace {
+
+/// Serial of the one furnace whose header carries three pairs of its own.
+const QString SERIE_QRV = QStringLiteral("0708-001-QRV");
+
+/// Step numbers of the error list line.
+enum Schritt : int {
+    S_TEST = 10,
+    S_DATEIEN = 50,
+    S_MARKEN = 60,
+    S_KOPF = 70,
+    S_SAETZE = 90,
+    S_LIVE = 100,
+    S_TEXT = 110,
+};
+
+/// The batch file and its mirror, open for one block. The file leads: its
+/// record count decides where records go, and a failure on it ends the block.
+/// The mirror follows at the same record numbers; a failure there is noted and
+/// the mirror left alone for the rest of the block.
+class Charge_Dateien {
+public:
+    Charge_Dateien(int ofen, const int &schritt) : ofen_(ofen), schritt_(schritt)
+    {
+        // Without a year folder the name would land in the root folder.
+        if (plant.Charge_Ordner[0].isEmpty())
+            throw RunError(ERR_FILE, "no batch folder");
+        haupt.open(plant.Charge_Datei[ofen]);
+        satzZahl = haupt.count();
+        if (plant.Backup_Aktiv == 0 || plant.Charge_Ordner[1].isEmpty())
+            return;
+        try {
+            kopie_.open(plant.Charge_Kopie[ofen]);
+            mitKopie_ = true;
+        } catch (const RunError &e) {
+            kopieFehler(e.number);
+        }
+    }
+
+    void schreiben(int nr, const BatchRecord *saetze, int n)
+    {
+        haupt.write(nr, saetze, n);
+        if (!mitKopie_)
+            return;
+        try {
+            kopie_.write(nr, saetze, n);
+        } catch (const RunError &e) {
+            kopieFehler(e.number);
+        }
+    }
+    void schreiben(int nr, const BatchRecord &satz) { schreiben(nr, &satz, 1); }
+
+    BatchFile haupt;
+    int satzZahl = 0; ///< records of the file when it was opened
+
+private:
+    void kopieFehler(int nummer)
+    {
+        mitKopie_ = false;
+        kopie_.close();
+        Charge_Fehler(ofen_, schritt_, nummer, plant.Charge_Kopie[ofen_]);
+    }
+
+    int ofen_;
+    const int &schritt_;
+    BatchFile kopie_;
+    bool mitKopie_ = false;
+};
+
+/// Records 2, 3 and 4 carry the markers 13, 10, 58 of a written header.
+bool Marken_Da(BatchFile &datei)
+{
+    for (int r = 0; r < 3; ++r)
+        if (datei.read(2 + r).Tag != Marke_Kennung[r])
+            return false;
+    return true;
+}
+
+/// The identity pairs that a header written for an old single-record PLC
+/// (kinds 100 and 110) carries: they describe its fixed tracks.
+void Kennung_Alt_Setzen(int ofen)
+{
+    const int slot = ofen + 1;
+    auto paar = [slot](int p, int a, int b) {
+        plant.Ofen_Kennung_A(slot, p) = static_cast<i16>(a);
+        plant.Ofen_Kennung_B(slot, p) = static_cast<i16>(b);
+    };
+    for (int p = 0; p < KENNUNG_PAARE; ++p)
+        paar(p, 0, 0);
+    paar(0, 0x10A, 0x2A);
+    paar(1, 0x10B, 0x2B);
+    paar(2, 0x70C, 0x31);
+    paar(3, 0x0D, 0x24);
+    if (Text_Sauber(plant.Ofen_Serie[ofen]) == SERIE_QRV) {
+        paar(4, 0x250F, 0x54);
+        paar(5, 0x060E, 0x55);
+        paar(6, 0x2809, 0x2056);
+    } else {
+        paar(4, 0x250F, 0x3F);
+    }
+}
+
+/// Records 1..5 and 8..39 of a headed file: name, identity, version, the first
+/// 32 message texts of the furnace.
+void Kopf_Schreiben(int ofen, Charge_Dateien &d, const SatzZeit &zeit)
+{
+    if (Log_Art == 100 || Log_Art == Satz_Alt)
+        Kennung_Alt_Setzen(ofen);
+    std::array<i16, 12> a{}, b{};
+    for (int p = 0; p < KENNUNG_PAARE; ++p) {
+        a[p] = plant.Ofen_Kennung_A(ofen + 1, p);
+        b[p] = plant.Ofen_Kennung_B(ofen + 1, p);
+    }
+    std::vector<QString> texte(KOPF_MELDTEXTE);
+    for (int i = 0; i < KOPF_MELDTEXTE; ++i)
+        texte[i] = plant.Meld_Text(ofen, i);
+    for (const auto &[nr, satz] : Kopf_Saetze(plant.Ofen_Name[ofen], zeit, a, b, texte, true))
+        d.schreiben(nr, satz);
+}
+
+/// Time of the sample as the element store keeps it.
+QString Zeit_Text(const SatzZeit &z)
+{
+    return QString::asprintf("%02d.%02d.%04d %02d:%02d:%02d", z.Tag, z.Monat, 2000 + z.Jahr, z.Stunde, z.Minute,
+                             z.Sekunde);
+}
+
+/// The records of a sample, a group or a program text at the next free record.
+void Saetze_Schreiben(int ofen, Charge_Dateien &d, const SatzZeit &zeit)
+{
+    const int nr = Naechster_Datensatz(d.satzZahl);
+    if (Log_Art == Satz_Programm) {
+        d.schreiben(nr, Satz_Programm_Bauen(Block_Worte(ofen, plant.Adr_Trigger[ofen]), zeit));
+    } else if (Log_Art == Satz_Charge || Log_Art == Satz_Strom) {
+        LogBlock w = Log_Satz.w;
+        w[0] = Log_Art;
+        const auto gruppe = Satz_Gruppe(w, zeit);
+        d.schreiben(nr, gruppe.data(), int(gruppe.size()));
+        Element_Daten_Nehmen(ofen + 1, gruppe, Zeit_Text(zeit));
+    } else {
+        d.schreiben(nr, Satz_Einzel(Block_Worte(ofen, plant.Adr_Trigger[ofen]), zeit));
+    }
+}
+
+/// A curve view that follows this batch file live draws the new sample.
+void Live_Melden(int ofen)
+{
+    if (plant.Kurve_Online != 0 && !plant.Kurve_Datei.isEmpty() && plant.Kurve_Datei == plant.Charge_Datei[ofen])
+        callHook(hooks.Charge_Online, ofen);
+}
+
+/// The operator text of the panel, two records: over the first text record of
+/// the file, or over the last record when there is none (the last sample then
+/// gives way to the text). The records keep in Wert[2..6] what the search read
+/// last. A file without any record has no place for it: the text is lost.
+void Text_Schreiben(int ofen, Charge_Dateien &d)
+{
+    const TextSuche t = Erster_Textsatz(d.haupt, 1);
+    const int platz = t.nr > 0 ? t.nr : d.haupt.count();
+    if (platz < 1)
+        return;
+    const auto texte = Satz_Text_SPS(Block_Worte(ofen, plant.Adr_Trigger[ofen]), t.zuletzt);
+    d.schreiben(platz, texte.data(), int(texte.size()));
+}
+
+void Charge_Ablauf(int ofen, int &schritt)
+{
+    schritt = S_TEST;
+    Log_Art = plant.SPS_Wort(ofen, plant.Adr_Trigger[ofen]);
+    if (!Charge_Test(ofen))
+        return;
+
+    schritt = S_DATEIEN;
+    Charge_Namen_Bauen(ofen);
+    Charge_Dateien d(ofen, schritt);
+
+    // The time of every record comes from Datum_Log, on plain furnaces too,
+    // whose blocks are never taken apart into the fields.
+    const SatzZeit zeit = zeitVonText(plant.Datum_Log[ofen]);
+    schritt = S_MARKEN;
+    if (plant.Ofen_Typ[ofen + 1] < 0 && !Marken_Da(d.haupt)) {
+        schritt = S_KOPF;
+        Kopf_Schreiben(ofen, d, zeit);
+    }
+    if (Log_Art != 0 && Log_Art < 200) {
+        schritt = S_SAETZE;
+        Saetze_Schreiben(ofen, d, zeit);
+        schritt = S_LIVE;
+        Live_Melden(ofen);
+    }
+    if (Log_Art == Satz_Text) {
+        schritt = S_TEXT;
+        Text_Schreiben(ofen, d);
+    }
+}
+
+} // namespace
+
+void Recorder_Init()
+{
+    hooks.Charge_Schreiben = [](int ofenNr) { Charge_Schreiben(ofenNr); };
+}
+
+void Charge_Schreiben(int ofenNr)
+{
+    const int ofen = ofenNr - 1;
+    if (ofen < 0 || ofen >= OFEN_MAX)
+        return;
+    int schritt = 0;
+    Charge_Fehler_Beginn(ofen);
+    try {
+        Charge_Ablauf(ofen, schritt);
+    } catch (const RunError &e) {
+        Charge_Fehler(ofen, schritt, e.number, plant.Charge_Datei[ofen]);
+    } catch (const std::exception &) {
+        Charge_Fehler(ofen, schritt, ERR_FILE, plant.Charge_Datei[ofen]);
+    }
+    Charge_Fehler_Ende(ofen);
+}
+
+} // namespace kal

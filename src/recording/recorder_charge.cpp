@@ -1,0 +1,143 @@
+#include "recording/recorder_charge.h"
+
+#include "config/config_file.h"
+#include "config/paths.h"
+#include "core/dates.h"
+#include "core/hooks.h"
+#include "core/plant_state.h"
+#include "recording/recorder_block.h"
+
+#include <exception>
+
+namespace kal {
+
+namespace {
+
+/// Last failure line of each furnace, and whether the block in hand failed.
+QString letzterFehler[OFEN_MAX];
+bool fehlerImBlock[OFEN_MAX];
+
+bool ofenGueltig(int ofen) { return ofen >= 0 && ofen < OFEN_MAX; }
+
+/// The block lies more than the least life of a batch after its start. A start
+/// that can't be read counts as no batch, so the new number opens one.
+bool Mindestzeit_Um(int ofen)
+{
+    const QDateTime start = Datum_Wert(plant.Charge_Start[ofen]);
+    const QDateTime jetzt = Datum_Wert(plant.Datum_Log[ofen]);
+    if (!start.isValid() || !jetzt.isValid())
+        return true;
+    return DateDiff(QStringLiteral("n"), start, jetzt) > CHARGE_MIN_MINUTEN;
+}
+
+/// Headed furnace. `neu` is set when the block opens a batch, `N` is its
+/// number. False when the block is not stored at all.
+bool Kopf_Test(int ofen, bool &neu, i32 &N)
+{
+    LogBlock_Lesen(ofen);
+    N = Log_Satz.Chargennummer();
+    if (Log_Art != Satz_Charge)
+        return Log_Art == Satz_Text || Log_Art == Satz_Programm || N > 0;
+
+    i16 &logNeu = plant.Log_Neu[ofen];
+    if (N <= 0) {
+        logNeu = 0;
+        return true;
+    }
+    if (plant.Charge_Gueltig[ofen] == 0) {
+        neu = true;
+    } else if (N != plant.Charge_Nr[ofen]) {
+        if (plant.Charge_Nr_Neu[ofen] != N)
+            logNeu = 0; // first sighting of a new number
+        else if (Mindestzeit_Um(ofen))
+            neu = true;
+        else
+            logNeu = 0;
+    }
+    // The last number seen: a pending number is forgotten when the number of
+    // the open batch comes back.
+    plant.Charge_Nr_Neu[ofen] = N;
+    return true;
+}
+
+/// Plain furnace: an announcement names the batch; samples keep the last one.
+/// The operator text (9001) is no announcement of batch 8801: it belongs to
+/// the batch announced last, like a sample.
+void Einfach_Test(int ofen, bool &neu, i32 &N)
+{
+    N = plant.Charge_Nr[ofen];
+    if (Log_Art > 200 && Log_Art != Satz_Text) {
+        N = Log_Art - 200;
+        if (plant.Charge_Gueltig[ofen] == 0 || N != plant.Charge_Nr[ofen])
+            neu = true;
+    }
+    if (N <= 0)
+        plant.Log_Neu[ofen] = 0;
+}
+
+void Charge_Oeffnen(int ofen, i32 N)
+{
+    plant.Charge_Nr[ofen] = N;
+    plant.Charge_Start[ofen] = plant.Datum_Log[ofen];
+    plant.Charge_Gueltig[ofen] = flag(Datum_Gueltig(plant.Datum_Log[ofen]) == QLatin1String("True"));
+    plant.Charge_Pos[ofen] = static_cast<i16>(static_cast<uint16_t>(Log_Satz.w[36]) >> 8);
+    // The batch file is written even when the configuration can't be: the
+    // record is worth more than the state for a restart.
+    try {
+        Charge_Zustand_Sichern(ofen);
+    } catch (const RunError &e) {
+        Charge_Fehler(ofen, 30, e.number, Daten_Datei(CONFIG_DATEI));
+    } catch (const std::exception &) {
+        Charge_Fehler(ofen, 30, ERR_FILE, Daten_Datei(CONFIG_DATEI));
+    }
+}
+
+} // namespace
+
+bool Charge_Test(int ofen)
+{
+    const i16 typ = plant.Ofen_Typ[ofen + 1];
+    bool neu = false;
+    i32 N = 0;
+    if (typ < 0) {
+        if (!Kopf_Test(ofen, neu, N))
+            return false;
+    } else if (typ <= 6) {
+        Einfach_Test(ofen, neu, N);
+    } else {
+        return false;
+    }
+    if (neu && plant.Log_Neu[ofen] != 0 && N > 0)
+        Charge_Oeffnen(ofen, N);
+    return plant.Log_Neu[ofen] != 0 && plant.Charge_Nr[ofen] > 0;
+}
+
+void Charge_Fehler(int ofen, int schritt, int nummer, const QString &pfad)
+{
+    const QString line = Datum_System(Jetzt()) + QStringLiteral("   Line ") + QString::number(schritt) +
+                         QStringLiteral("   Err: ") + QString::number(nummer) + QStringLiteral("   ") + pfad;
+    if (ofenGueltig(ofen)) {
+        fehlerImBlock[ofen] = true;
+        // A full disk fails every block, at whatever step: the list gets the
+        // line once per error and file.
+        const QString art = QString::number(nummer) + QLatin1Char('|') + pfad;
+        if (letzterFehler[ofen] == art)
+            return;
+        letzterFehler[ofen] = art;
+    }
+    callHook(hooks.LogList_Add, line);
+}
+
+void Charge_Fehler_Beginn(int ofen)
+{
+    if (ofenGueltig(ofen))
+        fehlerImBlock[ofen] = false;
+}
+
+void Charge_Fehler_Ende(int ofen)
+{
+    if (ofenGueltig(ofen) && !fehlerImBlock[ofen])
+        letzterFehler[ofen].clear();
+}
+
+} // namespace kal

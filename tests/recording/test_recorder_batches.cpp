@@ -1,0 +1,197 @@
+// When a block opens a batch, goes on in the open one, or is dropped; headed
+// furnaces by the number in their sample groups (also packed as 131), plain
+// furnaces by their announcements; the header of the old single-sample PLCs;
+// the live curve's notification.
+
+#include "test_recorder_fixture.h"
+
+using namespace kal;
+using namespace kal::test;
+
+namespace {
+
+class RecorderBatches : public RecorderTest {
+protected:
+    bool kompakt = false;
+
+    /// A sample group of batch `charge`, as 154 or packed as 131.
+    void probe(i32 charge, Stempel s)
+    {
+        if (!kompakt) {
+            gruppe(charge, s);
+            return;
+        }
+        std::vector<i16> c(16);
+        c = {131, s.a, s.b, static_cast<i16>(charge), 0, 0, 0, 0x2401, 0, 0, 0, 1200, 1190, 0x40, 0, 0};
+        anbieten(KOPF, c);
+    }
+    qint64 saetze(i32 charge, const char *datum = "120324") const
+    {
+        const QString name = QStringLiteral("D2401017ABC%1%2.OVD").arg(charge, 6, 10, QLatin1Char('0')).arg(QLatin1String(datum));
+        return inhalt(QDir(plant.Charge_Ordner[0]).filePath(name)).size() / 22;
+    }
+
+    void headedFurnace(bool gepackt)
+    {
+        kompakt = gepackt;
+        if (gepackt) {
+            plant.Ofen_Typ[KOPF + 1] = static_cast<i16>(0x8000 | 240);
+            plant.Adr_Trigger[KOPF] = 220;
+        }
+    }
+
+    void StrayNumber()
+    {
+        probe(5, um(30));
+        probe(7, um(31));
+        probe(5, um(32));
+        EXPECT_EQ(plant.Charge_Nr[KOPF], 5);
+        EXPECT_EQ(plant.Charge_Nr_Neu[KOPF], 5);
+        EXPECT_EQ(dateien().size(), 1);
+        EXPECT_EQ(saetze(5), 47);
+        // 7 after the return of 5 is a first sighting again.
+        probe(7, um(40));
+        EXPECT_EQ(dateien().size(), 1);
+        probe(7, um(41));
+        EXPECT_EQ(dateien().size(), 2);
+        EXPECT_EQ(saetze(7), 43);
+    }
+
+    void SecondSighting()
+    {
+        probe(5, um(30));
+        probe(7, um(31));
+        probe(7, um(33));
+        probe(7, um(35)); // five minutes after the start is not more than five
+        EXPECT_EQ(plant.Charge_Nr[KOPF], 5);
+        EXPECT_EQ(plant.Charge_Nr_Neu[KOPF], 7);
+        EXPECT_EQ(dateien().size(), 1);
+        EXPECT_EQ(saetze(5), 43);
+        probe(7, um(36));
+        EXPECT_EQ(plant.Charge_Nr[KOPF], 7);
+        EXPECT_EQ(plant.Charge_Start[KOPF], QStringLiteral("12.03.2024 08:36:00"));
+        EXPECT_EQ(saetze(7), 43);
+        EXPECT_EQ(saetze(5), 43);
+        probe(5, um(37)); // the old number is now a stray one
+        EXPECT_EQ(saetze(5), 43);
+        EXPECT_EQ(saetze(7), 43);
+    }
+};
+
+} // namespace
+
+TEST_F(RecorderBatches, StrayNumberNeverSplitsABatch) { StrayNumber(); }
+
+TEST_F(RecorderBatches, StrayNumberNeverSplitsABatchPacked)
+{
+    headedFurnace(true);
+    StrayNumber();
+}
+
+TEST_F(RecorderBatches, NewNumberOpensAtSecondSightingMoreThanFiveMinutesOn) { SecondSighting(); }
+
+TEST_F(RecorderBatches, NewNumberOpensAtSecondSightingMoreThanFiveMinutesOnPacked)
+{
+    headedFurnace(true);
+    SecondSighting();
+}
+
+TEST_F(RecorderBatches, NumberZeroIsDroppedAndAnInvalidStartOpensAtOnce)
+{
+    gruppe(0, um(30));
+    EXPECT_TRUE(dateien().isEmpty());
+    EXPECT_EQ(plant.Charge_Nr[KOPF], 0);
+
+    // Restarted with a start date that can't be read: the batch counts as none.
+    plant.Charge_Nr[KOPF] = 5;
+    plant.Charge_Nr_Neu[KOPF] = 5;
+    plant.Charge_Start[KOPF] = QStringLiteral("31.13.2024 08:00:00");
+    gruppe(5, um(31));
+    EXPECT_EQ(plant.Charge_Gueltig[KOPF], -1);
+    EXPECT_EQ(plant.Charge_Start[KOPF], QStringLiteral("12.03.2024 08:31:00"));
+    EXPECT_EQ(saetze(5), 43);
+}
+
+TEST_F(RecorderBatches, SingleSampleAndTextsNeedAnOpenBatch)
+{
+    const Stempel s = um(30, 16);
+    anbieten(KOPF, {100, s.a, s.b, 1000, 1000});
+    std::vector<i16> t = block(9001, 0, s);
+    anbieten(KOPF, t);
+    EXPECT_TRUE(dateien().isEmpty());
+
+    gruppe(5, s);
+    anbieten(KOPF, {100, s.a, s.b, 1000, 1000});
+    EXPECT_EQ(saetze(5), 44);
+}
+
+TEST_F(RecorderBatches, OldSingleSamplePlcGetsTheFixedIdentityInItsHeader)
+{
+    // A batch open from before, and the number of the group before in hand.
+    plant.Charge_Nr[KOPF] = 5;
+    plant.Charge_Start[KOPF] = QStringLiteral("12.03.2024 08:30:16");
+    plant.Charge_Gueltig[KOPF] = -1;
+    Log_Satz.w[6] = 5;
+    const Stempel s = um(30, 16);
+    anbieten(KOPF, {110, s.a, s.b, 1000, 1000});
+    QByteArray b = inhalt(plant.Charge_Datei[KOPF]);
+    ASSERT_EQ(b.size(), 40 * 22);
+    EXPECT_EQ(satz(b, 2), hex("0A 01 0D 03 18 08 1E 10 2A 00 0B 01 2B 00 0C 07 31 00 0D 00 24 00"));
+    EXPECT_EQ(satz(b, 3), hex("0F 25 0A 03 18 08 1E 10 3F 00 00 00 00 00 00 00 00 00 00 00 00 00"));
+    EXPECT_EQ(satz(b, 4), hex("00 00 3A 03 18 08 1E 10 00 00 00 00 00 00 00 00 00 00 00 00 00 00"));
+    EXPECT_EQ(satz(b, 40).left(2), hex("6E 00"));
+    EXPECT_EQ(plant.Ofen_Kennung_A(KOPF + 1, 11), 0);
+
+    // The one furnace of its kind has three pairs of its own.
+    plant.Ofen_Serie[KOPF] = QStringLiteral("0708-001-QRV");
+    anbieten(KOPF, {100, s.a, s.b, 1000, 1000});
+    b = inhalt(plant.Charge_Datei[KOPF]);
+    EXPECT_EQ(plant.Charge_Datei[KOPF].right(27), QStringLiteral("D0708001QRV000005120324.OVD"));
+    EXPECT_EQ(satz(b, 3), hex("0F 25 0A 03 18 08 1E 10 54 00 0E 06 55 00 09 28 56 20 00 00 00 00"));
+    EXPECT_EQ(satz(b, 40).left(2), hex("64 00"));
+}
+
+TEST_F(RecorderBatches, PlainFurnaceFollowsItsAnnouncements)
+{
+    const Stempel s = stempel(1, 2, 2024, 10, 0, 0);
+    anbieten(EINFACH, {1, s.a, s.b, 100});
+    EXPECT_TRUE(dateien().isEmpty()); // no batch announced yet
+
+    anbieten(EINFACH, {205, s.a, s.b});
+    anbieten(EINFACH, {1, s.a, s.b, 100});
+    const Stempel spaeter = stempel(1, 2, 2024, 11, 0, 0);
+    anbieten(EINFACH, {205, spaeter.a, spaeter.b}); // the same batch again: no new start
+    anbieten(EINFACH, {2, spaeter.a, spaeter.b, 100});
+    EXPECT_EQ(plant.Charge_Start[EINFACH], QStringLiteral("01.02.2024 10:00:00"));
+    EXPECT_EQ(inhalt(datei("D2312004XY 000005010224.OVD")).size(), 41 * 22);
+
+    anbieten(EINFACH, {206, spaeter.a, spaeter.b});
+    anbieten(EINFACH, {3, spaeter.a, spaeter.b, 100});
+    EXPECT_EQ(inhalt(datei("D2312004XY 000006010224.OVD")).size(), 40 * 22);
+
+    // A furnace of a type above 6 records nothing.
+    plant.Ofen_Typ[EINFACH + 1] = 7;
+    anbieten(EINFACH, {207, spaeter.a, spaeter.b});
+    anbieten(EINFACH, {4, spaeter.a, spaeter.b, 100});
+    EXPECT_EQ(plant.Charge_Nr[EINFACH], 6);
+    EXPECT_EQ(dateien().size(), 2);
+}
+
+TEST_F(RecorderBatches, LiveCurveOfTheFileHearsOfEachSample)
+{
+    gruppe(5, um(30));
+    plant.Kurve_Datei = plant.Charge_Datei[KOPF];
+    gruppe(5, um(31));
+    EXPECT_TRUE(online.empty()) << "the view is not live";
+
+    plant.Kurve_Online = -1;
+    gruppe(5, um(32));
+    std::vector<i16> t = block(9001, 0, um(33));
+    anbieten(KOPF, t);
+    gruppe(5, um(34));
+    EXPECT_EQ(online, (std::vector<int>{KOPF, KOPF}));
+
+    plant.Kurve_Datei = datei("anders.OVD");
+    gruppe(5, um(35));
+    EXPECT_EQ(online.size(), 2u);
+}
