@@ -36,6 +36,15 @@ void konfigurationSchreiben(const sim::PlantDescription &d)
         plant.Ofen_Bezeichnung[f] = plant.Ofen_Name[f];
         plant.Ofen_Serie[f] = s.serial;
         plant.Ofen_Version[f] = s.version;
+        plant.Ofen_Wert216[f] = s.values216[0];
+        plant.Ofen_Wert217[f] = s.values216[1];
+        plant.Ofen_Wert218[f] = s.values216[2];
+        // The identity block as the PLC holds it: pairs 0..11 of the block.
+        const QVector<int16_t> id = s.identityWords();
+        for (int p = 0; p < KENNUNG_PAARE && 2 * p + 1 < id.size(); ++p) {
+            plant.Ofen_Kennung_A(f + 1, p) = id[2 * p];
+            plant.Ofen_Kennung_B(f + 1, p) = id[2 * p + 1];
+        }
         plant.TempLog_Takt[f] = 60;
         plant.Ofen_Nr_Prog[f] = static_cast<i16>(f + 1);
     }
@@ -74,14 +83,7 @@ bool Demo::starten(bool modbusPortGiven, QString *error)
     std::fflush(stdout);
 
     // The simulated plant runs in real time beside the station.
-    m_uhr.start();
-    m_takt.setInterval(100);
-    connect(&m_takt, &QTimer::timeout, this, [this] {
-        const qint64 jetzt = m_uhr.elapsed();
-        m_sim->advance(jetzt - m_bisher);
-        m_bisher = jetzt;
-    });
-    m_takt.start();
+    m_sim->runInRealTime();
     return true;
 }
 

@@ -4,8 +4,6 @@
 // against it in the same process.
 
 #include <QObject>
-#include <QElapsedTimer>
-#include <QTimer>
 #include <memory>
 
 namespace kal {
@@ -29,9 +27,6 @@ public:
 
 private:
     std::unique_ptr<sim::SimPlant> m_sim;
-    QTimer m_takt;
-    QElapsedTimer m_uhr;
-    qint64 m_bisher = 0;
 };
 
 } // namespace kal

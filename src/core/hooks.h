@@ -35,6 +35,12 @@ struct Hooks {
     /// `Sprache` changed and the language tables are switched: the main window
     /// re-captions its menus and asks the open forms to redraw.
     std::function<void()> Sprache_Geaendert;
+    /// Switches entry i of the main window's form menu (`mnuform`) on or off.
+    std::function<void(int i, bool on)> mnuform_Schalten;
+    /// Shows the live page `KM_Menue` (last step of the start-up).
+    std::function<void()> Menue_Zeigen;
+    /// Unloads the dialogs in the order of the shutdown (before the process ends).
+    std::function<void()> Formen_Entladen;
     /// The live curve's sample of the main cycle (its last step).
     std::function<void()> Graph_Online;
 };

@@ -1,0 +1,151 @@
+#include "core/station_start.h"
+
+#include "config/channel_tables.h"
+#include "config/config_file.h"
+#include "config/language_files.h"
+#include "config/languages.h"
+#include "config/paths.h"
+#include "config/reg_names.h"
+#include "core/dates.h"
+#include "core/hooks.h"
+#include "core/plant_state.h"
+#include "link/channels.h"
+#include "link/data_arrival.h"
+#include "link/main_cycle.h"
+#include "link/qt_socket.h"
+#include "link/socket.h"
+#include "operation/live_page.h"
+#include "operation/message_store.h"
+#include "operation/messages_view_model.h"
+
+#include <QDate>
+#include <QLocale>
+#include <cstdio>
+#include <cstdlib>
+
+namespace kal {
+
+namespace {
+
+void standardEnde(int code)
+{
+    std::fflush(nullptr);
+    std::_Exit(code);
+}
+
+Prozess_Ende_Fn g_ende = standardEnde;
+
+/// "." unless the present date's text in the system's short form holds "/".
+QString datumTrenner()
+{
+    const QString heute = QLocale::system().toString(QDate::currentDate(), QLocale::ShortFormat);
+    return heute.contains(QLatin1Char('/')) ? QStringLiteral("/") : QStringLiteral(".");
+}
+
+} // namespace
+
+void setProzessEnde(Prozess_Ende_Fn fn)
+{
+    g_ende = fn ? fn : standardEnde;
+}
+
+void Station_Start()
+{
+    // 1. Start values.
+    plant.Live_Raster = 10;
+    plant.Datum_Trenner = datumTrenner();
+    Status_Text_Fuellen();
+    plant.Sekunden_Text = QStringLiteral("s");
+
+    // 2. No text load is under way.
+    for (int f = 0; f < OFEN_MAX; ++f)
+        plant.Meld_Seite[f] = -1;
+
+    // 3. Form entries 4, 6 and 7 and the controller entry are off; the main
+    //    cycle switches the controller entry on while a furnace is online.
+    for (int i : {4, 6, 7})
+        callHook(hooks.mnuform_Schalten, i, false);
+    callHook(hooks.mnuRegler, false);
+
+    // 5. The language table.
+    plant.Befehl_Maske = 3;
+    Sprachtext_Fuellen();
+
+    // 6. Version pair of every furnace.
+    for (int f = 0; f < OFEN_MAX; ++f)
+        plant.Ofen_Version[f] = QStringLiteral("00");
+
+    // 7. Paths.
+    Pfade_Setzen();
+
+    // 8. The message store stays open for the whole run.
+    Meld_Datei_Oeffnen();
+
+    // 9. The configuration.
+    hooks.Config_Schreiben = [](bool take_plc) { Config_Schreiben(take_plc); };
+    hooks.Kanal_Setup = [](int f) { Kanal_Setup(f); };
+    Config_Lesen();
+
+    // 10. Channels of every furnace, then its channel tables. The channels are
+    //     Qt sockets unless a test installed its own.
+    if (!Winsock1.Fabrik)
+        Winsock1_Qt();
+    Empfang_Verbinden();
+    plant.Server_Akt_IP4 = 0;
+    for (int f = 0; f < OFEN_MAX; ++f) {
+        Kanal_Setup(f);
+        Spuren_Setzen(f + 1);
+    }
+
+    // 11. Message texts and track names from the store.
+    Meld_Texte_Laden();
+    Meldungen_Init();
+
+    // 12. The other text tables (site language file, controller names), then
+    //     the language switch.
+    Sprachtext_Laden();
+    Reg_Namen_Lesen();
+    Sprachumschalt();
+
+    // 13. The live page.
+    plant.Prog_Anzahl = 100;
+    callHook(hooks.Menue_Zeigen);
+
+    // 14. No Modbus read is open on any channel.
+    for (int k = 0; k < KANAL_MAX; ++k)
+        plant.IP_Adr[k] = -1;
+
+    // 15. The batch browser starts at the first of January of this year.
+    const QString neujahr = Datum_Text(QDateTime(QDate(Jetzt().date().year(), 1, 1), QTime(0, 0), Qt::UTC),
+                                       QStringLiteral("TTMMJJJJ"));
+    plant.Datum_Von = neujahr;
+    plant.Datum_Bis = neujahr;
+}
+
+void Station_Timer1()
+{
+    Timer1_Tick();
+    for (int f = 0; f < OFEN_MAX; ++f)
+        if (plant.Ofen_Online[f])
+            Block0_Zeit_Setzen(f);
+    Seite_Warten_Zaehlen();
+}
+
+void Timer2_Tick()
+{
+    // The temperature text log runs here once it is part of the station.
+}
+
+void Sprache_Wechseln()
+{
+    Sprachumschalt();
+}
+
+void Programm_Ende()
+{
+    Meld_Datei_Schliessen();
+    callHook(hooks.Formen_Entladen);
+    g_ende(0);
+}
+
+} // namespace kal

@@ -1,0 +1,222 @@
+#include "views/KM_MDI.h"
+
+#include "config/languages.h"
+#include "core/hooks.h"
+#include "core/plant_state.h"
+#include "core/station_start.h"
+#include "views/KM_Alarme.h"
+#include "views/KM_Menue.h"
+#include "views/qt_dialogs.h"
+
+#include <QCloseEvent>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QStatusBar>
+
+namespace kal {
+
+namespace {
+KM_MDI *g_main = nullptr;
+
+QString text(int id)
+{
+    return plant.Sprachtext(plant.Sprache, id);
+}
+} // namespace
+
+KM_MDI *mainWindow()
+{
+    return g_main;
+}
+
+KM_MDI::KM_MDI(QWidget *parent) : QMainWindow(parent)
+{
+    g_main = this;
+    setWindowTitle(QStringLiteral("Kalmeron"));
+    m_mdi = new QMdiArea(this);
+    m_mdi->setBackground(palette().window());
+    setCentralWidget(m_mdi);
+
+    m_dialogs = new QtDialogs(this);
+    setDialogs(m_dialogs);
+
+    for (int i = 0; i < 8; ++i) {
+        m_panels[i] = new QLabel(this);
+        m_panels[i]->setFrameShape(QFrame::Panel);
+        m_panels[i]->setFrameShadow(QFrame::Sunken);
+        m_panels[i]->setMinimumWidth(60);
+        m_panels[i]->setTextFormat(Qt::PlainText);
+        statusBar()->addWidget(m_panels[i], 1);
+    }
+
+    hooks.Status_Panel = [this](int panel, const QString &t) {
+        if (panel >= 1 && panel <= 8)
+            m_panels[panel - 1]->setText(t);
+    };
+    hooks.mnuRegler = [this](bool on) {
+        if (m_mnuRegler)
+            m_mnuRegler->setEnabled(on);
+    };
+    hooks.mnuform_Schalten = [this](int i, bool on) {
+        if (QAction *a = m_mnuform.value(i))
+            a->setEnabled(on);
+    };
+    hooks.Menue_Zeigen = [this] { zeigeMenue(); };
+    hooks.Sprache_Geaendert = [this] { Menue_Beschriften(); };
+
+    menusBauen();
+
+    m_timer1.setInterval(100);
+    m_timer2.setInterval(1000);
+    connect(&m_timer1, &QTimer::timeout, this, [] { Station_Timer1(); });
+    connect(&m_timer2, &QTimer::timeout, this, [] { Timer2_Tick(); });
+}
+
+KM_MDI::~KM_MDI()
+{
+    hooks.Status_Panel = nullptr;
+    hooks.mnuRegler = nullptr;
+    hooks.mnuform_Schalten = nullptr;
+    hooks.Menue_Zeigen = nullptr;
+    hooks.Sprache_Geaendert = nullptr;
+    setDialogs(nullptr);
+    delete m_dialogs;
+    if (g_main == this)
+        g_main = nullptr;
+}
+
+void KM_MDI::Laden()
+{
+    Station_Start();
+    Menue_Beschriften();
+    m_timer1.start();
+    m_timer2.start();
+}
+
+QAction *KM_MDI::eintrag(QMenu *menu, int textId, std::function<void()> handler)
+{
+    QAction *a = menu->addAction(QString());
+    m_beschriftungen.push_back({a, textId, QString()});
+    if (handler)
+        connect(a, &QAction::triggered, this, std::move(handler));
+    else
+        a->setEnabled(false); // the form of this entry is not part of the station yet
+    return a;
+}
+
+void KM_MDI::menusBauen()
+{
+    QMenuBar *bar = menuBar();
+    auto menu = [&](int textId) {
+        QMenu *m = bar->addMenu(QString());
+        m_beschriftungen.push_back({m, textId, QString()});
+        m_menus.append(m);
+        return m;
+    };
+
+    QMenu *datei = menu(20); // "Datei"
+    m_mnuPrintForm = eintrag(datei, 22, nullptr); // "Seite Drucken"
+    m_mnuSchliessen = eintrag(datei, 23, [this] { mnuSchliessen_Click(); });
+    datei->addSeparator();
+    m_mnuBeenden = eintrag(datei, 24, [] { Programm_Ende(); });
+
+    // The form menu `mnuform`: 0 live page, 1 curve, 2 log data, 3 programs,
+    // 4 batch data, 5 messages, 6 settings, 7 system.
+    QMenu *formen = menu(26); // "Menü"
+    m_mnuform.append(eintrag(formen, 26, [this] { zeigeMenue(); }));
+    m_mnuform.append(eintrag(formen, 27, nullptr));
+    m_mnuform.append(eintrag(formen, 28, nullptr));
+    m_mnuform.append(eintrag(formen, 21, nullptr));
+    m_mnuform.append(eintrag(formen, 32, nullptr));
+    m_mnuform.append(eintrag(formen, 48, [this] { zeigeAlarme(false); }));
+    m_mnuform.append(eintrag(formen, 30, nullptr));
+    m_mnuform.append(eintrag(formen, 70, nullptr));
+
+    QMenu *regler = menu(31); // "Regelparameter"
+    m_mnuRegler = eintrag(regler, 31, nullptr);
+
+    QMenu *extras = menu(36); // "Extras"
+    m_mnuMeldConfig = eintrag(extras, 48, [this] { zeigeAlarme(true); });
+    m_beschriftungen.back().vorsatz = QStringLiteral("Config ");
+    QMenu *sprache = extras->addMenu(QString());
+    m_beschriftungen.push_back({sprache, 69, QString()}); // "Sprache"
+    for (int s = 0; s < 6; ++s)
+        eintrag(sprache, languageNameId(s), [this, s] { spracheWaehlen(s); });
+
+    QMenu *fenster = menu(37); // "Fenster"
+    eintrag(fenster, 33, [this] { m_mdi->cascadeSubWindows(); });
+    eintrag(fenster, 34, [this] { m_mdi->tileSubWindows(); });
+    eintrag(fenster, 35, [this] { m_mdi->tileSubWindows(); });
+}
+
+void KM_MDI::Menue_Beschriften()
+{
+    for (const Beschriftung &b : m_beschriftungen) {
+        const QString t = b.vorsatz + text(b.textId).trimmed();
+        if (auto *a = qobject_cast<QAction *>(b.ziel))
+            a->setText(t);
+        else if (auto *m = qobject_cast<QMenu *>(b.ziel))
+            m->setTitle(t);
+    }
+    if (m_menue)
+        m_menue->Beschriften();
+    if (m_alarme)
+        m_alarme->Beschriften();
+}
+
+QString KM_MDI::panelText(int panel) const
+{
+    return (panel >= 1 && panel <= 8) ? m_panels[panel - 1]->text() : QString();
+}
+
+void KM_MDI::zeigeMenue()
+{
+    if (!m_menue) {
+        m_menue = new KM_Menue;
+        m_menueFenster = m_mdi->addSubWindow(m_menue);
+        m_menueFenster->setWindowFlag(Qt::WindowCloseButtonHint, false);
+    }
+    m_menueFenster->showMaximized();
+    m_mdi->setActiveSubWindow(m_menueFenster);
+}
+
+void KM_MDI::zeigeAlarme(bool konfig)
+{
+    if (m_alarme)
+        return;
+    m_alarme = new KM_Alarme(konfig);
+    QMdiSubWindow *w = m_mdi->addSubWindow(m_alarme);
+    m_mnuform[5]->setEnabled(false);
+    m_mnuMeldConfig->setEnabled(false);
+    connect(m_alarme, &KM_Alarme::geschlossen, this, [this] {
+        m_alarme = nullptr; // the form is deleted later; a new one may open at once
+        m_mnuform[5]->setEnabled(true);
+        m_mnuMeldConfig->setEnabled(true);
+    });
+    w->show();
+    m_mdi->setActiveSubWindow(w);
+}
+
+void KM_MDI::mnuSchliessen_Click()
+{
+    // The live page stays; every other child form closes.
+    QMdiSubWindow *w = m_mdi->activeSubWindow();
+    if (w && w != m_menueFenster)
+        w->close();
+}
+
+void KM_MDI::spracheWaehlen(int sprache)
+{
+    plant.Sprache = static_cast<u8>(sprache);
+    Sprache_Wechseln(); // re-captions through the language hook
+}
+
+void KM_MDI::closeEvent(QCloseEvent *e)
+{
+    e->accept();
+    Programm_Ende();
+}
+
+} // namespace kal

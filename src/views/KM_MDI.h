@@ -1,0 +1,88 @@
+#pragma once
+// KM_MDI, the main window: menus, the status bar with one panel per furnace,
+// the area of the child forms, and the two timers that drive the station.
+
+#include "views/KM_Alarme.h"
+#include "views/KM_Menue.h"
+
+#include <QMainWindow>
+#include <QPointer>
+#include <QTimer>
+#include <functional>
+#include <vector>
+
+class QAction;
+class QLabel;
+class QMdiArea;
+class QMdiSubWindow;
+class QMenu;
+
+namespace kal {
+
+class QtDialogs;
+
+
+class KM_MDI : public QMainWindow {
+    Q_OBJECT
+public:
+    explicit KM_MDI(QWidget *parent = nullptr);
+    ~KM_MDI() override;
+
+    /// The load handler: start-up in its fixed order, then the timers run.
+    void Laden();
+
+    /// Re-captions every menu entry and the open forms in the current language.
+    void Menue_Beschriften();
+
+    /// Text of status-bar panel 1..8.
+    QString panelText(int panel) const;
+
+    KM_Menue *menuePage() const { return m_menue; }
+    /// Opens the message form (configuration mode when `konfig`); while it is
+    /// shown its menu entries are disabled.
+    void zeigeAlarme(bool konfig);
+    KM_Alarme *alarme() const { return m_alarme; }
+    QMdiArea *mdiArea() const { return m_mdi; }
+
+    /// `mnuform` entries 0..7 (the child forms); `mnuRegler`.
+    QAction *mnuform(int i) const { return m_mnuform.value(i); }
+    QAction *mnuRegler() const { return m_mnuRegler; }
+
+protected:
+    void closeEvent(QCloseEvent *e) override;
+
+private:
+    void menusBauen();
+    QAction *eintrag(QMenu *menu, int textId, std::function<void()> handler);
+    void zeigeMenue();
+    void mnuSchliessen_Click();
+    void mnuPrintForm_Click();
+    void spracheWaehlen(int sprache);
+
+    QMdiArea *m_mdi = nullptr;
+    QtDialogs *m_dialogs = nullptr;
+    QPointer<KM_Menue> m_menue;
+    QPointer<QMdiSubWindow> m_menueFenster;
+    QPointer<KM_Alarme> m_alarme;
+    QList<QAction *> m_mnuform;
+    QAction *m_mnuRegler = nullptr;
+    QAction *m_mnuBeenden = nullptr;
+    QAction *m_mnuSchliessen = nullptr;
+    QAction *m_mnuPrintForm = nullptr;
+    QAction *m_mnuMeldConfig = nullptr;
+    QList<QMenu *> m_menus;
+    struct Beschriftung {
+        QObject *ziel;      ///< QAction or QMenu
+        int textId;         ///< Sprachtext id
+        QString vorsatz;    ///< fixed text before the caption
+    };
+    std::vector<Beschriftung> m_beschriftungen;
+    QLabel *m_panels[8] = {};
+    QTimer m_timer1;
+    QTimer m_timer2;
+};
+
+/// The main window of the process (set while it exists).
+KM_MDI *mainWindow();
+
+} // namespace kal

@@ -1,0 +1,206 @@
+#include "views/KM_Menue.h"
+
+#include "core/hooks.h"
+#include "core/plant_state.h"
+#include "link/main_cycle.h"
+#include "operation/live_page.h"
+#include "operation/ui_text.h"
+#include "views/KM_MDI.h"
+#include "views/colours.h"
+
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace kal {
+
+namespace {
+
+QLabel *feld(QWidget *parent, Qt::Alignment a = Qt::AlignLeft | Qt::AlignVCenter)
+{
+    auto *l = new QLabel(parent);
+    l->setAlignment(a);
+    l->setTextFormat(Qt::PlainText);
+    l->setMinimumWidth(70);
+    return l;
+}
+
+} // namespace
+
+KM_Menue::KM_Menue(QWidget *parent) : QWidget(parent)
+{
+    setObjectName(QStringLiteral("KM_Menue"));
+    auto *haupt = new QVBoxLayout(this);
+
+    auto *raster = new QGridLayout;
+    raster->setHorizontalSpacing(10);
+    raster->setVerticalSpacing(4);
+    for (int c = 0; c < 7; ++c) {
+        m_kopf[c] = feld(this);
+        QFont f = m_kopf[c]->font();
+        f.setBold(true);
+        m_kopf[c]->setFont(f);
+        raster->addWidget(m_kopf[c], 0, c);
+    }
+    for (int i = 0; i < 8; ++i) {
+        Reihe &r = m_reihen[i];
+        r.OfenSelect = new QPushButton(this);
+        r.OfenSelect->setMinimumWidth(190);
+        r.OfenSelect->setMinimumHeight(40);
+        r.OfenSelect->setStyleSheet(QStringLiteral("text-align: left; padding: 2px 6px;"));
+        connect(r.OfenSelect, &QPushButton::clicked, this, [this, i] { ofenKlick(i); });
+        r.Status = feld(this, Qt::AlignCenter);
+        r.Status->setAutoFillBackground(true);
+        r.Status->setFrameShape(QFrame::Panel);
+        r.Status->setFrameShadow(QFrame::Sunken);
+        r.Status->setMinimumWidth(120);
+        r.Befehl = feld(this);
+        r.Befehl->setMinimumWidth(180);
+        r.Soll_Bef = feld(this);
+        r.Soll_Bef->setMinimumWidth(150);
+        r.Sollwert = feld(this, Qt::AlignRight | Qt::AlignVCenter);
+        r.Istwert = feld(this, Qt::AlignRight | Qt::AlignVCenter);
+        r.Stellwert = feld(this);
+        r.Stellwert->setMinimumWidth(130);
+        raster->addWidget(r.OfenSelect, i + 1, 0);
+        raster->addWidget(r.Status, i + 1, 1);
+        raster->addWidget(r.Befehl, i + 1, 2);
+        raster->addWidget(r.Soll_Bef, i + 1, 3);
+        raster->addWidget(r.Sollwert, i + 1, 4);
+        raster->addWidget(r.Istwert, i + 1, 5);
+        raster->addWidget(r.Stellwert, i + 1, 6);
+    }
+    raster->setColumnStretch(2, 1);
+    raster->setColumnStretch(3, 1);
+    haupt->addLayout(raster);
+    haupt->addStretch(1); // rows stay at the top when no detail is shown
+
+    // Detail of the selected furnace: the place of the online curve; until
+    // the curve is part of the station it shows the furnace's data.
+    m_detail = new QGroupBox(this);
+    auto *dl = new QVBoxLayout(m_detail);
+    m_detailText = new QLabel(m_detail);
+    m_detailText->setTextFormat(Qt::PlainText);
+    m_detailText->setFont(QFont(QStringLiteral("DejaVu Sans Mono")));
+    m_detailText->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    dl->addWidget(m_detailText);
+    m_detail->setMinimumHeight(140);
+    haupt->addWidget(m_detail, 1);
+
+    auto *unten = new QHBoxLayout;
+    m_logList = new QListWidget(this);
+    m_logList->setMaximumHeight(90);
+    unten->addWidget(m_logList, 1);
+    m_meldungen = new QPushButton(this);
+    connect(m_meldungen, &QPushButton::clicked, this, [] {
+        if (KM_MDI *w = mainWindow())
+            w->zeigeAlarme(false);
+    });
+    unten->addWidget(m_meldungen);
+    haupt->addLayout(unten);
+
+    for (const QString &line : kal::LogList)
+        m_logList->addItem(line);
+    hooks.LogList_Add = [this](const QString &line) {
+        m_logList->addItem(line);
+        m_logList->setCurrentRow(m_logList->count() - 1);
+    };
+
+    Beschriften();
+    Seite_Sofort();
+    m_timer1.setInterval(100);
+    connect(&m_timer1, &QTimer::timeout, this, [this] {
+        if (Seite_Takt())
+            Zeigen();
+    });
+    m_timer1.start();
+}
+
+KM_Menue::~KM_Menue()
+{
+    hooks.LogList_Add = nullptr;
+    Seite_Schliessen();
+}
+
+void KM_Menue::Beschriften()
+{
+    setWindowTitle(Text_Id(26).trimmed());
+    const int ids[7] = {0, 6, 1, 2, 41, 42, 39};
+    for (int c = 0; c < 7; ++c)
+        m_kopf[c]->setText(Text_Id(ids[c]).trimmed());
+    m_meldungen->setText(Text_Id(48).trimmed());
+    Zeigen();
+}
+
+void KM_Menue::Zeigen()
+{
+    for (int i = 0; i < 8; ++i) {
+        const Seiten_Zeile &z = Seite.Zeile[i];
+        Reihe &r = m_reihen[i];
+        r.OfenSelect->setText(z.OfenSelect);
+        r.OfenSelect->setToolTip(z.OfenSelect_Tipp);
+        QFont f = r.OfenSelect->font();
+        f.setBold(z.Markiert);
+        r.OfenSelect->setFont(f);
+        r.Status->setText(z.Status);
+        QPalette p = r.Status->palette();
+        p.setColor(QPalette::Window, Farbe_Qt(z.Status_Farbe, palette()));
+        r.Status->setPalette(p);
+        r.Befehl->setText(z.Befehl);
+        r.Soll_Bef->setText(z.Soll_Bef);
+        r.Sollwert->setText(z.Sollwert);
+        r.Istwert->setText(z.Istwert);
+        r.Stellwert->setText(z.Stellwert);
+    }
+    detailZeigen();
+}
+
+void KM_Menue::detailZeigen()
+{
+    const int n = plant.Seite_Ofen;
+    m_detail->setVisible(Seite.Detail != Seiten_Detail::Keine && n >= 1 && n <= 8);
+    if (!m_detail->isVisible())
+        return;
+    const int f = n - 1;
+    m_detail->setTitle(QStringLiteral("%1 %2: %3").arg(Text_Id(0).trimmed()).arg(n).arg(plant.Ofen_Name[f]));
+    QStringList zeilen;
+    zeilen << QStringLiteral("%1  %2").arg(plant.Ofen_Serie[f], plant.PLC_Bezeichnung[f]);
+    zeilen << QStringLiteral("%1: %2 °C    %3: %4 °C    %5: %6 %")
+                  .arg(Text_Id(41).trimmed())
+                  .arg(plant.SPS_Wort(f, 43) / 10)
+                  .arg(Text_Id(42).trimmed())
+                  .arg(plant.SPS_Wort(f, 44) / 10)
+                  .arg(Text_Id(43).trimmed())
+                  .arg(plant.SPS_Wort(f, 45));
+    zeilen << QStringLiteral("%1: %2    %3: %4").arg(Text_Id(38).trimmed(), plant.Prog_Start_Text[f],
+                                                      Text_Id(39).trimmed(), plant.Prog_Ende_Text[f]);
+    zeilen << QStringLiteral("%1: %2").arg(Text_Id(59).trimmed()).arg(plant.Charge_Nr[f]);
+    m_detailText->setText(zeilen.join(QLatin1Char('\n')));
+}
+
+void KM_Menue::ofenKlick(int n)
+{
+    Seite_Ofen_Klick(Seite, n);
+    Zeigen();
+}
+
+void KM_Menue::keyPressEvent(QKeyEvent *e)
+{
+    // Keys 1..8 select a furnace row, Escape clears the selection.
+    if (e->key() >= Qt::Key_1 && e->key() <= Qt::Key_8) {
+        ofenKlick(e->key() - Qt::Key_1);
+        return;
+    }
+    if (e->key() == Qt::Key_Escape) {
+        Kein_Ofen(Seite);
+        Zeigen();
+        return;
+    }
+    QWidget::keyPressEvent(e);
+}
+
+} // namespace kal

@@ -1,0 +1,56 @@
+#pragma once
+// KM_Menue, the live page: one row per furnace (button, state, segment, target,
+// set, actual and end), the detail of the selected furnace, and the error list
+// of the main cycle (LogList). It paints the rows that the live-page logic
+// computes and hands its clicks back to it.
+
+#include <QTimer>
+#include <QWidget>
+#include <array>
+
+class QLabel;
+class QListWidget;
+class QPushButton;
+class QGroupBox;
+
+namespace kal {
+
+class KM_Menue : public QWidget {
+    Q_OBJECT
+public:
+    explicit KM_Menue(QWidget *parent = nullptr);
+    ~KM_Menue() override;
+
+    /// Captions in the current language.
+    void Beschriften();
+    /// Paints the rows from the last computed page.
+    void Zeigen();
+
+    QListWidget *LogList() const { return m_logList; }
+
+protected:
+    void keyPressEvent(QKeyEvent *e) override;
+
+private:
+    void ofenKlick(int n);
+    void detailZeigen();
+
+    struct Reihe {
+        QPushButton *OfenSelect = nullptr;
+        QLabel *Status = nullptr;
+        QLabel *Befehl = nullptr;
+        QLabel *Soll_Bef = nullptr;
+        QLabel *Sollwert = nullptr;
+        QLabel *Istwert = nullptr;
+        QLabel *Stellwert = nullptr;
+    };
+    std::array<Reihe, 8> m_reihen;
+    std::array<QLabel *, 7> m_kopf{};
+    QGroupBox *m_detail = nullptr;
+    QLabel *m_detailText = nullptr;
+    QPushButton *m_meldungen = nullptr;
+    QListWidget *m_logList = nullptr;
+    QTimer m_timer1;
+};
+
+} // namespace kal

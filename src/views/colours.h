@@ -1,0 +1,19 @@
+#pragma once
+// Colours of the plant's tables (0x00BBGGRR, or the system's button face) as
+// the forms paint them.
+
+#include "operation/status_colours.h"
+
+#include <QColor>
+#include <QPalette>
+
+namespace kal {
+
+inline QColor Farbe_Qt(Farbwert f, const QPalette &palette)
+{
+    if (Ist_Systemfarbe(f))
+        return palette.color(QPalette::Button);
+    return QColor::fromRgb(Farbe_RGB(f));
+}
+
+} // namespace kal

@@ -1,0 +1,211 @@
+// The demo plant end to end: the station and the simulator in one process on
+// loopback, as `kalmeron --demo` runs them, and the real executable ended by
+// SIGTERM. The waits are bounded loops of the event loop; nothing is timed.
+
+#include "app/demo.h"
+#include "config/paths.h"
+#include "core/dialogs.h"
+#include "core/plant_state.h"
+#include "core/station_start.h"
+#include "link/socket.h"
+#include "operation/message_store.h"
+#include "operation/live_page.h"
+#include "operation/messages_view_model.h"
+#include "sim/plant.h"
+#include "views/KM_Alarme.h"
+#include "views/KM_MDI.h"
+
+#include <QListWidget>
+#include <QPushButton>
+
+#include <QApplication>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTcpServer>
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+using namespace kal;
+
+namespace {
+
+void keinEnde(int) {}
+
+/// Runs the event loop until `fertig` holds or `ms` of wall time passed.
+template <typename F>
+bool warteBis(F fertig, int ms)
+{
+    QDeadlineTimer frist(ms);
+    while (!fertig() && !frist.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
+    return fertig();
+}
+
+void bildSichern(QWidget &w, const QString &name)
+{
+    QDir().mkpath(QStringLiteral(KALMERON_SHOTS));
+    w.grab().save(QStringLiteral(KALMERON_SHOTS "/") + name);
+}
+
+int freierPort()
+{
+    QTcpServer s;
+    s.listen(QHostAddress::LocalHost, 0);
+    return s.serverPort();
+}
+
+} // namespace
+
+namespace {
+
+/// The demo plant and the station's main window in this process.
+class DemoStation : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(dir.isValid());
+        resetPlant();
+        Daten_Ordner_Option = dir.path();
+        Modbus_Port = freierPort();
+        setProzessEnde(keinEnde);
+        QString fehler;
+        ASSERT_TRUE(demo.starten(true, &fehler)) << qPrintable(fehler);
+        w = std::make_unique<KM_MDI>();
+        setDialogs(&dialogs); // no modal box may stop the test
+        w->resize(1280, 800);
+        w->show();
+        w->Laden();
+        ASSERT_NE(w->menuePage(), nullptr);
+    }
+    void TearDown() override
+    {
+        Programm_Ende();
+        w.reset();
+        setDialogs(nullptr);
+        setProzessEnde(nullptr);
+        Daten_Ordner_Option.clear();
+    }
+    bool online(int panel) const
+    {
+        return w->panelText(panel).startsWith(plant.Sprachtext(plant.Sprache, 9));
+    }
+    bool alleOnline() const
+    {
+        for (int p = 1; p <= OEFEN; ++p)
+            if (!online(p))
+                return false;
+        return true;
+    }
+
+    static constexpr int OEFEN = 5; ///< furnaces of the demo plant
+    QTemporaryDir dir;
+    Demo demo;
+    ScriptedDialogs dialogs;
+    std::unique_ptr<KM_MDI> w;
+};
+
+} // namespace
+
+TEST_F(DemoStation, EveryFurnaceComesOnline)
+{
+    const bool ok = warteBis([&] { return alleOnline(); }, 60000);
+    // Then until block 0 of the first furnace came in (its time is shown).
+    warteBis([] { return !plant.Block0_Zeit[0].isEmpty(); }, 30000);
+    warteBis([] { return false; }, 1500);
+    bildSichern(*w, QStringLiteral("main_de.png"));
+    for (int p = 1; p <= 8; ++p)
+        std::printf("panel %d: %s\n", p, qPrintable(w->panelText(p)));
+    EXPECT_TRUE(ok);
+    for (int p = OEFEN + 1; p <= 8; ++p)
+        EXPECT_TRUE(w->panelText(p).startsWith(plant.Sprachtext(plant.Sprache, 8))) << p;
+    EXPECT_TRUE(dialogs.shown.empty()) << qPrintable(dialogs.shown.front().text);
+
+    // The same page in English.
+    plant.Sprache = 1;
+    Sprache_Wechseln();
+    warteBis([] { return false; }, 600);
+    bildSichern(*w, QStringLiteral("main_en.png"));
+}
+
+TEST_F(DemoStation, DoorMessageComesIsAcknowledgedAndGoes)
+{
+    ASSERT_TRUE(warteBis([&] { return online(1); }, 60000));
+    sim::SimFurnace *ofen = demo.plant()->furnace(0);
+    ASSERT_NE(ofen, nullptr);
+    const int TUER = 5; // "Tür geöffnet" in the default texts
+    ofen->raiseMessage(TUER);
+    ofen->clearMessage(TUER, true); // the cause is gone; it goes once acknowledged
+
+    // The come is stored.
+    ASSERT_TRUE(warteBis([&] { return Meld_Lesen(Meld_Satz_Nr(0, TUER)).Aktiv == 1; }, 30000));
+
+    // The list of furnace 1 shows it, with the message number and text.
+    Seite_Ofen_Klick(Seite, 0);
+    w->zeigeAlarme(false);
+    ASSERT_NE(w->alarme(), nullptr);
+    Meld_Anzeige_Setzen(0, 1);
+    w->alarme()->Beschriften();
+    QListWidget *liste = w->alarme()->List1();
+    ASSERT_EQ(liste->count(), 1);
+    const QString zeile = liste->item(0)->text();
+    EXPECT_TRUE(zeile.contains(QStringLiteral("    1: "))) << qPrintable(zeile);
+    EXPECT_TRUE(zeile.contains(QStringLiteral("  05  Tür geöffnet"))) << qPrintable(zeile);
+    bildSichern(*w, QStringLiteral("messages_normal.png"));
+
+    // "Quitt " sends 4 to word 30; the PLC clears the bit and the go is stored.
+    QPushButton *quitt = w->alarme()->Taste(6);
+    ASSERT_TRUE(quitt->text().contains(QStringLiteral("Quitt"))) << qPrintable(quitt->text());
+    quitt->click();
+    ASSERT_TRUE(warteBis([&] { return ofen->lastWritten(30) == int16_t(4); }, 10000));
+    ASSERT_TRUE(warteBis([&] { return Meld_Lesen(Meld_Satz_Nr(0, TUER)).Aktiv == 0; }, 30000));
+    const Meld_Satz satz = Meld_Lesen(Meld_Satz_Nr(0, TUER));
+    EXPECT_GE(satz.Geht.Tag, 1); // a go time was written
+    warteBis([&] { return liste->count() == 0; }, 5000);
+    EXPECT_EQ(liste->count(), 0);
+    w->alarme()->close();
+
+    // The configuration mode of the same form.
+    w->zeigeAlarme(true);
+    ASSERT_NE(w->alarme(), nullptr);
+    Meld_Anzeige_Setzen(0, 1);
+    Meld_Anzeige_Setzen(1, 1);
+    w->alarme()->Beschriften();
+    EXPECT_GT(w->alarme()->List1()->count(), 0);
+    warteBis([] { return false; }, 300);
+    bildSichern(*w, QStringLiteral("messages_config.png"));
+}
+
+TEST(Demo, ExecutableEndsCleanlyOnSigterm)
+{
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    QProcess p;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    p.setProcessEnvironment(env);
+    p.setProcessChannelMode(QProcess::MergedChannels);
+    p.start(QStringLiteral(KALMERON_EXE),
+            {QStringLiteral("--demo"), QStringLiteral("--data"), dir.path(), QStringLiteral("--modbus-port"),
+             QString::number(freierPort())});
+    ASSERT_TRUE(p.waitForStarted(10000));
+    QByteArray out;
+    const bool bereit = warteBis(
+        [&] {
+            out += p.readAll();
+            return out.contains("panel server") || p.state() == QProcess::NotRunning;
+        },
+        30000);
+    ASSERT_TRUE(bereit) << out.constData();
+    ASSERT_EQ(p.state(), QProcess::Running) << out.constData();
+    warteBis([] { return false; }, 2000); // let it poll a while
+    ::kill(static_cast<pid_t>(p.processId()), SIGTERM);
+    ASSERT_TRUE(p.waitForFinished(15000));
+    EXPECT_EQ(p.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(p.exitCode(), 0) << out.constData();
+    // It wrote the demo configuration and kept its message store.
+    EXPECT_TRUE(QFile::exists(dir.filePath(QStringLiteral("Kalmeron.DAT"))));
+    EXPECT_TRUE(QFile::exists(dir.filePath(QStringLiteral("Kalmeron.mld"))));
+}

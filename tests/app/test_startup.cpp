@@ -1,0 +1,122 @@
+// Start-up of the station without forms: the order of its steps shows in the
+// plant state and the files it leaves.
+
+#include "config/config_file.h"
+#include "config/paths.h"
+#include "core/dialogs.h"
+#include "core/hooks.h"
+#include "core/plant_state.h"
+#include "core/station_start.h"
+#include "operation/message_store.h"
+
+#include <QDate>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+using namespace kal;
+
+namespace {
+
+class StartupTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(dir.isValid());
+        resetPlant();
+        hooks = Hooks{};
+        Daten_Ordner_Option = dir.path();
+        setDialogs(&dialogs);
+        hooks.Menue_Zeigen = [this] { menueGezeigt = true; };
+        hooks.mnuform_Schalten = [this](int i, bool on) { geschaltet.append({i, on}); };
+    }
+    void TearDown() override
+    {
+        Meld_Datei_Schliessen();
+        setDialogs(nullptr);
+        hooks = Hooks{};
+        Daten_Ordner_Option.clear();
+    }
+
+    QTemporaryDir dir;
+    ScriptedDialogs dialogs;
+    bool menueGezeigt = false;
+    QList<QPair<int, bool>> geschaltet;
+};
+
+} // namespace
+
+TEST_F(StartupTest, WithoutConfigurationRunsWithEightDisabledFurnaces)
+{
+    Station_Start();
+
+    // The missing file is reported with the text of id 154 and its path.
+    ASSERT_EQ(dialogs.shown.size(), 1u);
+    const QString text = dialogs.shown.front().text;
+    EXPECT_TRUE(text.startsWith(plant.Sprachtext(0, 154) + QStringLiteral(":"))) << qPrintable(text);
+    EXPECT_TRUE(text.contains(QStringLiteral("Kalmeron.DAT")));
+    EXPECT_TRUE(text.endsWith(QStringLiteral("!")));
+
+    for (int f = 0; f < OFEN_MAX; ++f) {
+        EXPECT_EQ(plant.Ofen_Aktiv[f], 0);
+        EXPECT_EQ(plant.Meld_Seite[f], -1);
+        EXPECT_EQ(plant.Datei_Art[f + 1], QStringLiteral("DEN%1").arg(f + 1, 2, 10, QLatin1Char('0')));
+    }
+    for (int k = 0; k < KANAL_MAX; ++k)
+        EXPECT_EQ(plant.IP_Adr[k], -1);
+    EXPECT_TRUE(menueGezeigt);
+    const QList<QPair<int, bool>> aus = {{4, false}, {6, false}, {7, false}};
+    EXPECT_EQ(geschaltet, aus);
+
+    // Data folder, program folder and the message store are there.
+    EXPECT_EQ(QDir(plant.Pfad[0]).canonicalPath(), QDir(dir.path()).canonicalPath());
+    EXPECT_TRUE(QDir(dir.filePath(QStringLiteral("Programme"))).exists());
+    EXPECT_TRUE(Meld_Datei_Offen());
+    EXPECT_TRUE(QFile::exists(dir.filePath(QStringLiteral("Kalmeron.mld"))));
+
+    const QString neujahr = QStringLiteral("01.01.%1").arg(QDate::currentDate().year());
+    EXPECT_EQ(plant.Datum_Von, neujahr);
+    EXPECT_EQ(plant.Datum_Bis, neujahr);
+    EXPECT_EQ(plant.Status_Text[122], QStringLiteral("Load Spur / CODE"));
+    EXPECT_EQ(plant.Prog_Anzahl, 100);
+}
+
+TEST_F(StartupTest, WithConfigurationReadsPlantAndAsksNothing)
+{
+    // A configuration of two furnaces, written the way the settings would.
+    Pfade_Setzen();
+    for (int k = 1; k <= 3; ++k) {
+        QDir().mkpath(Standard_Ordner(k));
+        plant.Pfad[k] = Standard_Ordner(k);
+    }
+    plant.Ofen_Aktiv[0] = TRUE16;
+    plant.Ofen_UDP[0] = TRUE16;
+    plant.Ofen_Typ[1] = 3;
+    plant.Ofen_Name[0] = QStringLiteral("Kammerofen");
+    for (int o = 0; o < 4; ++o)
+        plant.Ofen_IP(0, o) = static_cast<u8>(o == 0 ? 127 : o == 3 ? 11 : 0);
+    plant.Ofen_Aktiv[1] = TRUE16;
+    plant.Ofen_Typ[2] = static_cast<i16>(0x8000 | 500);
+    plant.Sprache = 1;
+    Config_Schreiben(false);
+    resetPlant();
+
+    Station_Start();
+
+    EXPECT_TRUE(dialogs.shown.empty()) << qPrintable(dialogs.shown.front().text);
+    EXPECT_EQ(plant.Ofen_Aktiv[0], -1);
+    EXPECT_EQ(plant.Ofen_Aktiv[1], -1);
+    EXPECT_EQ(plant.Ofen_Aktiv[2], 0);
+    EXPECT_EQ(plant.Ofen_Name[0], QStringLiteral("Kammerofen"));
+    EXPECT_EQ(plant.Sprache, 1);
+    // Channel tables follow the type: plain furnace with its log at 90, headed
+    // TCP furnace at 400.
+    EXPECT_EQ(plant.Adr_Trigger[0], 90);
+    EXPECT_EQ(plant.Adr_Trigger[1], 400);
+    EXPECT_EQ(plant.Ofen_Basis[1], 500);
+    // The language switch ran after the configuration: English command names.
+    EXPECT_EQ(plant.Befehl_Name[1].trimmed(), plant.Sprachtext(1, 10).trimmed());
+    EXPECT_EQ(plant.Meld_Seite[0], -1);
+    EXPECT_TRUE(menueGezeigt);
+}
