@@ -96,9 +96,13 @@ TEST_F(RecorderBatches, NewNumberOpensAtSecondSightingMoreThanFiveMinutesOnPacke
     SecondSighting();
 }
 
-TEST_F(RecorderBatches, NumberZeroIsDroppedAndAnInvalidStartOpensAtOnce)
+TEST_F(RecorderBatches, NothingIsStoredWithoutABatchAndAnInvalidStartOpensAtOnce)
 {
-    gruppe(0, um(30));
+    // Number 0, and a sample or a text before any group named a batch.
+    const Stempel s = um(30, 16);
+    gruppe(0, s);
+    anbieten(KOPF, {100, s.a, s.b, 1000, 1000});
+    anbieten(KOPF, block(9001, 0, s));
     EXPECT_TRUE(dateien().isEmpty());
     EXPECT_EQ(plant.Charge_Nr[KOPF], 0);
 
@@ -109,18 +113,7 @@ TEST_F(RecorderBatches, NumberZeroIsDroppedAndAnInvalidStartOpensAtOnce)
     gruppe(5, um(31));
     EXPECT_EQ(plant.Charge_Gueltig[KOPF], -1);
     EXPECT_EQ(plant.Charge_Start[KOPF], QStringLiteral("12.03.2024 08:31:00"));
-    EXPECT_EQ(saetze(5), 43);
-}
-
-TEST_F(RecorderBatches, SingleSampleAndTextsNeedAnOpenBatch)
-{
-    const Stempel s = um(30, 16);
-    anbieten(KOPF, {100, s.a, s.b, 1000, 1000});
-    std::vector<i16> t = block(9001, 0, s);
-    anbieten(KOPF, t);
-    EXPECT_TRUE(dateien().isEmpty());
-
-    gruppe(5, s);
+    // A single sample then takes the number of the group before.
     anbieten(KOPF, {100, s.a, s.b, 1000, 1000});
     EXPECT_EQ(saetze(5), 44);
 }
