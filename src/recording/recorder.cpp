@@ -43,6 +43,8 @@ public:
             throw RunError(ERR_FILE, "no batch folder");
         haupt.open(plant.Charge_Datei[ofen]);
         satzZahl = haupt.count();
+        // A mirror switched on whose backup folder was missing at start has no
+        // year folder: it is left out rather than written to the root folder.
         if (plant.Backup_Aktiv == 0 || plant.Charge_Ordner[1].isEmpty())
             return;
         try {
