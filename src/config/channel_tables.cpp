@@ -137,21 +137,6 @@ void plain_Kanaele(int n)
 
 } // namespace
 
-void Ofen_Layout(int ofen, i16 typ)
-{
-    bool gross = false;
-    if (typ >= 0) {
-        plant.Ofen_Basis[ofen] = 0;
-    } else {
-        plant.Ofen_Basis[ofen] = static_cast<i16>(typ & 0xFFF);
-        gross = (typ & 0x1000) != 0;
-    }
-    plant.Ofen_Gross[ofen] = flag(gross);
-    plant.Ofen_Spuren[ofen] = gross ? 30 : 16;
-    plant.Prog_Page[ofen] = gross ? 1088 : 388;
-    plant.Adr_Block[ofen] = gross ? 900 : 200;
-}
-
 void Kanal_Fix(int n)
 {
     const i16 typ = plant.Ofen_Typ[n];

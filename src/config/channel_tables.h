@@ -14,11 +14,7 @@ namespace kal {
 
 constexpr int KANAELE = 12; ///< channels described by the identity pairs
 
-/// The layout values of a furnace from a type word: at or above 0 the plain
-/// layout (Ofen_Basis 0, 16 tracks, program page 388, block 200); below 0
-/// Ofen_Basis = type AND 0xFFF, and bit 12 chooses the large layout (30
-/// tracks, page 1088, block 900) over the plain one. `ofen` is 0..7.
-void Ofen_Layout(int ofen, i16 typ);
+
 
 /// `Kanal_Fix(n)`: the channel tables of slot n from the identity pairs, one
 /// pair (A, B) per channel 0..11:

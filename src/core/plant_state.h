@@ -260,6 +260,12 @@ bool Ist_Argon(int ofenNr);
 /// serial number, else 0.
 void Ist_GKD(int ofen);
 
+/// The layout values of a furnace index from a type word, always set together:
+/// at or above 0 the plain layout (`Ofen_Basis` 0); below 0 `Ofen_Basis` is
+/// bits 0..11 and bit 12 the large layout. Large: `Ofen_Gross` -1,
+/// `Ofen_Spuren` 30, `Prog_Page` 1088, `Adr_Block` 900; plain: 0, 16, 388, 200.
+void Ofen_Layout(int ofen, i16 typ);
+
 /// Fills the non-empty rows of `Status_Text` (the words of the PLC's load state).
 void Status_Text_Fuellen();
 

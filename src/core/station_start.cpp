@@ -16,6 +16,7 @@
 #include "link/socket.h"
 #include "operation/live_page.h"
 #include "operation/message_store.h"
+#include "recording/recorder.h"
 #include "operation/messages_view_model.h"
 
 #include <QDate>
@@ -84,6 +85,7 @@ void Station_Start()
     // 9. The configuration.
     hooks.Config_Schreiben = [](bool take_plc) { Config_Schreiben(take_plc); };
     hooks.Kanal_Setup = [](int f) { Kanal_Setup(f); };
+    Recorder_Init();
     Config_Lesen();
 
     // 10. Channels of every furnace, then its channel tables. The channels are

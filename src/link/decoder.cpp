@@ -44,18 +44,9 @@ int highByte(i16 w)
 /// 0) or a furnace with a layout block at `Ofen_Basis`, plain or large.
 void Layout_Setzen(int ofen, i16 typ)
 {
-    bool gross = false;
-    if (typ >= 0) {
+    if (typ >= 0)
         plant.Block1_Neu[ofen] = -1; // no identity block to wait for
-        plant.Ofen_Basis[ofen] = 0;
-    } else {
-        plant.Ofen_Basis[ofen] = static_cast<i16>(typ & 0xFFF);
-        gross = (typ & 0x1000) != 0;
-    }
-    plant.Ofen_Gross[ofen] = flag(gross);
-    plant.Ofen_Spuren[ofen] = gross ? 30 : 16;
-    plant.Prog_Page[ofen] = gross ? 1088 : 388;
-    plant.Adr_Block[ofen] = gross ? 900 : 200;
+    Ofen_Layout(ofen, typ);
 }
 
 /// The last word of block 0: operating hours, layout, time stamp.
