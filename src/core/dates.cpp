@@ -31,7 +31,7 @@ QDateTime wall(const QDate &d, const QTime &t)
     return QDateTime(d, t, Qt::UTC);
 }
 
-/// The same reading as a plain wall-clock value, whatever time spec it came in.
+/// The same reading as a plain wall-clock value, whatever time zone setting it came in with.
 QDateTime asWall(const QDateTime &d)
 {
     return wall(d.date(), d.time());

@@ -1,7 +1,7 @@
 #pragma once
 // Date forms of the station and the date arithmetic they rest on.
 //
-// A date value is a QDateTime with Qt::UTC time spec used as a plain wall-clock
+// A date value is a QDateTime with the Qt::UTC setting used as a plain wall-clock
 // reading (no zone, no daylight-saving gaps): the PLCs stamp their records in
 // local wall time, and the station compares and adds those readings as they
 // stand. Jetzt() gives the present local wall time in that form.
