@@ -1,19 +1,10 @@
 #include "sim/memory_link_codec.h"
 
+#include "sim/wire_bytes.h"
+
 namespace kal::sim {
 
 namespace {
-
-int be16(const QByteArray &b, int at)
-{
-    return (uint8_t(b[at]) << 8) | uint8_t(b[at + 1]);
-}
-
-void appendBe16(QByteArray &b, int v)
-{
-    b.append(char((v >> 8) & 0xFF));
-    b.append(char(v & 0xFF));
-}
 
 MemoryLinkRequest refuse(const QString &why)
 {
