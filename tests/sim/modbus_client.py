@@ -1,10 +1,8 @@
 #!/usr/bin/python3
-"""Independent Modbus/TCP client for the simulator tests (Debian's pymodbus 3.0).
-
-Usage: modbus_client.py HOST PORT
-Reads and writes holding registers of unit 1 and prints one JSON object with
-what came back; the C++ test compares it with the simulated furnace.
-"""
+# Independent Modbus/TCP client for the simulator tests (Debian's pymodbus 3.0).
+# Usage: modbus_client.py HOST PORT
+# Reads and writes holding registers of unit 1 and prints one JSON object with
+# what came back; the C++ test compares it with the simulated furnace.
 import json
 import sys
 

@@ -4,7 +4,11 @@
 
 #include "sim/plant.h"
 
+#include <gtest/gtest.h>
+
 #include <QByteArray>
+#include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QHostAddress>
 #include <QTcpSocket>
 #include <QUdpSocket>
@@ -15,35 +19,118 @@ namespace simtest {
 
 using namespace kal::sim;
 
-/// The plant clock of every test starts here: 1 March 2024, 07:05:00.
-QDateTime testStart();
+/// The one application object of the test program, made on first use.
+inline QCoreApplication &app()
+{
+    static int argc = 1;
+    static char name[] = "sim_tests";
+    static char *argv[] = {name, nullptr};
+    static QCoreApplication instance(argc, argv);
+    return instance;
+}
 
 /// Processes events until `done` holds; false when it doesn't within a
 /// generous limit (a guard against a hang, not a timing condition).
-bool pumpUntil(const std::function<bool()> &done, int limitMs = 10000);
+inline bool pumpUntil(const std::function<bool()> &done, int limitMs = 10000)
+{
+    app();
+    QElapsedTimer guard;
+    guard.start();
+    while (!done()) {
+        if (guard.elapsed() > limitMs)
+            return false;
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+    }
+    return true;
+}
+
 /// Processes the events that are waiting now (several passes, so that a
 /// datagram sent on loopback has been delivered and handled).
-void pumpPending();
+inline void pumpPending()
+{
+    app();
+    for (int i = 0; i < 20; ++i)
+        QCoreApplication::processEvents(QEventLoop::AllEvents);
+}
 
 /// Bytes from "42 00 1B ..." notation.
-QByteArray hex(const char *text);
+inline QByteArray hex(const char *text)
+{
+    return QByteArray::fromHex(QByteArray(text).replace(' ', ""));
+}
 
 /// A furnace description with the fields the tests need.
-FurnaceDescription furnaceDesc(int number, Protocol p, bool headed, int base = 0);
+inline FurnaceDescription furnaceDesc(int number, Protocol p, bool headed, int base = 0)
+{
+    FurnaceDescription f;
+    f.index = number - 1;
+    f.address = QStringLiteral("127.0.0.%1").arg(10 + number);
+    f.protocol = p;
+    f.headed = headed;
+    f.base = base;
+    f.name = QStringLiteral("Testofen %1").arg(number);
+    f.serial = QStringLiteral("2401-00%1-TST").arg(number);
+    f.sampleSeconds = 1;
+    return f;
+}
 
 /// Builds and starts a plant on free ports (furnaces on 127.0.0.11 + index,
-/// the panel server, when given, on 127.0.0.30).
-std::unique_ptr<SimPlant> startPlant(PlantDescription d);
+/// the panel server, when given, on 127.0.0.30). Its clock starts at
+/// 1 March 2024, 07:05:00.
+inline std::unique_ptr<SimPlant> startPlant(PlantDescription d)
+{
+    app();
+    d.udpPort = 0;
+    d.modbusPort = 0;
+    auto plant = std::make_unique<SimPlant>(d, QDateTime(QDate(2024, 3, 1), QTime(7, 5, 0), Qt::UTC));
+    QString error;
+    if (!plant->start(&error))
+        qFatal("plant does not start: %s", qPrintable(error));
+    return plant;
+}
+
+/// A plant of these furnaces and nothing else.
+inline std::unique_ptr<SimPlant> startPlant(const QVector<FurnaceDescription> &furnaces)
+{
+    PlantDescription d;
+    d.furnaces = furnaces;
+    return startPlant(d);
+}
+
+/// Writes `value` to `address` as the station does; the word as the PLC leaves it.
+inline int16_t writeWord(SimFurnace *f, int address, int16_t value)
+{
+    EXPECT_TRUE(f->write(address, {value}, QStringLiteral("test"))) << "word " << address;
+    return f->word(address);
+}
 
 /// A raw memory link client: sends one datagram, waits for one answer.
 class UdpClient {
 public:
-    UdpClient();
-    void send(const QByteArray &frame, const QString &host, quint16 port);
+    UdpClient()
+    {
+        app();
+        socket.bind(QHostAddress::LocalHost, 0);
+    }
+    void send(const QByteArray &frame, const QString &host, quint16 port)
+    {
+        socket.writeDatagram(frame, QHostAddress(host), port);
+    }
     /// The next datagram received; empty when none comes.
-    QByteArray receive();
+    QByteArray receive()
+    {
+        if (!pumpUntil([this] { return socket.hasPendingDatagrams(); }))
+            return {};
+        QByteArray d(int(socket.pendingDatagramSize()), '\0');
+        socket.readDatagram(d.data(), d.size());
+        return d;
+    }
     /// Send, then receive.
-    QByteArray ask(const QByteArray &frame, const QString &host, quint16 port);
+    QByteArray ask(const QByteArray &frame, const QString &host, quint16 port)
+    {
+        send(frame, host, port);
+        return receive();
+    }
     bool pending() { return socket.hasPendingDatagrams(); }
     QUdpSocket socket;
 };
@@ -51,18 +138,84 @@ public:
 /// A raw Modbus/TCP client.
 class TcpClient {
 public:
-    bool connectTo(const QString &host, quint16 port);
+    bool connectTo(const QString &host, quint16 port)
+    {
+        app();
+        // The kernel completes the handshake for a listening server; no events needed.
+        socket.connectToHost(host, port);
+        return socket.waitForConnected(10000);
+    }
     /// Bytes until at least `n` have come (or the guard ran out).
-    QByteArray receive(int n);
-    QByteArray ask(const QByteArray &frame, int answerLength);
+    QByteArray receive(int n)
+    {
+        pumpUntil([&] {
+            got.append(socket.readAll());
+            return got.size() >= n || socket.state() != QAbstractSocket::ConnectedState;
+        });
+        got.append(socket.readAll());
+        const QByteArray out = got.left(n);
+        got.remove(0, out.size());
+        return out;
+    }
+    QByteArray ask(const QByteArray &frame, int answerLength)
+    {
+        socket.write(frame);
+        return receive(answerLength);
+    }
     QTcpSocket socket;
     QByteArray got;
 };
 
+/// The two bytes of a frame field, high byte first.
+inline QByteArray word16(int v)
+{
+    return QByteArray(1, char((v >> 8) & 0xFF)) + char(v & 0xFF);
+}
+
 /// Memory link read and write requests as the station sends them.
-QByteArray readFrame(int address, int count);
-QByteArray writeFrame(int address, const QVector<int16_t> &words);
+inline QByteArray readFrame(int address, int count)
+{
+    return hex("42 00 00 00 00 00 00 06 1B 52") + word16(address) + word16(count);
+}
+
+inline QByteArray writeFrame(int address, const QVector<int16_t> &words)
+{
+    const int n = int(words.size());
+    QByteArray f = hex("42 00 00 00 00 00") + word16(2 * n + 6) + hex("1B 57") + word16(address) + word16(n);
+    for (int16_t w : words)
+        f += word16(uint16_t(w));
+    return f;
+}
+
 /// The words of a memory link answer (behind the 10-byte header).
-QVector<int16_t> answerWords(const QByteArray &answer);
+inline QVector<int16_t> answerWords(const QByteArray &a)
+{
+    QVector<int16_t> w;
+    for (int i = 10; i + 1 < a.size(); i += 2)
+        w.append(static_cast<int16_t>((uint8_t(a[i]) << 8) | uint8_t(a[i + 1])));
+    return w;
+}
+
+/// Furnace 1 on the memory link (plain layout) and furnace 2 on Modbus/TCP
+/// (headed, identity at 500), each with a raw client; the Modbus client is
+/// connected before the test begins.
+class LinkTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        plant = startPlant({furnaceDesc(1, Protocol::MemoryLink, false), furnaceDesc(2, Protocol::Modbus, true, 500)});
+        udp = plant->furnace(0);
+        tcp = plant->furnace(1);
+        ASSERT_TRUE(modbus.connectTo(tcp->description().address, tcp->modbusPort()));
+    }
+    void sendUdp(const QByteArray &frame) { client.send(frame, udp->description().address, udp->udpPort()); }
+    QByteArray askUdp(const QByteArray &frame) { return client.ask(frame, udp->description().address, udp->udpPort()); }
+
+    std::unique_ptr<SimPlant> plant;
+    SimFurnace *udp = nullptr;
+    SimFurnace *tcp = nullptr;
+    UdpClient client;
+    TcpClient modbus;
+};
 
 } // namespace simtest

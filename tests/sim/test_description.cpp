@@ -1,5 +1,5 @@
-// Plant descriptions: the JSON form, what is refused, the derived layout
-// values, and the demo plant.
+// Plant descriptions: the JSON form, what is refused, the panel windows, and
+// the plants that ship: the example file and the demo plant.
 
 #include "sim_test_support.h"
 
@@ -24,18 +24,12 @@ const char *kPlant = R"({
   "eventPeriod": 120
 })";
 
-std::optional<PlantDescription> parse(const QByteArray &json, QString *error = nullptr)
-{
-    return parsePlantDescription(json, error);
-}
-
 TEST(PlantDescriptionTest, ReadsAPlant)
 {
     QString error;
-    const auto p = parse(kPlant, &error);
+    const auto p = parsePlantDescription(kPlant, &error);
     ASSERT_TRUE(p) << qPrintable(error);
     EXPECT_EQ(p->modbusPort, 1502);
-    EXPECT_EQ(p->udpPort, 1024);
     EXPECT_EQ(p->panelOctet(), 40);
     ASSERT_EQ(p->furnaces.size(), 2);
     const FurnaceDescription &a = p->furnaces[0];
@@ -48,7 +42,6 @@ TEST(PlantDescriptionTest, ReadsAPlant)
     EXPECT_EQ(b.protocol, Protocol::Modbus);
     EXPECT_EQ(uint16_t(b.typeWord()), 0x9064);
     EXPECT_EQ(b.panelOffset(), 6000);
-    EXPECT_EQ(uint16_t(b.serverWord(40)), 0x5328);
     EXPECT_EQ(b.clockOffsetSeconds, -90);
     EXPECT_EQ(b.smsMessages, (QVector<int>{1, 48}));
     EXPECT_EQ(b.identityWords().mid(0, 3), (QVector<int16_t>{0, 0, 0}))
@@ -59,17 +52,6 @@ TEST(PlantDescriptionTest, ReadsAPlant)
     EXPECT_EQ(p->events[1].furnace, -1);
     EXPECT_EQ(p->events[1].action, ScenarioEvent::DropLink);
     EXPECT_EQ(p->eventPeriodMs, 120000);
-}
-
-TEST(PlantDescriptionTest, ExampleBesideTheSimulatorIsValid)
-{
-    QFile file(QStringLiteral(KALMERON_TEST_DIR "/../../src/sim/example_plant.json"));
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    QString error;
-    const auto p = parse(file.readAll(), &error);
-    ASSERT_TRUE(p) << qPrintable(error);
-    EXPECT_EQ(p->furnaces[1].name, QString::fromUtf8("Härteofen 2"));
-    EXPECT_EQ(p->furnaces[1].panelOffset(), 3000);
 }
 
 TEST(PlantDescriptionTest, RefusesWhatWouldNotWork)
@@ -102,28 +84,17 @@ TEST(PlantDescriptionTest, RefusesWhatWouldNotWork)
     };
     for (const auto &b : bad) {
         QString error;
-        EXPECT_FALSE(parse(b.json, &error)) << b.json;
+        EXPECT_FALSE(parsePlantDescription(b.json, &error)) << b.json;
         EXPECT_TRUE(error.contains(QString::fromUtf8(b.says))) << qPrintable(error);
     }
 }
 
-TEST(PlantDescriptionTest, LayoutValuesFollowTheTypeWord)
+TEST(PlantDescriptionTest, PanelWindowOfEachServerCode)
 {
     FurnaceDescription f;
     f.index = 5;
-    EXPECT_EQ(f.triggerAddress(), 90);
-    EXPECT_EQ(f.triggerLength(), 10);
-    EXPECT_EQ(f.pageWord(), 388);
-    f.headed = true;
-    f.base = 240;
-    EXPECT_EQ(f.triggerAddress(), 220);
-    EXPECT_EQ(f.triggerLength(), 16);
-    f.protocol = Protocol::Modbus;
-    f.large = true;
-    EXPECT_EQ(f.triggerAddress(), 400);
-    EXPECT_EQ(f.triggerLength(), 40);
-    EXPECT_EQ(f.pageWord(), 1088);
-    EXPECT_EQ(f.transferBase(), 1000);
+    // 0x48 and 0x50..0x56 name a fixed window, 0x49 the window of the furnace's
+    // index; the codes around them name none.
     const int offsets[][2] = {{0x48, 3000}, {0x49, 8000}, {0x50, 3000}, {0x51, 4000}, {0x56, 9000}, {0x47, 0},
                               {0x57, 0}};
     for (const auto &o : offsets) {
@@ -132,23 +103,24 @@ TEST(PlantDescriptionTest, LayoutValuesFollowTheTypeWord)
     }
 }
 
-TEST(DemoPlantTest, MixesEveryKindAndStarts)
+TEST(ShippedPlantTest, ExampleAndDemoAreValidAndTheDemoRuns)
 {
+    QFile file(QStringLiteral(KALMERON_TEST_DIR "/../../src/sim/example_plant.json"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    QString error;
+    const auto example = parsePlantDescription(file.readAll(), &error);
+    ASSERT_TRUE(example) << qPrintable(error);
+    EXPECT_EQ(example->furnaces[1].name, QString::fromUtf8("Härteofen 2"));
+
     PlantDescription d = demoPlant();
     EXPECT_TRUE(checkPlantDescription(d).isEmpty()) << qPrintable(checkPlantDescription(d));
-    ASSERT_EQ(d.furnaces.size(), 5);
-    EXPECT_TRUE(d.furnaces[0].protocol == Protocol::MemoryLink && !d.furnaces[0].headed);
-    EXPECT_TRUE(d.furnaces[1].protocol == Protocol::MemoryLink && d.furnaces[1].headed);
-    EXPECT_TRUE(d.furnaces[2].protocol == Protocol::Modbus && d.furnaces[2].base == 100);
-    EXPECT_TRUE(d.furnaces[3].protocol == Protocol::Modbus && d.furnaces[3].base == 500);
-    EXPECT_EQ(d.furnaces[4].panelOffset(), 3000);
 
     // Moved to other addresses and free ports, it runs and offers log blocks.
     for (auto &f : d.furnaces)
         f.address.replace(QStringLiteral("127.0.0."), QStringLiteral("127.0.1."));
     d.panelAddress = QStringLiteral("127.0.1.20");
     auto plant = startPlant(d);
-    EXPECT_EQ(plant->summary().size(), 6);
+    EXPECT_EQ(plant->summary().size(), 6) << "five furnaces and the panel server";
     plant->advance(200 * 1000);
     for (const auto &f : plant->furnaces()) {
         EXPECT_TRUE(f->runner().active()) << f->index();

@@ -9,29 +9,13 @@ using namespace simtest;
 
 namespace {
 
-class FaultTest : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        PlantDescription d;
-        d.furnaces = {furnaceDesc(1, Protocol::MemoryLink, false), furnaceDesc(2, Protocol::Modbus, true, 500)};
-        plant = startPlant(d);
-        udp = plant->furnace(0);
-        tcp = plant->furnace(1);
-    }
-    QByteArray askUdp(const QByteArray &frame) { return client.ask(frame, udp->description().address, udp->udpPort()); }
-
-    std::unique_ptr<SimPlant> plant;
-    SimFurnace *udp = nullptr;
-    SimFurnace *tcp = nullptr;
-    UdpClient client;
-};
+using FaultTest = LinkTest;
 
 TEST_F(FaultTest, DroppedUdpLinkIsSilentUntilResumed)
 {
     udp->link().dropLink();
-    client.send(readFrame(0, 100), udp->description().address, udp->udpPort());
-    client.send(writeFrame(30, {4}), udp->description().address, udp->udpPort());
+    sendUdp(readFrame(0, 100));
+    sendUdp(writeFrame(30, {4}));
     pumpUntil([&] { return plant->frames().records().size() == 2; });
     udp->link().resume();
     // The first answer after the drop belongs to the request sent after it.
@@ -43,10 +27,8 @@ TEST_F(FaultTest, DroppedUdpLinkIsSilentUntilResumed)
 
 TEST_F(FaultTest, DroppedTcpLinkClosesAndRefusesThenListensAgain)
 {
-    TcpClient first;
-    ASSERT_TRUE(first.connectTo(tcp->description().address, tcp->modbusPort()));
     tcp->link().dropLink();
-    EXPECT_TRUE(pumpUntil([&] { return first.socket.state() == QAbstractSocket::UnconnectedState; }));
+    EXPECT_TRUE(pumpUntil([&] { return modbus.socket.state() == QAbstractSocket::UnconnectedState; }));
     TcpClient refused;
     EXPECT_FALSE(refused.connectTo(tcp->description().address, tcp->modbusPort()));
     EXPECT_EQ(refused.socket.error(), QAbstractSocket::ConnectionRefusedError);
@@ -60,7 +42,7 @@ TEST_F(FaultTest, DroppedTcpLinkClosesAndRefusesThenListensAgain)
 TEST_F(FaultTest, DelayedAnswerGoesOutWhenPlantTimeHasPassed)
 {
     udp->link().setDelay(500);
-    client.send(readFrame(29, 1), udp->description().address, udp->udpPort());
+    sendUdp(readFrame(29, 1));
     ASSERT_TRUE(pumpUntil([&] { return plant->frames().records().size() == 1; }));
     plant->advance(499);
     pumpPending();
@@ -82,21 +64,17 @@ TEST_F(FaultTest, ShortAndOversizeAnswersForACountOfAnswers)
     udp->link().resume();
     EXPECT_EQ(askUdp(readFrame(0, 100)).size(), 210);
 
-    TcpClient c;
-    ASSERT_TRUE(c.connectTo(tcp->description().address, tcp->modbusPort()));
     tcp->link().setAnswerFault(AnswerFault::Oversize, 1);
-    EXPECT_EQ(c.ask(hex("00 00 00 00 00 06 01 03 00 00 00 64"), 1100).size(), 1100);
+    EXPECT_EQ(modbus.ask(hex("00 00 00 00 00 06 01 03 00 00 00 64"), 1100).size(), 1100);
 }
 
 TEST_F(FaultTest, ModbusExceptionFaultAnswersWithoutActing)
 {
-    TcpClient c;
-    ASSERT_TRUE(c.connectTo(tcp->description().address, tcp->modbusPort()));
     tcp->link().setAnswerFault(AnswerFault::Exception, 1);
-    EXPECT_EQ(c.ask(hex("00 00 00 00 00 09 01 10 01 2C 00 01 02 00 07"), 9), hex("00 00 00 00 00 03 01 90 04"));
+    EXPECT_EQ(modbus.ask(hex("00 00 00 00 00 09 01 10 01 2C 00 01 02 00 07"), 9), hex("00 00 00 00 00 03 01 90 04"));
     EXPECT_EQ(tcp->word(300), 0);
     EXPECT_TRUE(tcp->writes().isEmpty());
-    EXPECT_EQ(c.ask(hex("00 00 00 00 00 09 01 10 01 2C 00 01 02 00 07"), 12).size(), 12);
+    EXPECT_EQ(modbus.ask(hex("00 00 00 00 00 09 01 10 01 2C 00 01 02 00 07"), 12).size(), 12);
     EXPECT_EQ(tcp->word(300), 7);
 }
 

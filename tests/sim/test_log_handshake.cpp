@@ -21,11 +21,8 @@ QVector<int16_t> kinds(const QVector<QVector<int16_t>> &blocks)
 
 TEST(LogHandshakeTest, BlockStaysUntilAcknowledgedThenTheNextFollows)
 {
-    PlantDescription d;
-    d.furnaces = {furnaceDesc(1, Protocol::Modbus, true, 500)};
-    auto plant = startPlant(d);
+    auto plant = startPlant({furnaceDesc(1, Protocol::Modbus, true, 500)});
     SimFurnace *f = plant->furnace(0);
-    ASSERT_EQ(f->log().triggerAddress(), 400);
 
     QVector<int16_t> a(40, 0), b(40, 0);
     a[0] = 154;
@@ -38,27 +35,22 @@ TEST(LogHandshakeTest, BlockStaysUntilAcknowledgedThenTheNextFollows)
     plant->advance(60000);
     EXPECT_EQ(f->word(400), 154) << "no timeout: the block waits for the station";
 
-    f->write(400, {1}, QStringLiteral("test"));
-    EXPECT_EQ(f->word(400), 1) << "only 0 takes the block";
-    f->write(401, {0}, QStringLiteral("test"));
+    EXPECT_EQ(writeWord(f, 400, 1), 1) << "only 0 takes the block";
+    writeWord(f, 401, 0);
     EXPECT_EQ(f->log().waiting(), 1);
 
-    f->write(400, {0}, QStringLiteral("test"));
-    EXPECT_EQ(f->word(400), 160);
+    EXPECT_EQ(writeWord(f, 400, 0), 160);
     EXPECT_EQ(f->word(439), 0) << "the words of the old block don't stay behind";
-    f->write(400, {0}, QStringLiteral("test"));
-    EXPECT_EQ(f->word(400), 0);
-    f->write(400, {0}, QStringLiteral("test")); // nothing offered: nothing taken
+    EXPECT_EQ(writeWord(f, 400, 0), 0);
+    writeWord(f, 400, 0); // nothing offered: nothing taken
     EXPECT_EQ(kinds(f->log().taken()), (QVector<int16_t>{154, 160}));
 }
 
 TEST(LogHandshakeTest, BlocksQueuedDuringALinkDropComeOutInOrder)
 {
-    PlantDescription d;
     FurnaceDescription fd = furnaceDesc(2, Protocol::MemoryLink, true, 240);
     fd.program = {QStringLiteral("Test"), {{1, 500, 3000, 100}}};
-    d.furnaces = {fd};
-    auto plant = startPlant(d);
+    auto plant = startPlant({fd});
     SimFurnace *f = plant->furnace(1);
     const QString host = fd.address;
     const quint16 port = f->udpPort();
@@ -146,15 +138,13 @@ TEST(LogBlockLayoutTest, KindsCarryTheirWordsInPlace)
 
 TEST(LogHandshakeTest, ProgramStartAnnouncesTheBatchFirst)
 {
-    PlantDescription d;
     FurnaceDescription plain = furnaceDesc(1, Protocol::MemoryLink, false);
     plain.firstBatch = 41;
     plain.program = {QStringLiteral("Anlassen"), {{1, 300, 3000, 100}}};
     FurnaceDescription headed = furnaceDesc(3, Protocol::Modbus, true, 500);
     headed.trackCode = 406;
     headed.program = {QStringLiteral("Anlassen"), {{1, 300, 3000, 100}}};
-    d.furnaces = {plain, headed};
-    auto plant = startPlant(d);
+    auto plant = startPlant({plain, headed});
     for (int i : {0, 2}) {
         plant->furnace(i)->startProgram();
         plant->advance(6000);

@@ -9,78 +9,54 @@ using namespace simtest;
 
 namespace {
 
-class MemoryLinkTest : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        PlantDescription d;
-        d.furnaces = {furnaceDesc(1, Protocol::MemoryLink, false)};
-        plant = startPlant(d);
-        f = plant->furnace(0);
-        port = f->udpPort();
-    }
-    QByteArray ask(const char *frame) { return client.ask(hex(frame), f->description().address, port); }
+using MemoryLinkTest = LinkTest;
 
-    std::unique_ptr<SimPlant> plant;
-    SimFurnace *f = nullptr;
-    quint16 port = 0;
-    UdpClient client;
-};
-
-TEST_F(MemoryLinkTest, ReadAnswersHeaderAndWordsHighByteFirst)
+TEST_F(MemoryLinkTest, ReadAndWriteAreAnsweredWithTheLiteralFrames)
 {
     for (int a = 100; a < 200; ++a)
-        f->setWord(a, static_cast<int16_t>(0x0100 * (a - 100) + 0xF0));
-    f->setWord(150, -200); // FF 38 on the wire
-    const QByteArray a = ask("42 00 00 00 00 00 00 06 1B 52 00 64 00 64");
+        udp->setWord(a, static_cast<int16_t>(0x0100 * (a - 100) + 0xF0));
+    udp->setWord(150, -200); // FF 38 on the wire
+    QByteArray a = askUdp(hex("42 00 00 00 00 00 00 06 1B 52 00 64 00 64"));
     ASSERT_EQ(a.size(), 10 + 200);
     EXPECT_EQ(a.left(10), hex("42 00 00 00 00 00 00 CA 1B 52"));
     EXPECT_EQ(a.mid(10, 4), hex("00 F0 01 F0"));
     EXPECT_EQ(a.mid(10 + 2 * 50, 2), hex("FF 38"));
     const QVector<int16_t> w = answerWords(a);
     for (int i = 0; i < 100; ++i)
-        ASSERT_EQ(w[i], f->word(100 + i)) << "word " << 100 + i;
+        ASSERT_EQ(w[i], udp->word(100 + i)) << "word " << 100 + i;
     ASSERT_EQ(plant->frames().records().size(), 1);
     EXPECT_EQ(plant->frames().records()[0].verdict, QStringLiteral("read 100 @ 100"));
-}
 
-TEST_F(MemoryLinkTest, WriteIsAnsweredWithTheHeaderAloneAndReachesThePlc)
-{
-    // The station's clock step: 0x0102 at word 58 is "year on" and "minute back".
-    const QDateTime before = f->plcNow();
-    const QByteArray a = ask("42 00 00 00 00 00 00 08 1B 57 00 3A 00 01 01 02");
+    // A write is answered with the header alone. The station's clock step:
+    // 0x0102 at word 58 is "year on" and "minute back".
+    const QDateTime before = udp->plcNow();
+    a = askUdp(hex("42 00 00 00 00 00 00 08 1B 57 00 3A 00 01 01 02"));
     EXPECT_EQ(a, hex("42 00 00 00 00 00 00 02 1B 57"));
-    ASSERT_EQ(f->writes().size(), 1);
-    EXPECT_EQ(f->writes()[0].address, 58);
-    EXPECT_EQ(f->writes()[0].words, QVector<int16_t>{0x0102});
-    EXPECT_EQ(f->writes()[0].via, QStringLiteral("udp"));
-    EXPECT_EQ(f->word(58), 0) << "the PLC clears the step command once done";
-    EXPECT_EQ(f->plcNow(), before.addYears(1).addSecs(-60));
+    ASSERT_EQ(udp->writes().size(), 1);
+    EXPECT_EQ(udp->writes()[0].address, 58);
+    EXPECT_EQ(udp->writes()[0].words, QVector<int16_t>{0x0102});
+    EXPECT_EQ(udp->writes()[0].via, QStringLiteral("udp"));
+    EXPECT_EQ(udp->word(58), 0) << "the PLC clears the step command once done";
+    EXPECT_EQ(udp->plcNow(), before.addYears(1).addSecs(-60));
 }
 
-TEST_F(MemoryLinkTest, LastWordOfTheImageIsReadableAndOneBeyondIsNot)
+TEST_F(MemoryLinkTest, BeyondTheImageAndMalformedFramesAreRefusedWithoutAnswer)
 {
-    f->setWord(1140, 0x1234);
-    QByteArray a = client.ask(readFrame(1041, 100), f->description().address, port);
+    udp->setWord(1140, 0x1234);
+    QByteArray a = askUdp(readFrame(1041, 100));
     ASSERT_EQ(a.size(), 210);
     EXPECT_EQ(a.right(2), hex("12 34"));
 
     // 1041 + 101 words reaches 1141: refused without an answer. The next good
     // request's answer is then the first datagram that comes back.
-    client.send(readFrame(1041, 101), f->description().address, port);
-    a = client.ask(readFrame(1140, 1), f->description().address, port);
+    sendUdp(readFrame(1041, 101));
+    a = askUdp(readFrame(1140, 1));
     EXPECT_EQ(a, hex("42 00 00 00 00 00 00 04 1B 52 12 34"));
     EXPECT_FALSE(client.pending());
     EXPECT_EQ(plant->frames().refused().size(), 1);
     // A write beyond the image changes nothing.
-    client.send(writeFrame(1140, {1, 2}), f->description().address, port);
-    client.ask(readFrame(0, 1), f->description().address, port);
-    EXPECT_EQ(f->word(1140), 0x1234);
-    EXPECT_TRUE(f->writes().isEmpty());
-}
+    sendUdp(writeFrame(1140, {1, 2}));
 
-TEST_F(MemoryLinkTest, MalformedFramesAreLoggedAndNotAnswered)
-{
     const char *bad[] = {
         "42 00 00 00 00 00 00 06 1B 52 00 64 00",          // 13 bytes
         "43 00 00 00 00 00 00 06 1B 52 00 64 00 64",       // not "B"
@@ -91,12 +67,13 @@ TEST_F(MemoryLinkTest, MalformedFramesAreLoggedAndNotAnswered)
         "42 00 00 00 00 00 00 0A 1B 57 00 3A 00 02 01 02", // write of 2 words with 1
     };
     for (const char *frame : bad)
-        client.send(hex(frame), f->description().address, port);
-    const QByteArray a = ask("42 00 00 00 00 00 00 06 1B 52 00 1D 00 01");
+        sendUdp(hex(frame));
+    a = askUdp(hex("42 00 00 00 00 00 00 06 1B 52 00 1D 00 01"));
     EXPECT_EQ(a, hex("42 00 00 00 00 00 00 04 1B 52 00 03")) << "word 29 is the plain type 3";
-    EXPECT_EQ(plant->frames().refused().size(), int(std::size(bad)));
-    EXPECT_TRUE(f->writes().isEmpty());
-    EXPECT_EQ(f->word(58), 0);
+    EXPECT_EQ(plant->frames().refused().size(), 2 + int(std::size(bad)));
+    EXPECT_EQ(udp->word(1140), 0x1234);
+    EXPECT_TRUE(udp->writes().isEmpty());
+    EXPECT_EQ(udp->word(58), 0);
 }
 
 TEST(PanelServerTest, ServesEachFurnaceInItsWindowAndRoutesWrites)

@@ -13,84 +13,65 @@ using namespace simtest;
 
 namespace {
 
-class ModbusTest : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        PlantDescription d;
-        d.furnaces = {furnaceDesc(3, Protocol::Modbus, true, 500)};
-        plant = startPlant(d);
-        f = plant->furnace(2);
-        ASSERT_TRUE(client.connectTo(f->description().address, f->modbusPort()));
-    }
-
-    std::unique_ptr<SimPlant> plant;
-    SimFurnace *f = nullptr;
-    TcpClient client;
-};
+using ModbusTest = LinkTest;
 
 TEST_F(ModbusTest, IndependentClientReadsWritesAndGetsTheAddressException)
 {
-    f->setWord(1140, 4321);
+    tcp->setWord(1140, 4321);
     QProcess py;
     py.start(QStringLiteral("/usr/bin/python3"),
-             {QStringLiteral(KALMERON_TEST_DIR "/modbus_client.py"), f->description().address,
-              QString::number(f->modbusPort())});
+             {QStringLiteral(KALMERON_TEST_DIR "/modbus_client.py"), tcp->description().address,
+              QString::number(tcp->modbusPort())});
     ASSERT_TRUE(pumpUntil([&] { return py.state() == QProcess::NotRunning; }, 60000));
     ASSERT_EQ(py.exitCode(), 0) << py.readAllStandardError().constData();
     const QJsonObject out = QJsonDocument::fromJson(py.readAllStandardOutput()).object();
     ASSERT_TRUE(out.value("connect").toBool()) << py.readAllStandardError().constData();
 
-    const QJsonArray first = out.value("first").toArray();
-    ASSERT_EQ(first.size(), 100);
-    for (int a = 0; a < 100; ++a)
-        ASSERT_EQ(first[a].toInt(), uint16_t(f->word(a))) << "word " << a;
-    EXPECT_EQ(first[29].toInt(), 0x81F4) << "headed type word, identity at 500";
-    const QJsonArray last = out.value("last").toArray();
-    ASSERT_EQ(last.size(), 100);
-    EXPECT_EQ(last[99].toInt(), 4321);
+    QJsonArray first, last;
+    for (int a = 0; a < 100; ++a) {
+        first.append(uint16_t(tcp->word(a)));
+        last.append(uint16_t(tcp->word(1041 + a)));
+    }
+    EXPECT_EQ(out.value("first").toArray(), first);
+    EXPECT_EQ(out.value("last").toArray(), last);
     EXPECT_EQ(out.value("outside").toObject().value("exception").toInt(), 2);
 
-    EXPECT_FALSE(out.value("write").toObject().value("error").toBool());
-    EXPECT_EQ(out.value("write").toObject().value("address").toInt(), 300);
-    EXPECT_EQ(out.value("write").toObject().value("count").toInt(), 4);
+    EXPECT_EQ(out.value("write").toObject(), QJsonObject({{"error", false}, {"address", 300}, {"count", 4}}));
     EXPECT_EQ(out.value("back").toArray(), QJsonArray({1, 2, 3, 0xFFFF}));
-    EXPECT_EQ(f->word(303), -1);
+    EXPECT_EQ(tcp->word(303), -1);
     EXPECT_EQ(out.value("writeOutside").toObject().value("exception").toInt(), 2);
-    EXPECT_EQ(f->word(1140), 4321) << "a refused write changes nothing";
+    EXPECT_EQ(tcp->word(1140), 4321) << "a refused write changes nothing";
 }
 
-TEST_F(ModbusTest, StationReadFrameGetsByteCountAndWords)
+TEST_F(ModbusTest, StationReadAndWriteFramesAreAnsweredAndActedOn)
 {
-    f->setWord(388, 0x0102);
-    f->setWord(487, -2);
-    const QByteArray a = client.ask(hex("00 00 00 00 00 06 01 03 01 84 00 64"), 9 + 200);
+    tcp->setWord(388, 0x0102);
+    tcp->setWord(487, -2);
+    const QByteArray a = modbus.ask(hex("00 00 00 00 00 06 01 03 01 84 00 64"), 9 + 200);
     ASSERT_EQ(a.size(), 209);
     EXPECT_EQ(a.left(9), hex("00 00 00 00 00 CB 01 03 C8"));
     EXPECT_EQ(a.mid(9, 2), hex("01 02"));
     EXPECT_EQ(a.right(2), hex("FF FE"));
-}
 
-TEST_F(ModbusTest, SingleCommandIsEchoedAndActedOn)
-{
-    f->raiseMessage(3);
-    f->clearMessage(3);
-    ASSERT_EQ(f->word(87), 4) << "latched until acknowledged";
-    const QByteArray a = client.ask(hex("00 00 00 00 00 09 01 10 00 1E 00 01 02 00 04"), 12);
-    EXPECT_EQ(a, hex("00 00 00 00 00 06 01 10 00 1E 00 01"));
-    EXPECT_EQ(f->word(87), 0);
-    EXPECT_EQ(f->word(30), 0) << "the command word is cleared after the command";
-    EXPECT_EQ(f->lastWritten(30), std::optional<int16_t>(4));
+    // A single command is echoed and carried out.
+    tcp->raiseMessage(3);
+    tcp->clearMessage(3);
+    ASSERT_EQ(tcp->word(87), 4) << "latched until acknowledged";
+    EXPECT_EQ(modbus.ask(hex("00 00 00 00 00 09 01 10 00 1E 00 01 02 00 04"), 12),
+              hex("00 00 00 00 00 06 01 10 00 1E 00 01"));
+    EXPECT_EQ(tcp->word(87), 0);
+    EXPECT_EQ(tcp->word(30), 0) << "the command word is cleared after the command";
+    EXPECT_EQ(tcp->lastWritten(30), std::optional<int16_t>(4));
 }
 
 TEST_F(ModbusTest, FramesInPiecesAndBackToBackAreAllAnswered)
 {
     const QByteArray read = hex("00 07 00 00 00 06 01 03 00 1D 00 01");
-    client.socket.write(read.left(5));
-    client.socket.flush();
+    modbus.socket.write(read.left(5));
+    modbus.socket.flush();
     pumpPending();
-    client.socket.write(read.mid(5) + hex("00 08 00 00 00 06 01 03 00 1D 00 02"));
-    const QByteArray a = client.receive(11 + 13);
+    modbus.socket.write(read.mid(5) + hex("00 08 00 00 00 06 01 03 00 1D 00 02"));
+    const QByteArray a = modbus.receive(11 + 13);
     EXPECT_EQ(a.left(11), hex("00 07 00 00 00 05 01 03 02 81 F4"));
     EXPECT_EQ(a.mid(11, 9), hex("00 08 00 00 00 07 01 03 04"));
 }
@@ -98,20 +79,20 @@ TEST_F(ModbusTest, FramesInPiecesAndBackToBackAreAllAnswered)
 TEST_F(ModbusTest, BadRequestsGetExceptionsOrNoAnswer)
 {
     // Another unit is not this PLC: no answer; the next frame's answer comes first.
-    client.socket.write(hex("00 01 00 00 00 06 02 03 00 00 00 01"));
-    EXPECT_EQ(client.ask(hex("00 02 00 00 00 06 01 04 00 00 00 01"), 9), hex("00 02 00 00 00 03 01 84 01"));
-    EXPECT_EQ(client.ask(hex("00 03 00 00 00 06 01 03 00 00 00 00"), 9), hex("00 03 00 00 00 03 01 83 03"));
-    EXPECT_EQ(client.ask(hex("00 04 00 00 00 06 01 03 00 00 00 7E"), 9), hex("00 04 00 00 00 03 01 83 03"));
-    EXPECT_EQ(client.ask(hex("00 05 00 00 00 09 01 10 00 1E 00 01 04 00 04"), 9), hex("00 05 00 00 00 03 01 90 03"))
+    modbus.socket.write(hex("00 01 00 00 00 06 02 03 00 00 00 01"));
+    EXPECT_EQ(modbus.ask(hex("00 02 00 00 00 06 01 04 00 00 00 01"), 9), hex("00 02 00 00 00 03 01 84 01"));
+    EXPECT_EQ(modbus.ask(hex("00 03 00 00 00 06 01 03 00 00 00 00"), 9), hex("00 03 00 00 00 03 01 83 03"));
+    EXPECT_EQ(modbus.ask(hex("00 04 00 00 00 06 01 03 00 00 00 7E"), 9), hex("00 04 00 00 00 03 01 83 03"));
+    EXPECT_EQ(modbus.ask(hex("00 05 00 00 00 09 01 10 00 1E 00 01 04 00 04"), 9), hex("00 05 00 00 00 03 01 90 03"))
         << "byte count that doesn't match the words";
-    EXPECT_EQ(client.ask(hex("00 06 00 00 00 06 01 03 04 75 00 01"), 9), hex("00 06 00 00 00 03 01 83 02"))
+    EXPECT_EQ(modbus.ask(hex("00 06 00 00 00 06 01 03 04 75 00 01"), 9), hex("00 06 00 00 00 03 01 83 02"))
         << "word 1141";
-    EXPECT_TRUE(f->writes().isEmpty());
+    EXPECT_TRUE(tcp->writes().isEmpty());
     EXPECT_EQ(plant->frames().refused().size(), 6) << "the foreign unit counts too";
 
     // A length field no Modbus frame has: the stream is lost and closed.
-    client.socket.write(hex("00 00 00 00 01 00 01 03"));
-    EXPECT_TRUE(pumpUntil([&] { return client.socket.state() == QAbstractSocket::UnconnectedState; }));
+    modbus.socket.write(hex("00 00 00 00 01 00 01 03"));
+    EXPECT_TRUE(pumpUntil([&] { return modbus.socket.state() == QAbstractSocket::UnconnectedState; }));
 }
 
 } // namespace

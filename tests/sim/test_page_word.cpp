@@ -12,9 +12,8 @@ namespace {
 
 class PageWordTest : public ::testing::Test {
 protected:
-    SimFurnace *make(bool large)
+    void make(bool large)
     {
-        PlantDescription d;
         FurnaceDescription fd = furnaceDesc(1, Protocol::Modbus, true, 500);
         fd.large = large;
         fd.trackNames = {QStringLiteral("Regler"), QStringLiteral("Charge"), QStringLiteral("Decke"),
@@ -23,23 +22,22 @@ protected:
         for (int i = 0; i < 22; ++i)
             fd.codes.append(int16_t(100 + i));
         fd.places = {{}, {QStringLiteral("Platz zwei"), {{1, 700, 1500, 90}, {2, 0, 30, 90}}}};
-        d.furnaces = {fd};
-        plant = startPlant(d);
-        return plant->furnace(0);
+        plant = startPlant({fd});
+        f = plant->furnace(0);
     }
-    void station(SimFurnace *f, int address, QVector<int16_t> words)
+    void station(int address, const QVector<int16_t> &words)
     {
         ASSERT_TRUE(f->write(address, words, QStringLiteral("test")));
     }
 
     std::unique_ptr<SimPlant> plant;
+    SimFurnace *f = nullptr;
 };
 
 TEST_F(PageWordTest, TrackPageAndMessagePagesAnswerWithThousandPlusRequest)
 {
-    SimFurnace *f = make(false);
-    station(f, 388, {122});
-    EXPECT_EQ(f->word(388), 1122);
+    make(false);
+    EXPECT_EQ(writeWord(f, 388, 122), 1122);
     EXPECT_EQ(f->image().text(300, 4), QStringLiteral("Regler"));
     EXPECT_EQ(f->image().text(324, 4), QStringLiteral("Argon"));
     EXPECT_EQ(f->image().text(332, 8), QStringLiteral("Haubenofen"));
@@ -47,41 +45,35 @@ TEST_F(PageWordTest, TrackPageAndMessagePagesAnswerWithThousandPlusRequest)
     EXPECT_EQ(f->word(348), 100);
     EXPECT_EQ(f->word(369), 121);
 
-    station(f, 388, {110});
-    EXPECT_EQ(f->word(388), 1110);
+    EXPECT_EQ(writeWord(f, 388, 110), 1110);
     EXPECT_EQ(f->image().text(300, 11), QString::fromUtf8("Tür geöffnet"));
     EXPECT_EQ(f->image().text(320, 11), QString::fromUtf8("Übertemperatur"));
     EXPECT_EQ(f->word(351), 0) << "the codes of the track page are cleared before a text page";
     EXPECT_EQ(uint16_t(f->word(300)), uint16_t('T' | 0xFC << 8)) << "Latin-1, first character low";
 
-    station(f, 388, {121});
-    EXPECT_EQ(f->word(388), 1121);
+    EXPECT_EQ(writeWord(f, 388, 121), 1121);
     EXPECT_EQ(f->image().text(360, 11), QStringLiteral("Meldung 48"));
 
-    station(f, 388, {0});
-    EXPECT_EQ(f->word(388), 0);
-    station(f, 388, {1122}); // an answer written back starts nothing
-    EXPECT_EQ(f->word(388), 1122);
+    EXPECT_EQ(writeWord(f, 388, 0), 0);
+    EXPECT_EQ(writeWord(f, 388, 1122), 1122) << "an answer written back starts nothing";
 }
 
 TEST_F(PageWordTest, UploadIsStoredAndComesBackOnDownload)
 {
-    SimFurnace *f = make(false);
+    make(false);
     ProgramDescription p{QStringLiteral("Hochgeladen"), {{1, 450, 2000, 70}, {5, 0, 3, 1}}};
     QVector<int16_t> block = programWords(p, false).mid(10);
     block[88] = 3; // memory place 3
-    station(f, 300, block);
+    station(300, block);
     EXPECT_EQ(f->word(388), 170) << "taken; the station clears it";
-    station(f, 388, {0});
+    station(388, {0});
 
-    station(f, 300, QVector<int16_t>(100, 0));
-    station(f, 388, {103});
-    EXPECT_EQ(f->word(388), 1103);
+    station(300, QVector<int16_t>(100, 0));
+    EXPECT_EQ(writeWord(f, 388, 103), 1103);
     EXPECT_EQ(f->image().get(300, 88), block.mid(0, 88));
     EXPECT_EQ(f->image().text(380, 8), QStringLiteral("Hochgeladen"));
 
-    station(f, 388, {102});
-    EXPECT_EQ(f->word(388), 1102);
+    EXPECT_EQ(writeWord(f, 388, 102), 1102);
     EXPECT_EQ(f->word(300), 1);
     EXPECT_EQ(f->word(320), 700);
     EXPECT_EQ(f->word(360), 90);
@@ -91,29 +83,24 @@ TEST_F(PageWordTest, UploadIsStoredAndComesBackOnDownload)
 
 TEST_F(PageWordTest, LargeLayoutUsesPageWord1088AndLongNames)
 {
-    SimFurnace *f = make(true);
-    EXPECT_EQ(f->pages().pageWord(), 1088);
-    station(f, 388, {122});
-    EXPECT_EQ(f->word(388), 122) << "388 is no page word on the large layout";
+    make(true);
+    EXPECT_EQ(writeWord(f, 388, 122), 122) << "388 is no page word on the large layout";
 
     ProgramDescription p{QStringLiteral("Ein Name mit dreissig Zeichen!"), {{1, 300, 1000, 100}}};
     QVector<int16_t> block = programWords(p, true);
     block[98] = 6; // P + 88 = 1088
-    station(f, 990, block);
+    station(990, block);
     EXPECT_EQ(f->word(1088), 170);
-    station(f, 990, QVector<int16_t>(110, 0));
-    station(f, 1088, {106});
-    EXPECT_EQ(f->word(1088), 1106);
+    station(990, QVector<int16_t>(110, 0));
+    EXPECT_EQ(writeWord(f, 1088, 106), 1106);
     EXPECT_EQ(f->image().text(1080, 8) + f->image().text(990, 7), p.name);
     EXPECT_EQ(f->word(1020), 300);
 
-    station(f, 1088, {111});
-    EXPECT_EQ(f->word(1088), 1111);
+    EXPECT_EQ(writeWord(f, 1088, 111), 1111);
     EXPECT_EQ(f->image().text(300, 11), QStringLiteral("Netzausfall"));
 
     // A new active program on the large layout: the PLC takes it and clears bit 15.
-    station(f, 188, {int16_t(0x8000 | 5)});
-    EXPECT_EQ(f->word(188), 5);
+    EXPECT_EQ(writeWord(f, 188, int16_t(0x8000 | 5)), 5);
 }
 
 } // namespace
