@@ -1,0 +1,139 @@
+#include "plant_fixture.h"
+
+#include "core/hooks.h"
+#include "link/channels.h"
+#include "link/data_arrival.h"
+#include "link/main_cycle.h"
+#include "link/polling.h"
+#include "link/qt_socket.h"
+#include "link/socket.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QTcpServer>
+#include <QTimer>
+
+namespace kal::test {
+
+QString Netz()
+{
+    const auto *info = ::testing::UnitTest::GetInstance()->current_test_info();
+    const size_t h = qHash(QByteArray(info->test_suite_name()) + '.' + info->name());
+    return QStringLiteral("127.%1.%2.").arg(1 + h % 250).arg(1 + h / 250 % 250);
+}
+
+int Freier_Port()
+{
+    QTcpServer s;
+    s.listen(QHostAddress(Netz() + QStringLiteral("11")), 0);
+    return s.serverPort();
+}
+
+sim::FurnaceDescription Beschreibung(int f, sim::Protocol p, bool headed, int base)
+{
+    sim::FurnaceDescription d;
+    d.index = f;
+    d.address = Netz() + QString::number(11 + f);
+    d.protocol = p;
+    d.headed = headed;
+    d.base = base;
+    d.name = QStringLiteral("Ofen %1").arg(f + 1);
+    d.serial = QStringLiteral("2401-%1-TST").arg(100 + f);
+    d.messageConfig = false;
+    return d;
+}
+
+void PlantFixture::SetUp()
+{
+    if (!QCoreApplication::instance()) {
+        static int argc = 1;
+        static char name[] = "integration_tests";
+        static char *argv[] = {name, nullptr};
+        new QCoreApplication(argc, argv); // kept to the end of the process
+    }
+    beschreibung.udpPort = Panel_Port;
+    beschreibung.modbusPort = Freier_Port();
+    LogList.clear();
+}
+
+void PlantFixture::TearDown()
+{
+    Winsock1.clear();
+    hooks = Hooks{};
+    Zyklus_Uhr_Standard();
+    Modbus_Port = 502;
+    sim.reset();
+}
+
+void PlantFixture::Plant_Starten()
+{
+    sim = std::make_unique<sim::SimPlant>(beschreibung);
+    QString fehler;
+    ASSERT_TRUE(sim->start(&fehler)) << fehler.toStdString();
+}
+
+void PlantFixture::Ofen_Eintragen()
+{
+    for (const sim::FurnaceDescription &b : beschreibung.furnaces) {
+        const int f = b.index;
+        const QStringList o = b.address.split(QLatin1Char('.'));
+        for (int k = 0; k < 4; ++k)
+            plant.Ofen_IP(f, k) = static_cast<u8>(o[k].toInt());
+        plant.Ofen_Aktiv[f] = -1;
+        plant.Ofen_UDP[f] = b.protocol == sim::Protocol::MemoryLink ? -1 : 0;
+        plant.Ofen_Typ[f + 1] = b.typeWord();
+        plant.Ofen_Name[f] = b.name;
+        plant.Ofen_Serie[f] = b.serial;
+        plant.Ofen_Version[f] = b.version;
+        plant.Ofen_Wert216[f] = b.values216[0];
+        plant.Ofen_Wert217[f] = b.values216[1];
+        plant.Ofen_Wert218[f] = b.values216[2];
+        for (int p = 0; p < KENNUNG_PAARE && b.headed; ++p) {
+            plant.Ofen_Kennung_A(f + 1, p) = plc(f).word(b.base + 2 * p);
+            plant.Ofen_Kennung_B(f + 1, p) = plc(f).word(b.base + 2 * p + 1);
+        }
+    }
+}
+
+void PlantFixture::Kanaele_Einrichten()
+{
+    for (int f = 0; f < OFEN_MAX; ++f)
+        plant.Meld_Seite[f] = -1;
+    for (int k = 0; k < KANAL_MAX; ++k)
+        plant.IP_Adr[k] = -1;
+    plant.Next_Ofen = -1;
+    Winsock1.clear();
+    Winsock1_Qt();
+    Empfang_Verbinden();
+    Modbus_Port = beschreibung.modbusPort;
+    Zyklus_Uhr &uhr = Zyklus_Uhr_Aktiv();
+    uhr.Sekunden = [this] { return uhrSekunden; };
+    uhr.Nachgeben = [this] {
+        QEventLoop schleife;
+        QTimer::singleShot(1, &schleife, &QEventLoop::quit);
+        schleife.exec();
+        uhrSekunden += 0.1;
+    };
+    uhr.Zufall = [] { return 0.0; };
+    plant.Sprachtext(0, 0) = QStringLiteral("Ofen");
+    plant.Sprachtext(0, 7) = QStringLiteral("Connect");
+    plant.Sprachtext(0, 8) = QStringLiteral("Offline");
+    plant.Sprachtext(0, 9) = QStringLiteral("Online");
+    for (int f = 0; f < OFEN_MAX; ++f)
+        Kanal_Setup(f);
+}
+
+bool PlantFixture::Laufen(const std::function<bool()> &fertig, int grenze)
+{
+    for (int i = 0; i < grenze; ++i) {
+        if (fertig())
+            return true;
+        Timer1_Tick();
+        for (int k = 0; k < 3; ++k)
+            QCoreApplication::processEvents();
+        sim->advance(100);
+    }
+    return fertig();
+}
+
+} // namespace kal::test
