@@ -13,32 +13,20 @@
 #include "core/dialogs.h"
 #include "core/hooks.h"
 #include "core/plant_state.h"
-#include "link/channels.h"
-#include "link/data_arrival.h"
 #include "link/main_cycle.h"
-#include "link/polling.h"
-#include "link/qt_socket.h"
 #include "link/socket.h"
+#include "plant_fixture.h"
 #include "recording/batch_file.h"
 #include "recording/batch_names.h"
 #include "recording/recorder.h"
 #include "recording/recorder_block.h"
 #include "sim/log_blocks.h"
-#include "sim/plant.h"
-#include "sim/word_image.h"
 
-#include <gtest/gtest.h>
-
-#include <QCoreApplication>
 #include <QDir>
-#include <QEventLoop>
-#include <QTcpServer>
 #include <QTemporaryDir>
-#include <QTimer>
-#include <memory>
 
 using namespace kal;
-using kal::sim::FurnaceDescription;
+using namespace kal::test;
 using kal::sim::Protocol;
 
 namespace {
@@ -49,61 +37,18 @@ constexpr i32 CHARGE = 12;
 
 using Block = QVector<int16_t>;
 
-void App()
-{
-    if (QCoreApplication::instance())
-        return;
-    static int argc = 1;
-    static char name[] = "integration_tests";
-    static char *argv[] = {name, nullptr};
-    new QCoreApplication(argc, argv);
-}
-
-/// Loopback network of the running test, "127.x.9.": tests run side by side
-/// in separate processes, and the memory link servers all listen on the
-/// panel port, so each test has its own addresses.
-QString Netz()
-{
-    const char *name = ::testing::UnitTest::GetInstance()->current_test_info()->name();
-    return QStringLiteral("127.%1.9.").arg(100 + qHash(QByteArray(name)) % 150);
-}
-
-int Freier_Port()
-{
-    QTcpServer s;
-    s.listen(QHostAddress(Netz() + QStringLiteral("11")), 0);
-    return s.serverPort();
-}
-
-FurnaceDescription Beschreibung(int f, Protocol p, bool headed)
-{
-    FurnaceDescription d;
-    d.index = f;
-    d.address = Netz() + QString::number(11 + f);
-    d.protocol = p;
-    d.headed = headed;
-    d.base = headed ? 500 : 0;
-    d.name = QStringLiteral("Ofen %1").arg(f + 1);
-    d.serial = QStringLiteral("2401-00%1-%2").arg(f + 1).arg(headed ? QStringLiteral("HDR") : QStringLiteral("PLN"));
-    d.messageConfig = false;
-    return d;
-}
-
-class RecordingAnlage : public ::testing::Test {
+class RecordingAnlage : public PlantFixture {
 protected:
     QTemporaryDir daten;
     QString cwd = QDir::currentPath();
-    std::unique_ptr<sim::SimPlant> sim;
-    sim::PlantDescription beschreibung;
     ScriptedDialogs dialoge;
     QDateTime t0;        ///< PLC time of the first block: two hours back, a backlog
     int stempelNr = 0;   ///< blocks stamped so far, ten seconds apart
-    double uhrSekunden = 0;
     QVector<Block> angeboten[2]; ///< every block queued in the PLC, in order
 
     void SetUp() override
     {
-        App();
+        PlantFixture::SetUp();
         ASSERT_TRUE(daten.isValid());
         setDialogs(&dialoge);
         // Two hours back, and never so close to midnight that the blocks of a
@@ -112,35 +57,19 @@ protected:
         if (jetzt.time() > QTime(23, 30))
             jetzt = jetzt.addSecs(-3600);
         t0 = QDateTime(jetzt.date(), QTime(jetzt.time().hour(), jetzt.time().minute(), 0), Qt::UTC);
-        LogList.clear();
-        beschreibung.udpPort = Panel_Port;
-        beschreibung.modbusPort = Freier_Port();
-        beschreibung.furnaces = {Beschreibung(EINFACH, Protocol::MemoryLink, false),
-                                 Beschreibung(KOPF, Protocol::Modbus, true)};
-        sim = std::make_unique<sim::SimPlant>(beschreibung);
-        QString fehler;
-        ASSERT_TRUE(sim->start(&fehler)) << fehler.toStdString();
+        beschreibung.furnaces = {Beschreibung(EINFACH, Protocol::MemoryLink, false, 0),
+                                 Beschreibung(KOPF, Protocol::Modbus, true, 500)};
+        ASSERT_NO_FATAL_FAILURE(Plant_Starten());
         Konfiguration_Schreiben();
         Station_Starten();
     }
 
     void TearDown() override
     {
-        Winsock1.clear();
-        hooks = Hooks{};
-        Zyklus_Uhr_Standard();
-        Modbus_Port = 502;
         Daten_Ordner_Option.clear();
         setDialogs(nullptr);
         QDir::setCurrent(cwd);
-        sim.reset();
-    }
-
-    QString ordner(const char *name) const
-    {
-        const QString p = daten.filePath(QString::fromLatin1(name));
-        QDir().mkpath(p);
-        return p;
+        PlantFixture::TearDown();
     }
 
     /// The configuration a site would have: both furnaces active and
@@ -149,28 +78,14 @@ protected:
     {
         resetPlant();
         plant.Pfad[0] = daten.path();
-        plant.Pfad[1] = ordner("LogBuch");
-        plant.Pfad[2] = ordner("USB");
-        plant.Pfad[3] = ordner("CSV");
-        plant.Pfad[4] = ordner("Sicherung");
-        plant.Backup_Aktiv = -1;
-        for (const FurnaceDescription &b : beschreibung.furnaces) {
-            const int f = b.index;
-            const QStringList o = b.address.split(QLatin1Char('.'));
-            for (int k = 0; k < 4; ++k)
-                plant.Ofen_IP(f, k) = static_cast<u8>(o[k].toInt());
-            plant.Ofen_Aktiv[f] = -1;
-            plant.Ofen_Charge[f] = -1;
-            plant.Ofen_UDP[f] = b.protocol == Protocol::MemoryLink ? -1 : 0;
-            plant.Ofen_Typ[f + 1] = b.typeWord();
-            plant.Ofen_Name[f] = b.name;
-            plant.Ofen_Serie[f] = b.serial;
-            plant.Ofen_Version[f] = b.version;
-            for (int p = 0; p < KENNUNG_PAARE && b.headed; ++p) {
-                plant.Ofen_Kennung_A(f + 1, p) = sim->furnace(f)->word(b.base + 2 * p);
-                plant.Ofen_Kennung_B(f + 1, p) = sim->furnace(f)->word(b.base + 2 * p + 1);
-            }
+        const char *ordner[] = {"LogBuch", "USB", "CSV", "Sicherung"};
+        for (int k = 1; k <= 4; ++k) {
+            plant.Pfad[k] = daten.filePath(QString::fromLatin1(ordner[k - 1]));
+            QDir().mkpath(plant.Pfad[k]);
         }
+        plant.Backup_Aktiv = -1;
+        Ofen_Eintragen();
+        plant.Ofen_Charge[EINFACH] = plant.Ofen_Charge[KOPF] = -1;
         Config_Schreiben(false);
     }
 
@@ -186,52 +101,12 @@ protected:
         Pfade_Setzen();
         Config_Lesen();
         ASSERT_TRUE(dialoge.shown.empty()) << dialoge.shown.front().text.toStdString();
+        Kanaele_Einrichten();
         for (int f = 0; f < OFEN_MAX; ++f)
-            plant.Meld_Seite[f] = -1;
-        for (int k = 0; k < KANAL_MAX; ++k)
-            plant.IP_Adr[k] = -1;
-        plant.Next_Ofen = -1;
-        Winsock1.clear();
-        Winsock1_Qt();
-        Empfang_Verbinden();
-        Modbus_Port = beschreibung.modbusPort;
-        // A connect try waits a few short yields, not two real seconds, and a
-        // failed one rests the furnace a single round.
-        Zyklus_Uhr &uhr = Zyklus_Uhr_Aktiv();
-        uhr.Sekunden = [this] { return uhrSekunden; };
-        uhr.Nachgeben = [this] {
-            QEventLoop schleife;
-            QTimer::singleShot(1, &schleife, &QEventLoop::quit);
-            schleife.exec();
-            uhrSekunden += 0.1;
-        };
-        uhr.Zufall = [] { return 0.0; };
-        plant.Sprachtext(0, 7) = QStringLiteral("Connect");
-        plant.Sprachtext(0, 9) = QStringLiteral("Online");
-        for (int f = 0; f < OFEN_MAX; ++f) {
-            Kanal_Setup(f);
             Spuren_Setzen(f + 1);
-        }
         Recorder_Init();
     }
 
-    /// Ticks of the main cycle with the events between them; the plant moves
-    /// 100 ms a tick. False when `fertig` doesn't come within `grenze` ticks
-    /// (a guard, not a timing test).
-    bool Laufen(const std::function<bool()> &fertig, int grenze = 6000)
-    {
-        for (int i = 0; i < grenze; ++i) {
-            if (fertig())
-                return true;
-            Timer1_Tick();
-            for (int k = 0; k < 3; ++k)
-                QCoreApplication::processEvents();
-            sim->advance(100);
-        }
-        return fertig();
-    }
-
-    sim::SimFurnace &plc(int f) { return *sim->furnace(f); }
 
     QDateTime naechsterStempel() { return t0.addSecs(10 * stempelNr++); }
 
