@@ -1,6 +1,6 @@
-"""Modbus/TCP peer of the link tests (python3-pymodbus 3.0): holding registers
-of unit 1 on 127.0.0.1, a free port; prints "READY <port>", ends when stdin
-closes. Register a holds (a * 0x0101) & 0xFFFF, as test_sockets.cpp expects."""
+# Modbus/TCP peer of the link tests (python3-pymodbus 3.0): holding registers
+# of unit 1 on 127.0.0.1, a free port; prints "READY <port>", ends when stdin
+# closes. Register a holds (a * 0x0101) & 0xFFFF, as test_sockets.cpp expects.
 import asyncio
 import os
 import sys

@@ -2,11 +2,10 @@
 // channel gets what, which flags change, and what a failure leaves behind.
 
 #include "link/frames.h"
-#include "link/scripted_socket.h"
-
-#include <gtest/gtest.h>
+#include "test_polling_fixture.h"
 
 using namespace kal;
+using namespace kal::test;
 
 namespace {
 
@@ -22,39 +21,33 @@ int errorOf(const std::function<void()> &f)
     return 0;
 }
 
-class FramesTest : public ::testing::Test {
+/// Every channel connected; the memory link notes hold 33 and the answer
+/// flags 5, which shows whether a routine set them.
+class Rahmen : public Anlage {
 protected:
-    std::array<ScriptedSocket *, KANAL_MAX> ch{};
-
     void SetUp() override
     {
-        resetPlant();
-        Winsock1.clear();
-        ch = installScriptedSockets();
-        for (auto *s : ch)
-            s->state = SCK_CONNECTED;
-        plant.Next_Ofen = -1;
-        plant.Lese_Antwort = plant.Schreib_Antwort = 5; // shows whether a routine set them
+        Anlage::SetUp();
+        for (int k = 0; k < KANAL_MAX; ++k) {
+            sock[k]->state = SCK_CONNECTED;
+            plant.UDP_Read_Adr[k] = plant.UDP_Write_Adr[k] = 33;
+        }
+        plant.Lese_Antwort = plant.Schreib_Antwort = 5;
     }
-    void TearDown() override { Winsock1.clear(); }
 
-    int framesSent() const
+    int Gesendet() const
     {
         int n = 0;
-        for (auto *s : ch)
+        for (auto *s : sock)
             n += static_cast<int>(s->sent.size());
         return n;
     }
 };
 
-TEST(FrameBuilders, LayoutsAndByteFields)
+TEST(FrameBuilders, ModbusWriteAndCommandByteFields)
 {
-    EXPECT_EQ(Rahmen_Lesen_UDP(100, 100), hex("42 00 00 00 00 00 00 06 1B 52 00 64 00 64"));
-    EXPECT_EQ(Rahmen_Lesen_IP(388, 100), hex("00 00 00 00 00 06 01 03 01 84 00 64"));
-    EXPECT_EQ(Rahmen_Schreiben_UDP(58, {0x0102}), hex("42 00 00 00 00 00 00 08 1B 57 00 3A 00 01 01 02"));
     EXPECT_EQ(Rahmen_Schreiben_IP(1088, {0x0102, -200}),
               hex("00 00 00 00 00 0B 01 10 04 40 00 02 04 01 02 FF 38"));
-    EXPECT_EQ(Rahmen_Befehl_IP(30, 4), hex("00 00 00 00 00 09 01 10 00 1E 00 01 02 00 04"));
     // Command values: high byte by truncating division, low byte by mask.
     EXPECT_EQ(Rahmen_Befehl_IP(30, -1).right(2), hex("00 FF"));
     EXPECT_EQ(Rahmen_Befehl_IP(30, -255).right(2), hex("00 01"));
@@ -64,12 +57,12 @@ TEST(FrameBuilders, LayoutsAndByteFields)
     EXPECT_EQ(errorOf([] { Rahmen_Schreiben_IP(0, QList<i16>(125, 1)); }), ERR_INVALID_CALL);
 }
 
-TEST_F(FramesTest, FetchUdpDirectOverTheServerOrNotAtAll)
+TEST_F(Rahmen, MemoryLinkReadAndWriteDirectOverTheServerOrNotAtAll)
 {
     plant.Ofen_UDP[0] = TRUE16;
     i16 adr = 100;
     FETCH_UDP(0, adr, 100);
-    EXPECT_EQ(ch[0]->sent.value(0), hex("42 00 00 00 00 00 00 06 1B 52 00 64 00 64"));
+    EXPECT_EQ(sock[0]->sent.value(0), hex("42 00 00 00 00 00 00 06 1B 52 00 64 00 64"));
     EXPECT_EQ(plant.UDP_Read_Adr[0], 100);
     EXPECT_EQ(plant.UDP_Write_Adr[0], -1);
 
@@ -78,40 +71,40 @@ TEST_F(FramesTest, FetchUdpDirectOverTheServerOrNotAtAll)
     adr = 100;
     FETCH_UDP(2, adr, 100);
     EXPECT_EQ(adr, 3100);
-    EXPECT_EQ(ch[8]->sent.value(0), hex("42 00 00 00 00 00 00 06 1B 52 0C 1C 00 64"));
+    EXPECT_EQ(sock[8]->sent.value(0), hex("42 00 00 00 00 00 00 06 1B 52 0C 1C 00 64"));
     EXPECT_EQ(plant.UDP_Read_Adr[8], 3100);
     EXPECT_EQ(plant.UDP_Write_Adr[8], -1);
+    // A write behind the server: offset in the frame, not in the note of channel 8.
+    plant.Server_Offset[3] = 5000;
+    plant.SPS_Wort(3, 1140) = -2;
+    SEND_UDP(3, 1140, 1);
+    EXPECT_EQ(sock[8]->sent.value(1), hex("42 00 00 00 00 00 00 08 1B 57 17 FC 00 01 FF FE"));
+    EXPECT_EQ(plant.UDP_Write_Adr[8], 1140);
+    EXPECT_EQ(plant.UDP_Read_Adr[8], -1);
+    // An index above 7 goes the server way too.
+    SEND_UDP(8, 20, 0);
+    EXPECT_EQ(sock[8]->sent.value(2), hex("42 00 00 00 00 00 00 06 1B 57 00 14 00 00"));
 
-    // A TCP furnace without offset gets nothing and keeps its notes.
-    plant.UDP_Read_Adr[3] = 77;
-    FETCH_UDP(3, adr, 100);
-    EXPECT_EQ(plant.UDP_Read_Adr[3], 77);
-    EXPECT_EQ(framesSent(), 2);
+    // A TCP furnace without offset gets nothing either way and keeps its notes.
+    FETCH_UDP(1, adr, 100);
+    SEND_UDP(1, 58, 1);
+    EXPECT_EQ(plant.UDP_Read_Adr[1], 33);
+    EXPECT_EQ(plant.UDP_Write_Adr[1], 33);
+    EXPECT_EQ(Gesendet(), 4);
+
+    // Word 1141 stops the write before anything is noted or sent.
+    EXPECT_EQ(SEND_UDP(0, 1140, 2), ERR_SUBSCRIPT);
+    EXPECT_EQ(SEND_UDP(8, 20, 1), ERR_SUBSCRIPT);
+    EXPECT_EQ(plant.UDP_Write_Adr[0], -1);
+    plant.SPS_Wort(0, 58) = 0x0102;
+    SEND_UDP(0, 58, 1);
+    EXPECT_EQ(sock[0]->sent.value(1), hex("42 00 00 00 00 00 00 08 1B 57 00 3A 00 01 01 02"));
+    EXPECT_EQ(plant.UDP_Write_Adr[0], 58);
+    EXPECT_EQ(plant.UDP_Read_Adr[0], -1);
+    EXPECT_EQ(Gesendet(), 5);
 }
 
-TEST_F(FramesTest, FetchIpNotesTheReadBeforeTestingTheChannel)
-{
-    FETCH_IP(3, 388, 100);
-    EXPECT_EQ(ch[3]->sent.value(0), hex("00 00 00 00 00 06 01 03 01 84 00 64"));
-    EXPECT_EQ(plant.Lese_Antwort, TRUE16);
-    EXPECT_EQ(plant.Schreib_Antwort, FALSE16);
-
-    plant.Lese_Antwort = 5;
-    ch[4]->state = 6; // still connecting
-    EXPECT_EQ(FETCH_IP(4, 200, 100), 0);
-    EXPECT_EQ(plant.IP_Adr[4], 200);
-    EXPECT_EQ(plant.IP_Len[4], 100);
-    EXPECT_EQ(plant.Lese_Antwort, 5);
-
-    // A refused send is swallowed; what was stored before it stays.
-    ch[5]->refuseSends = true;
-    EXPECT_EQ(FETCH_IP(5, 600, 100), ERR_SOCKET_STATE);
-    EXPECT_EQ(plant.IP_Adr[5], 600);
-    EXPECT_EQ(plant.Lese_Antwort, TRUE16);
-    EXPECT_EQ(framesSent(), 1);
-}
-
-TEST_F(FramesTest, FetchOfenChoosesTheProtocolPerBlock)
+TEST_F(Rahmen, FetchOfenChoosesTheProtocolPerBlock)
 {
     // Furnace 0 TCP, furnace 1 mixed TCP behind a panel server, furnace 2 UDP.
     plant.Server_IP4[1] = 20;
@@ -123,88 +116,68 @@ TEST_F(FramesTest, FetchOfenChoosesTheProtocolPerBlock)
         {1, 100, 1, Rahmen_Lesen_IP(100, 100)},  {1, 300, 8, Rahmen_Lesen_UDP(3300, 100)},
         {2, 0, 2, Rahmen_Lesen_UDP(0, 100)},     {2, 400, 2, Rahmen_Lesen_UDP(400, 100)},
     };
+    int n = 0;
     for (const Case &c : cases) {
-        for (auto *s : ch)
-            s->sent.clear();
         i16 adr = c.adr;
         FETCH_Ofen(c.ofen, adr, 100);
-        EXPECT_EQ(ch[c.kanal]->sent.value(0), c.frame) << c.ofen << "/" << c.adr;
-        EXPECT_EQ(framesSent(), 1) << c.ofen << "/" << c.adr;
+        EXPECT_EQ(sock[c.kanal]->sent.last(), c.frame) << c.ofen << "/" << c.adr;
+        EXPECT_EQ(Gesendet(), ++n) << c.ofen << "/" << c.adr;
     }
 
-    // Retry_IP and the serial test belong to Akt_Ofen, not to the argument.
-    for (auto *s : ch)
-        s->sent.clear();
+    // Retry_IP belongs to Akt_Ofen, not to the argument.
     plant.Akt_Ofen = 1;
     plant.Retry_IP[1] = plant.Retry_IP[4] = 5;
     i16 adr = 500; // never read through this routine
     FETCH_Ofen(4, adr, 100);
     EXPECT_EQ(plant.Retry_IP[1], 0);
     EXPECT_EQ(plant.Retry_IP[4], 5);
-    plant.Ofen_Seriell[1] = TRUE16;
-    adr = 100;
-    FETCH_Ofen(4, adr, 100);
-    EXPECT_EQ(framesSent(), 0);
+    EXPECT_EQ(Gesendet(), 6);
 }
 
-TEST_F(FramesTest, SendUdpWaysAndWordsPastTheImage)
+TEST_F(Rahmen, ModbusReadAndWriteNoteFirstAndFailTheirOwnWays)
 {
-    // Behind the server: offset in the frame, not in the note of channel 8.
-    plant.Server_Offset[3] = 5000;
-    plant.SPS_Wort(3, 1140) = -2;
-    SEND_UDP(3, 1140, 1);
-    EXPECT_EQ(ch[8]->sent.value(0), hex("42 00 00 00 00 00 00 08 1B 57 17 FC 00 01 FF FE"));
-    EXPECT_EQ(plant.UDP_Write_Adr[8], 1140);
-    EXPECT_EQ(plant.UDP_Read_Adr[8], -1);
-    // An index above 7 goes the server way too.
-    SEND_UDP(8, 20, 0);
-    EXPECT_EQ(ch[8]->sent.value(1), hex("42 00 00 00 00 00 00 06 1B 57 00 14 00 00"));
-    // A TCP furnace without offset gets no memory-link write.
-    SEND_UDP(1, 58, 1);
-    EXPECT_EQ(framesSent(), 2);
-
-    // Word 1141 stops the write before anything is noted or sent.
-    plant.Ofen_UDP[0] = TRUE16;
-    plant.UDP_Write_Adr[0] = 33;
-    EXPECT_EQ(SEND_UDP(0, 1140, 2), ERR_SUBSCRIPT);
-    EXPECT_EQ(SEND_UDP(8, 20, 1), ERR_SUBSCRIPT);
-    EXPECT_EQ(plant.UDP_Write_Adr[0], 33);
-    plant.SPS_Wort(0, 58) = 0x0102;
-    SEND_UDP(0, 58, 1);
-    EXPECT_EQ(ch[0]->sent.value(0), hex("42 00 00 00 00 00 00 08 1B 57 00 3A 00 01 01 02"));
-    EXPECT_EQ(plant.UDP_Write_Adr[0], 58);
-    EXPECT_EQ(plant.UDP_Read_Adr[0], -1);
-    EXPECT_EQ(framesSent(), 3);
-}
-
-TEST_F(FramesTest, SendIpMarksTheWriteAndLetsErrorsThrough)
-{
+    FETCH_IP(3, 388, 100);
+    EXPECT_EQ(sock[3]->sent.value(0), hex("00 00 00 00 00 06 01 03 01 84 00 64"));
+    EXPECT_EQ(plant.Lese_Antwort, TRUE16);
+    EXPECT_EQ(plant.Schreib_Antwort, FALSE16);
     plant.SPS_Wort(2, 388) = 101;
     plant.SPS_Wort(2, 389) = 0x0203;
     SEND_IP(2, 388, 2);
-    EXPECT_EQ(ch[2]->sent.value(0), hex("00 00 00 00 00 0B 01 10 01 84 00 02 04 00 65 02 03"));
+    EXPECT_EQ(sock[2]->sent.value(0), hex("00 00 00 00 00 0B 01 10 01 84 00 02 04 00 65 02 03"));
     EXPECT_EQ(plant.IP_Adr[2], -2);
     EXPECT_EQ(plant.Lese_Antwort, FALSE16);
     EXPECT_EQ(plant.Schreib_Antwort, TRUE16);
 
-    // Closed: lost without a message, still marked as a write.
-    plant.Schreib_Antwort = 5;
-    ch[3]->state = SCK_CLOSED;
-    SEND_IP(3, 388, 2);
-    EXPECT_EQ(plant.IP_Adr[3], -2);
-    // Errors reach the caller; the bounds error comes before flags and send.
+    // A read on a channel still connecting is noted as open, nothing more.
+    plant.Lese_Antwort = plant.Schreib_Antwort = 5;
+    sock[4]->state = 6;
+    EXPECT_EQ(FETCH_IP(4, 200, 100), 0);
+    EXPECT_EQ(plant.IP_Adr[4], 200);
+    EXPECT_EQ(plant.IP_Len[4], 100);
+    EXPECT_EQ(plant.Lese_Antwort, 5);
+    // A write on a closed channel is lost without a message, still marked.
+    sock[7]->state = SCK_CLOSED;
+    SEND_IP(7, 388, 2);
+    EXPECT_EQ(plant.IP_Adr[7], -2);
+    // The write lets errors reach the caller; the bounds error comes before
+    // flags and send.
     EXPECT_EQ(errorOf([] { SEND_IP(1, 1139, 3); }), ERR_SUBSCRIPT);
     EXPECT_EQ(plant.IP_Adr[1], -2);
     EXPECT_EQ(plant.Schreib_Antwort, 5);
-    ch[4]->refuseSends = true;
-    EXPECT_EQ(errorOf([] { SEND_IP(4, 388, 2); }), ERR_SOCKET_STATE);
-    EXPECT_EQ(framesSent(), 1);
+    sock[6]->refuseSends = true;
+    EXPECT_EQ(errorOf([] { SEND_IP(6, 388, 2); }), ERR_SOCKET_STATE);
+    // The read swallows a refused send; what was stored before it stays.
+    sock[5]->refuseSends = true;
+    EXPECT_EQ(FETCH_IP(5, 600, 100), ERR_SOCKET_STATE);
+    EXPECT_EQ(plant.IP_Adr[5], 600);
+    EXPECT_EQ(plant.Lese_Antwort, TRUE16);
+    EXPECT_EQ(Gesendet(), 2);
 }
 
-TEST_F(FramesTest, SendBefTcpRestartsThePollSequenceOnlyAfterASend)
+TEST_F(Rahmen, SendBefByModbusRestartsThePollSequenceOnlyAfterASend)
 {
     EXPECT_EQ(SEND_BEF(3, 30, 4), 0);
-    EXPECT_EQ(ch[2]->sent.value(0), hex("00 00 00 00 00 09 01 10 00 1E 00 01 02 00 04"));
+    EXPECT_EQ(sock[2]->sent.value(0), hex("00 00 00 00 00 09 01 10 00 1E 00 01 02 00 04"));
     EXPECT_EQ(plant.IP_Adr[2], -2);
     EXPECT_EQ(plant.Schreib_Antwort, TRUE16);
     EXPECT_EQ(plant.Lese_Antwort, FALSE16);
@@ -216,8 +189,8 @@ TEST_F(FramesTest, SendBefTcpRestartsThePollSequenceOnlyAfterASend)
     plant.Next_Ofen = -1;
     plant.Next_Phase = 4;
     plant.Schreib_Antwort = 5;
-    ch[1]->refuseSends = true;
-    ch[3]->state = SCK_CLOSED;
+    sock[1]->refuseSends = true;
+    sock[3]->state = SCK_CLOSED;
     EXPECT_EQ(SEND_BEF(1, 30, -256), ERR_INVALID_CALL);
     EXPECT_EQ(SEND_BEF(2, 30, 4), ERR_SOCKET_STATE);
     EXPECT_EQ(SEND_BEF(4, 30, 4), 0);
@@ -227,30 +200,30 @@ TEST_F(FramesTest, SendBefTcpRestartsThePollSequenceOnlyAfterASend)
     EXPECT_EQ(plant.Next_Phase, 4);
     EXPECT_EQ(plant.Schreib_Antwort, 5);
     EXPECT_EQ(SEND_BEF(0, 30, 4), ERR_SUBSCRIPT); // number 0 is no furnace
-    EXPECT_EQ(framesSent(), 1);
+    EXPECT_EQ(Gesendet(), 1);
 }
 
-TEST_F(FramesTest, SendBefMemoryLinkWays)
+TEST_F(Rahmen, SendBefByMemoryLink)
 {
     // Mixed TCP furnace number 2: words 300..399 go to the panel on channel 8.
     plant.Server_Akt_IP4 = 20;
     plant.Server_Offset[1] = 3000;
     SEND_BEF(2, 300, 1);
-    EXPECT_EQ(ch[8]->sent.value(0), hex("42 00 00 00 00 00 00 08 1B 57 0C E4 00 01 00 01"));
+    EXPECT_EQ(sock[8]->sent.value(0), hex("42 00 00 00 00 00 00 08 1B 57 0C E4 00 01 00 01"));
     EXPECT_EQ(plant.UDP_Write_Adr[8], 300);
     EXPECT_EQ(plant.UDP_Read_Adr[8], -1);
     EXPECT_EQ(plant.Next_Ofen, -1);
-    EXPECT_EQ(plant.IP_Adr[1], 0);
+    EXPECT_EQ(plant.IP_Adr[1], -1);
     SEND_BEF(2, 400, 1); // outside 300..399: Modbus
-    EXPECT_EQ(ch[1]->sent.size(), 1);
+    EXPECT_EQ(sock[1]->sent.size(), 1);
 
     // UDP furnace: own channel, no offset, every value right.
     plant.Ofen_UDP[4] = TRUE16;
     plant.Server_Offset[4] = 6000;
     SEND_BEF(5, 350, -300);
-    EXPECT_EQ(ch[4]->sent.value(0), hex("42 00 00 00 00 00 00 08 1B 57 01 5E 00 01 FE D4"));
+    EXPECT_EQ(sock[4]->sent.value(0), hex("42 00 00 00 00 00 00 08 1B 57 01 5E 00 01 FE D4"));
     EXPECT_EQ(plant.UDP_Write_Adr[4], 350);
-    EXPECT_EQ(framesSent(), 3);
+    EXPECT_EQ(Gesendet(), 3);
 }
 
 } // namespace

@@ -19,7 +19,6 @@ protected:
     int yields = 0;
     double zufall = 0;
     std::function<void()> beimWarten;
-    std::vector<bool> regler;
 
     void SetUp() override
     {
@@ -33,29 +32,26 @@ protected:
                 beimWarten();
         };
         u.Zufall = [this] { return zufall; };
-        hooks.mnuRegler = [this](bool on) { regler.push_back(on); };
     }
 
-    /// Ticks; after each, every PLC answers the read it was just sent with
-    /// its word 29 and zeros elsewhere, and a write with a bare answer.
+    /// Ticks; after each, the PLC of the furnace on turn answers the read it
+    /// was just sent with its word 29 and zeros elsewhere, a write with a bare
+    /// answer.
     void Takte(int n, bool antworten = true)
     {
         for (int i = 0; i < n; ++i) {
-            std::array<qsizetype, KANAL_MAX> vorher;
-            for (int k = 0; k < KANAL_MAX; ++k)
-                vorher[k] = sock[k]->sent.size();
+            const int f = plant.Akt_Ofen >= 0 && plant.Akt_Ofen < OFEN_MAX ? plant.Akt_Ofen : 0;
+            const qsizetype vorher = sock[f]->sent.size();
             Timer1_Tick();
-            for (int f = 0; f < OFEN_MAX && antworten; ++f) {
-                if (sock[f]->sent.size() == vorher[f])
-                    continue;
-                const QByteArray r = sock[f]->sent.last();
-                const bool udp = r[0] == 'B';
-                const int a = Wort_im_Rahmen(r, udp ? 10 : 8);
-                std::vector<i16> w(r[udp ? 9 : 7] == (udp ? 'R' : 3) ? 100 : 0, 0);
-                if (a <= 29 && a + int(w.size()) > 29)
-                    w[29 - a] = plant.Ofen_Typ[f + 1];
-                sock[f]->arrive(udp ? UDP_Antwort(w) : Modbus_Antwort(w));
-            }
+            if (!antworten || sock[f]->sent.size() == vorher)
+                continue;
+            const QByteArray r = sock[f]->sent.last();
+            const bool udp = r[0] == 'B';
+            const int a = Wort_im_Rahmen(r, udp ? 10 : 8);
+            std::vector<i16> w(r[udp ? 9 : 7] == (udp ? 'R' : 3) ? 100 : 0, 0);
+            if (a <= 29 && a + int(w.size()) > 29)
+                w[29 - a] = plant.Ofen_Typ[f + 1];
+            sock[f]->arrive(udp ? UDP_Antwort(w) : Modbus_Antwort(w));
         }
     }
 
@@ -73,10 +69,12 @@ protected:
     }
 };
 
-TEST_F(Zyklus, EightFurnacesOnlineAreEachServedEveryEighthTick)
+TEST_F(Zyklus, EightFurnacesAreEachServedEveryEighthTickAndACommandCutsIn)
 {
+    std::vector<bool> regler;
+    hooks.mnuRegler = [&](bool on) { regler.push_back(on); };
     for (int f = 0; f < OFEN_MAX; ++f)
-        Ofen(f, f % 2 == 0);
+        Ofen(f, f % 2 != 0);
     for (int t = 0; t < 24; ++t) {
         const qsizetype vorher = sock[t % 8]->sent.size();
         Takte(1);
@@ -85,6 +83,14 @@ TEST_F(Zyklus, EightFurnacesOnlineAreEachServedEveryEighthTick)
     for (int f = 0; f < OFEN_MAX; ++f)
         EXPECT_EQ(sock[f]->sent.size(), 3) << "furnace " << f;
     EXPECT_EQ(regler, (std::vector<bool>{true, true})) << "the controller menu follows the rounds";
+
+    // A command by Modbus serves its furnace again on the next tick, from phase 1.
+    Takte(5);
+    ASSERT_EQ(plant.Akt_Ofen, 5);
+    SEND_BEF(3, 30, 4);
+    Takte(2); // furnace 5's turn, then furnace 2 again at once
+    EXPECT_EQ(Lesungen(2).last(), 100);
+    EXPECT_EQ(plant.Akt_Ofen, 3);
 }
 
 TEST_F(Zyklus, PollSequenceByKindAndLayout)
@@ -154,18 +160,6 @@ TEST_F(Zyklus, QueuedWriteGoesFirstByItsLinkAndIsClearedEvenWhenRefused)
     }
     ASSERT_EQ(LogList.size(), 1);
     EXPECT_EQ(LogList[0], QStringLiteral("15.03.2024 10:00:00   Line 100   Err: 40006   10.0.0.11"));
-}
-
-TEST_F(Zyklus, CommandByModbusServesTheSameFurnaceNextTickWithPhase1)
-{
-    for (int f = 0; f < OFEN_MAX; ++f)
-        Ofen(f, f != 2);
-    Takte(8 * 3 + 5);
-    ASSERT_EQ(plant.Akt_Ofen, 5);
-    SEND_BEF(3, 30, 4);
-    Takte(2); // furnace 5's turn, then furnace 2 again at once
-    EXPECT_EQ(Lesungen(2).last(), 100);
-    EXPECT_EQ(plant.Akt_Ofen, 3);
 }
 
 TEST_F(Zyklus, FailedConnectWaitsTwoSecondsWhileEventsRunThenRests)
@@ -252,15 +246,11 @@ TEST_F(Zyklus, TakeDownAndNewAddressSetTheChannelsUpAgain)
     plant.Ofen_IP(1, 3) = 99;
     plant.Server_IP4[1] = 7;
     plant.Ofen_UDP[1] = 0;
-    Modbus_Port = 1502;
     Takte(8, false);
-    Modbus_Port = 502;
     EXPECT_EQ(plant.Reinit_Ofen[1], 0);
     EXPECT_EQ(sock[1]->RemoteHost, QStringLiteral("10.0.0.99"));
-    EXPECT_EQ(sock[1]->RemotePort, 1502);
+    EXPECT_EQ(sock[1]->RemotePort, 502) << "now a Modbus channel";
     EXPECT_EQ(sock[8]->RemoteHost, QStringLiteral("10.0.0.7"));
-    EXPECT_EQ(sock[8]->RemotePort, 1024);
-    EXPECT_EQ(plant.Server_Akt_IP4, 7);
 
     Kanal_Setup(1);
     EXPECT_EQ(panel[2], QStringLiteral("Ofen 2 IP:10.0.0.99 / .7"));

@@ -64,7 +64,6 @@ protected:
     void SetUp() override
     {
         resetPlant();
-        Winsock1.clear();
         sock = installScriptedSockets();
         Empfang_Verbinden();
         hooks = Hooks{};
@@ -73,10 +72,10 @@ protected:
         hooks.Status_Panel = [this](int p, const QString &t) { panel[p] = t; };
         setDialogs(&dlg);
         setJetzt(jetzt);
-        const char *worte[] = {"Ofen", "Connect", "Offline", "Online"};
-        const int ids[] = {0, 7, 8, 9};
-        for (int i = 0; i < 4; ++i)
-            plant.Sprachtext(0, ids[i]) = QString::fromLatin1(worte[i]);
+        plant.Sprachtext(0, 0) = QStringLiteral("Ofen");
+        plant.Sprachtext(0, 7) = QStringLiteral("Connect");
+        plant.Sprachtext(0, 8) = QStringLiteral("Offline");
+        plant.Sprachtext(0, 9) = QStringLiteral("Online");
         // The start values the station sets before its first tick.
         for (int k = 0; k < KANAL_MAX; ++k)
             plant.IP_Adr[k] = plant.UDP_Read_Adr[k] = plant.UDP_Write_Adr[k] = -1;
