@@ -1,38 +1,29 @@
 // Record-number access to batch files and the searches over them, on real
 // files in a temporary folder.
 
-#include "recording/batch_file.h"
-
-#include <QFile>
-#include <QTemporaryDir>
-#include <gtest/gtest.h>
+#include "test_recorder_fixture.h"
 
 using namespace kal;
+using namespace kal::test;
 
 namespace {
 
 /// A distinct record for position n.
-BatchRecord satz(i16 art, int n)
+BatchRecord satzNr(i16 art, int n)
 {
     return BatchRecord{art, static_cast<u8>(1 + n % 28), 3, 12, 0, 0, 0, {static_cast<i16>(n), 0, 1, 2, 3, 4, 5}};
 }
 
-class BatchFileTest : public ::testing::Test {
+class BatchFileTest : public DateiTest {
 protected:
-    QTemporaryDir dir;
-    QString pfad(const char *name) const { return dir.filePath(QString::fromLatin1(name)); }
-    QByteArray inhalt(const char *name) const
-    {
-        QFile f(pfad(name));
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-    }
-    /// A file of n records, record i = satz(art, i), written in one go.
+    BatchFile f;
+
+    /// A file of n records, record i = satzNr(art, i), written in one go and left open.
     void datei(const char *name, int n, i16 art = 100)
     {
         std::vector<BatchRecord> v;
         for (int i = 1; i <= n; ++i)
-            v.push_back(satz(art, i));
-        BatchFile f;
+            v.push_back(satzNr(art, i));
         f.open(pfad(name));
         f.write(1, v.data(), n);
     }
@@ -53,14 +44,13 @@ TEST(BatchFileCount, LengthOver22RoundsToNearestTiesToEven)
 
 TEST_F(BatchFileTest, GapsAreZeroAndATruncatedRecordReadsWithZeros)
 {
-    BatchFile f;
     f.open(pfad("gap.OVD"));
-    f.write(40, satz(154, 7));
+    f.write(40, satzNr(154, 7));
     f.close();
-    QByteArray b = inhalt("gap.OVD");
+    const QByteArray b = inhalt(pfad("gap.OVD"));
     ASSERT_EQ(b.size(), 40 * 22);
     EXPECT_EQ(b.left(39 * 22), QByteArray(39 * 22, '\0'));
-    EXPECT_EQ(b.mid(39 * 22), packRecord(satz(154, 7)));
+    EXPECT_EQ(b.mid(39 * 22), packRecord(satzNr(154, 7)));
 
     // Cut record 40 to 15 bytes: it still counts, and its missing bytes read as 0.
     QFile(pfad("gap.OVD")).resize(39 * 22 + 15);
@@ -71,10 +61,10 @@ TEST_F(BatchFileTest, GapsAreZeroAndATruncatedRecordReadsWithZeros)
     EXPECT_EQ(torn.Wert[4], 0);
     EXPECT_EQ(f.read(41), BatchRecord{});
     // Appending goes to count + 1 and fills the torn record up with zeros.
-    f.write(f.count() + 1, satz(155, 8));
+    f.write(f.count() + 1, satzNr(155, 8));
     EXPECT_EQ(f.count(), 41);
     EXPECT_EQ(f.read(40), torn);
-    EXPECT_EQ(f.read(41), satz(155, 8));
+    EXPECT_EQ(f.read(41), satzNr(155, 8));
 
     EXPECT_THROW(f.write(0, BatchRecord{}), RunError);
     BatchFile g;
@@ -87,35 +77,30 @@ TEST_F(BatchFileTest, GapsAreZeroAndATruncatedRecordReadsWithZeros)
     EXPECT_FALSE(g.openRead(pfad("nicht_da.OVD")));
 }
 
-TEST_F(BatchFileTest, CheckChargeLooksBelowTheNumberDownToTwoAcrossRuns)
+TEST_F(BatchFileTest, ImportDuplicateTests)
 {
+    // Single samples: a record below the number, down to 2, across read runs.
     const int n = 2 * SATZ_BLOCK + 3;
     datei("usb.OVD", n);
-    BatchFile f;
-    f.open(pfad("usb.OVD"));
-    EXPECT_EQ(CheckCharge(f, n + 1, satz(100, 2)), 0);
-    EXPECT_EQ(CheckCharge(f, n + 1, satz(100, SATZ_BLOCK + 1)), 0);
-    EXPECT_EQ(CheckCharge(f, n + 1, satz(100, 1)), -1); // record 1 is the name record
-    EXPECT_EQ(CheckCharge(f, 3, satz(100, 2)), 0);
-    EXPECT_EQ(CheckCharge(f, 2, satz(100, 2)), -1);
-    EXPECT_EQ(CheckCharge(f, 10, satz(100, 10)), -1);   // the record at the number is not looked at
-    BatchRecord anders = satz(100, 5);
+    EXPECT_EQ(CheckCharge(f, n + 1, satzNr(100, 2)), 0);
+    EXPECT_EQ(CheckCharge(f, n + 1, satzNr(100, SATZ_BLOCK + 1)), 0);
+    EXPECT_EQ(CheckCharge(f, n + 1, satzNr(100, 1)), -1); // record 1 is the name record
+    EXPECT_EQ(CheckCharge(f, 3, satzNr(100, 2)), 0);
+    EXPECT_EQ(CheckCharge(f, 2, satzNr(100, 2)), -1);
+    EXPECT_EQ(CheckCharge(f, 10, satzNr(100, 10)), -1); // the record at the number is not looked at
+    BatchRecord anders = satzNr(100, 5);
     anders.Sekunde = 1;
     EXPECT_EQ(CheckCharge(f, n + 1, anders), -1);
     // The upward walk from an odd start across a run boundary.
-    f.write(SATZ_BLOCK + 2, satz(Satz_Text, 1));
+    f.write(SATZ_BLOCK + 2, satzNr(Satz_Text, 1));
     EXPECT_EQ(Erster_Textsatz(f, 2).nr, SATZ_BLOCK + 2);
-}
 
-TEST_F(BatchFileTest, CheckLogSatz80SaysWriteInAllOrdinaryCases)
-{
+    // Sample groups: 0 only when every record from the number down to 40
+    // equals the candidate, and below 40; -1 in all ordinary cases.
     datei("g.OVD", 45, Satz_Charge);
-    BatchFile f;
-    f.open(pfad("g.OVD"));
-    const BatchRecord s = satz(Satz_Charge, 45);
+    const BatchRecord s = satzNr(Satz_Charge, 45);
     EXPECT_EQ(Check_LogSatz80(f, Naechster_Datensatz(f.count()), s), -1); // reads zeros there
     EXPECT_EQ(Check_LogSatz80(f, 39, s), 0);
-    // 0 only when every record from the number down to 40 equals the candidate.
     for (int nr = 40; nr <= 45; ++nr)
         f.write(nr, s);
     EXPECT_EQ(Check_LogSatz80(f, 45, s), 0);
@@ -132,25 +117,24 @@ TEST_F(BatchFileTest, BatchDataTextGoesOverTheFirst9001FromRecordFiveElseBehindT
     EXPECT_FALSE(QFile::exists(pfad("fehlt.OVD")));
 
     datei("a.OVD", 50);
+    f.close();
     EXPECT_TRUE(Chargendaten_Speichern(pfad("a.OVD"), QStringLiteral("Los 1")));
     EXPECT_TRUE(Chargendaten_Speichern(pfad("a.OVD"), QStringLiteral("Los 2"))); // same place again
-    QByteArray b = inhalt("a.OVD");
+    QByteArray b = inhalt(pfad("a.OVD"));
     ASSERT_EQ(b.size(), 66 * 22);
-    EXPECT_EQ(b.mid(50 * 22, 22), QByteArray("\x29\x23" "Los 2     ") + QByteArray(10, '\0'));
-    EXPECT_EQ(b.mid(65 * 22, 2), QByteArray("\x38\x23"));
+    EXPECT_EQ(satz(b, 51), QByteArray("\x29\x23" "Los 2     ") + QByteArray(10, '\0'));
+    EXPECT_EQ(satz(b, 66).left(2), QByteArray("\x38\x23"));
 
     // A 9001 in records 1..4 does not count; the search keeps the record read last.
     datei("b.OVD", 50);
-    BatchFile f;
-    f.open(pfad("b.OVD"));
-    f.write(3, satz(Satz_Text, 3));
-    EXPECT_EQ(Erster_Textsatz(f, 5).zuletzt, satz(100, 50));
-    f.write(45, satz(Satz_Text, 45));
+    f.write(3, satzNr(Satz_Text, 3));
+    EXPECT_EQ(Erster_Textsatz(f, 5).zuletzt, satzNr(100, 50));
+    f.write(45, satzNr(Satz_Text, 45));
     EXPECT_EQ(Erster_Textsatz(f, 5).nr, 45);
     f.close();
     EXPECT_TRUE(Chargendaten_Speichern(pfad("b.OVD"), QStringLiteral("Los 3")));
-    b = inhalt("b.OVD");
+    b = inhalt(pfad("b.OVD"));
     EXPECT_EQ(b.size(), 60 * 22);
-    EXPECT_EQ(b.mid(44 * 22 + 2, 10), QByteArray("Los 3     "));
-    EXPECT_EQ(b.mid(2 * 22, 22), packRecord(satz(Satz_Text, 3)));
+    EXPECT_EQ(satz(b, 45).mid(2, 10), QByteArray("Los 3     "));
+    EXPECT_EQ(satz(b, 3), packRecord(satzNr(Satz_Text, 3)));
 }

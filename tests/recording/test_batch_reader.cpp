@@ -1,14 +1,13 @@
 // Reading batch files back: layouts, the two passes and damaged files.
 
+#include "test_recorder_fixture.h"
+
 #include "recording/batch_reader.h"
 
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-#include <gtest/gtest.h>
 #include <random>
 
 using namespace kal;
+using namespace kal::test;
 
 namespace {
 
@@ -33,11 +32,8 @@ std::array<BatchRecord, 4> gruppe(i16 art, SatzZeit z)
 const std::array<i16, 12> kennungA{0x10A, 0x10B, 0x70C, 0x0D, 0x250F, 0, 0, 0, 0, 0, 0, 7};
 const std::array<i16, 12> kennungB{0x2A, 0x2B, 0x31, 0x24, 0x3F, 0, 0, 0, 0, 0, 0, 8};
 
-class BatchReaderTest : public ::testing::Test {
+class BatchReaderTest : public DateiTest {
 protected:
-    QTemporaryDir dir;
-    QString pfad(const QString &name) const { return dir.filePath(name); }
-
     template <typename... R>
     void schreibe(const QString &p, int nr, const R &...saetze)
     {
@@ -85,13 +81,10 @@ TEST_F(BatchReaderTest, HeadedFileOfThirtyNineRecordsThenTheFirstGroupAtForty)
     EXPECT_EQ(r.span.zeitSaetze, 0);
     EXPECT_TRUE(r.saetze.empty());
 
-    ASSERT_EQ(Naechster_Datensatz(r.layout.satzZahl), 40);
     schreibe(p, 40, gruppe(Satz_Charge, SatzZeit{5, 3, 12, 14, 7, 9}));
     schreibe(p, 44, gruppe(Satz_Charge, SatzZeit{5, 3, 12, 15, 0, 0}));
     LogBlock w{};
-    const char *text = "PROG-0815 Stahl ";
-    for (int i = 0; i < 8; ++i)
-        w[31 + i] = static_cast<i16>(text[2 * i] | (text[2 * i + 1] << 8));
+    text(w, 31, "PROG-0815 Stahl ");
     schreibe(p, 48, Satz_Programm_Bauen(w, SatzZeit{5, 3, 12, 14, 0, 0}));
     schreibe(p, 49, gruppe(Satz_Strom, SatzZeit{5, 3, 12, 16, 0, 0}));
 
@@ -102,6 +95,7 @@ TEST_F(BatchReaderTest, HeadedFileOfThirtyNineRecordsThenTheFirstGroupAtForty)
     EXPECT_EQ(r.layout.kennungB, kennungB);
     ASSERT_EQ(r.layout.meldTexte.size(), 32u);
     EXPECT_EQ(r.layout.meldTexte[1], QStringLiteral("Uebertemperatur       "));
+    EXPECT_EQ(r.layout.meldTexte[31], QString(22, QLatin1Char(' '))); // record 39 is read as well
     EXPECT_EQ(r.span.zeitSaetze, 3);
     EXPECT_EQ(r.span.erster, dt(5, 3, 2012, 14, 7, 9));
     EXPECT_EQ(r.span.letzter, dt(5, 3, 2012, 16, 0, 0));
@@ -258,10 +252,7 @@ TEST_F(BatchReaderTest, MissingShortTruncatedAndJunkFiles)
         for (auto &c : b)
             c = static_cast<char>(zufall());
         const QString j = pfad(QStringLiteral("junk%1.OVD").arg(laenge));
-        QFile f(j);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(b);
-        f.close();
+        roh(j, b);
         EXPECT_NO_THROW(EXPECT_EQ(readBatch(j).layout.satzZahl, satzZahlVonLaenge(laenge))) << laenge;
     }
 }

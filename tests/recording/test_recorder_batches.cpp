@@ -12,88 +12,72 @@ namespace {
 
 class RecorderBatches : public RecorderTest {
 protected:
-    bool kompakt = false;
-
-    /// A sample group of batch `charge`, as 154 or packed as 131.
-    void probe(i32 charge, Stempel s)
+    qint64 saetze(i32 charge) const
     {
-        if (!kompakt) {
-            gruppe(charge, s);
-            return;
-        }
-        std::vector<i16> c(16);
-        c = {131, s.a, s.b, static_cast<i16>(charge), 0, 0, 0, 0x2401, 0, 0, 0, 1200, 1190, 0x40, 0, 0};
-        anbieten(KOPF, c);
+        const QString name = QStringLiteral("D2401017ABC%1%2.OVD").arg(charge, 6, 10, QLatin1Char('0')).arg(120324);
+        return inhalt(datei(name)).size() / 22;
     }
-    qint64 saetze(i32 charge, const char *datum = "120324") const
-    {
-        const QString name = QStringLiteral("D2401017ABC%1%2.OVD").arg(charge, 6, 10, QLatin1Char('0')).arg(QLatin1String(datum));
-        return inhalt(QDir(plant.Charge_Ordner[0]).filePath(name)).size() / 22;
-    }
+};
 
-    void headedFurnace(bool gepackt)
+/// The batch number of a headed furnace, from sample groups of 154 or packed as 131.
+class RecorderNumbers : public RecorderBatches, public ::testing::WithParamInterface<bool> {
+protected:
+    void SetUp() override
     {
-        kompakt = gepackt;
-        if (gepackt) {
+        RecorderBatches::SetUp();
+        if (GetParam()) {
             plant.Ofen_Typ[KOPF + 1] = static_cast<i16>(0x8000 | 240);
             plant.Adr_Trigger[KOPF] = 220;
         }
     }
-
-    void StrayNumber()
+    void probe(i32 charge, Stempel s)
     {
-        probe(5, um(30));
-        probe(7, um(31));
-        probe(5, um(32));
-        EXPECT_EQ(plant.Charge_Nr[KOPF], 5);
-        EXPECT_EQ(plant.Charge_Nr_Neu[KOPF], 5);
-        EXPECT_EQ(dateien().size(), 1);
-        EXPECT_EQ(saetze(5), 47);
-        // 7 after the return of 5 is a first sighting again.
-        probe(7, um(40));
-        EXPECT_EQ(dateien().size(), 1);
-        probe(7, um(41));
-        EXPECT_EQ(dateien().size(), 2);
-        EXPECT_EQ(saetze(7), 43);
-    }
-
-    void SecondSighting()
-    {
-        probe(5, um(30));
-        probe(7, um(31));
-        probe(7, um(33));
-        probe(7, um(35)); // five minutes after the start is not more than five
-        EXPECT_EQ(plant.Charge_Nr[KOPF], 5);
-        EXPECT_EQ(plant.Charge_Nr_Neu[KOPF], 7);
-        EXPECT_EQ(dateien().size(), 1);
-        EXPECT_EQ(saetze(5), 43);
-        probe(7, um(36));
-        EXPECT_EQ(plant.Charge_Nr[KOPF], 7);
-        EXPECT_EQ(plant.Charge_Start[KOPF], QStringLiteral("12.03.2024 08:36:00"));
-        EXPECT_EQ(saetze(7), 43);
-        EXPECT_EQ(saetze(5), 43);
-        probe(5, um(37)); // the old number is now a stray one
-        EXPECT_EQ(saetze(5), 43);
-        EXPECT_EQ(saetze(7), 43);
+        if (GetParam())
+            anbieten(KOPF, {131, s.a, s.b, static_cast<i16>(charge), 0, 0, 0, 0x2401, 0, 0, 0, 1200, 1190, 0x40, 0, 0});
+        else
+            gruppe(charge, s);
     }
 };
 
+INSTANTIATE_TEST_SUITE_P(GroupAndCompact, RecorderNumbers, ::testing::Bool());
+
 } // namespace
 
-TEST_F(RecorderBatches, StrayNumberNeverSplitsABatch) { StrayNumber(); }
-
-TEST_F(RecorderBatches, StrayNumberNeverSplitsABatchPacked)
+TEST_P(RecorderNumbers, StrayNumberNeverSplitsABatch)
 {
-    headedFurnace(true);
-    StrayNumber();
+    probe(5, um(30));
+    probe(7, um(31));
+    probe(5, um(32));
+    EXPECT_EQ(plant.Charge_Nr[KOPF], 5);
+    EXPECT_EQ(plant.Charge_Nr_Neu[KOPF], 5);
+    EXPECT_EQ(dateien().size(), 1);
+    EXPECT_EQ(saetze(5), 47);
+    // 7 after the return of 5 is a first sighting again.
+    probe(7, um(40));
+    EXPECT_EQ(dateien().size(), 1);
+    probe(7, um(41));
+    EXPECT_EQ(dateien().size(), 2);
+    EXPECT_EQ(saetze(7), 43);
 }
 
-TEST_F(RecorderBatches, NewNumberOpensAtSecondSightingMoreThanFiveMinutesOn) { SecondSighting(); }
-
-TEST_F(RecorderBatches, NewNumberOpensAtSecondSightingMoreThanFiveMinutesOnPacked)
+TEST_P(RecorderNumbers, NewNumberOpensAtSecondSightingMoreThanFiveMinutesOn)
 {
-    headedFurnace(true);
-    SecondSighting();
+    probe(5, um(30));
+    probe(7, um(31));
+    probe(7, um(33));
+    probe(7, um(35)); // five minutes after the start is not more than five
+    EXPECT_EQ(plant.Charge_Nr[KOPF], 5);
+    EXPECT_EQ(plant.Charge_Nr_Neu[KOPF], 7);
+    EXPECT_EQ(dateien().size(), 1);
+    EXPECT_EQ(saetze(5), 43);
+    probe(7, um(36));
+    EXPECT_EQ(plant.Charge_Nr[KOPF], 7);
+    EXPECT_EQ(plant.Charge_Start[KOPF], QStringLiteral("12.03.2024 08:36:00"));
+    EXPECT_EQ(saetze(7), 43);
+    EXPECT_EQ(saetze(5), 43);
+    probe(5, um(37)); // the old number is now a stray one
+    EXPECT_EQ(saetze(5), 43);
+    EXPECT_EQ(saetze(7), 43);
 }
 
 TEST_F(RecorderBatches, NothingIsStoredWithoutABatchAndAnInvalidStartOpensAtOnce)

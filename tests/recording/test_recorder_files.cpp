@@ -14,7 +14,6 @@ namespace {
 
 const QByteArray ZEIT = hex("0C 03 18 08 1E 10"); // 12.03.2024 08:30:16
 const QByteArray LEER = QByteArray(22, ' ');
-const QByteArray NULL22 = QByteArray(22, '\0');
 
 /// The four records of block(154, 5, um(30, 16)).
 QByteArray gruppe5()
@@ -29,11 +28,12 @@ using RecorderFiles = RecorderTest;
 
 } // namespace
 
-TEST_F(RecorderFiles, FirstGroupOfAHeadedFurnaceWritesHeaderAndGroupAtForty)
+TEST_F(RecorderFiles, FirstGroupOfAHeadedFurnaceWritesHeaderAndGroupAtFortyAndTheMirrorFollows)
 {
+    plant.Backup_Aktiv = -1;
     gruppe(5, um(30, 16));
     ASSERT_EQ(dateien(), QStringList{QStringLiteral("D2401017ABC000005120324.OVD")});
-    const QByteArray b = inhalt(datei("D2401017ABC000005120324.OVD"));
+    QByteArray b = inhalt(datei("D2401017ABC000005120324.OVD"));
     ASSERT_EQ(b.size(), 43 * 22);
 
     EXPECT_EQ(satz(b, 1), QByteArray("Of") + ZEIT + QByteArray("en Eins       "));
@@ -41,8 +41,7 @@ TEST_F(RecorderFiles, FirstGroupOfAHeadedFurnaceWritesHeaderAndGroupAtForty)
     EXPECT_EQ(satz(b, 3), hex("04 01 0A 03 18 08 1E 10 04 02 05 01 05 02 06 01 06 02 07 01 07 02"));
     EXPECT_EQ(satz(b, 4), hex("08 01 3A 03 18 08 1E 10 08 02 09 01 09 02 0A 01 0A 02 0B 01 0B 02"));
     EXPECT_EQ(satz(b, 5), QByteArray("  V5.5 -2.12.2015   ") + hex("3D 23"));
-    EXPECT_EQ(satz(b, 6), NULL22);
-    EXPECT_EQ(satz(b, 7), NULL22);
+    EXPECT_EQ(b.mid(5 * 22, 2 * 22), QByteArray(2 * 22, '\0'));
     EXPECT_EQ(satz(b, 8), QByteArray("ffTuer oen            "));
     for (int nr = 9; nr <= 39; ++nr)
         EXPECT_EQ(satz(b, nr), LEER) << nr;
@@ -52,25 +51,34 @@ TEST_F(RecorderFiles, FirstGroupOfAHeadedFurnaceWritesHeaderAndGroupAtForty)
     EXPECT_EQ(plant.Charge_Nr[KOPF], 5);
     EXPECT_EQ(plant.Charge_Pos[KOPF], 0x24);
     EXPECT_EQ(plant.Charge_Start[KOPF], QStringLiteral("12.03.2024 08:30:16"));
-    const QByteArray cfg = inhalt(dir.filePath(QStringLiteral("Kalmeron.DAT")));
+    const QByteArray cfg = inhalt(pfad(QStringLiteral("Kalmeron.DAT")));
     ASSERT_GE(cfg.size(), 21 * 34);
     EXPECT_EQ(cfg.mid(10 * 34 + 4, 2), hex("24 00"));
     EXPECT_EQ(cfg.mid(10 * 34 + 14, 19), QByteArray("12.03.2024 08:30:16"));
     EXPECT_EQ(cfg.mid(20 * 34 + 4, 2), hex("05 00"));
     EXPECT_EQ(cfg.mid(20 * 34 + 14 + 16, 4), hex("05 00 00 00"));
     EXPECT_TRUE(logList.isEmpty());
+
+    // The mirror gets every record at the same number, the operator text too.
+    std::vector<i16> t = block(9001, 0, um(31));
+    text(t, 10, "Charge 4711 Kunde AB");
+    anbieten(KOPF, t);
+    gruppe(5, um(32));
+    b = inhalt(plant.Charge_Datei[KOPF]);
+    EXPECT_EQ(b.size(), 48 * 22);
+    EXPECT_EQ(satz(b, 43), hex("29 23") + QByteArray("Charge 471") + hex("BA 1A BB 1B BC 1C BD 1D BE 1E"));
+    EXPECT_EQ(inhalt(plant.Charge_Kopie[KOPF]), b);
+    EXPECT_NE(plant.Charge_Kopie[KOPF], plant.Charge_Datei[KOPF]);
 }
 
 TEST_F(RecorderFiles, CompactBlockIsStoredAsAGroupOf154)
 {
     // c13 = 0x6355: output 0x55 with high bits 3, bits 14 and 13 set.
-    std::vector<i16> c(16);
     const Stempel s = um(30, 16);
-    c = {131, s.a, s.b, 9, 0, 0x0102, 0x0304, static_cast<i16>(0x0506), static_cast<i16>(0x7F12), 640, 35,
-         1200, 1195, 0x6355, 0x1234, static_cast<i16>(0xABCD)};
     plant.Ofen_Typ[KOPF + 1] = static_cast<i16>(0x8000 | 240);
     plant.Adr_Trigger[KOPF] = 220;
-    anbieten(KOPF, c);
+    anbieten(KOPF, {131, s.a, s.b, 9, 0, 0x0102, 0x0304, static_cast<i16>(0x0506), static_cast<i16>(0x7F12), 640, 35,
+                    1200, 1195, 0x6355, 0x1234, static_cast<i16>(0xABCD)});
     const QByteArray b = inhalt(plant.Charge_Datei[KOPF]);
     ASSERT_EQ(b.size(), 43 * 22);
     EXPECT_EQ(satz(b, 40), hex("9A 00") + ZEIT + hex("B0 04 AB 04 75 00 09 00 00 00 02 01 04 03"));
@@ -96,22 +104,19 @@ TEST_F(RecorderFiles, CompactBlockIsStoredAsAGroupOf154)
 TEST_F(RecorderFiles, PlainFurnaceSingleSampleProgramTextAndOperatorText)
 {
     // Announcement: the batch opens, its file is created, nothing stored.
-    anbieten(EINFACH, {205, stempel(1, 2, 2024, 23, 59, 58).a, stempel(1, 2, 2024, 23, 59, 58).b});
+    const Stempel s = stempel(1, 2, 2024, 23, 59, 58);
+    anbieten(EINFACH, {205, s.a, s.b});
     const QString pfad = datei("D2312004XY 000005010224.OVD");
     ASSERT_TRUE(QFile::exists(pfad)) << dateien().join(' ').toStdString();
     EXPECT_EQ(inhalt(pfad).size(), 0);
 
     // An operator text into a file without records has no place and is lost.
-    std::vector<i16> t(20);
-    t[0] = 9001;
-    t[1] = stempel(1, 2, 2024, 23, 59, 58).a;
-    t[2] = stempel(1, 2, 2024, 23, 59, 58).b;
+    std::vector<i16> t = block(9001, 0, s);
     text(t, 10, "Charge 4711 Kunde AB");
     anbieten(EINFACH, t);
     EXPECT_EQ(inhalt(pfad).size(), 0);
 
     // A single sample: w3 / 10 and w4 / 10 round half to even, w5..w9 as they are.
-    const Stempel s = stempel(1, 2, 2024, 23, 59, 58);
     anbieten(EINFACH, {1, s.a, s.b, 1235, 1225, -1, 0x0102, 7, 8, -300});
     QByteArray b = inhalt(pfad);
     ASSERT_EQ(b.size(), 40 * 22);
@@ -119,10 +124,7 @@ TEST_F(RecorderFiles, PlainFurnaceSingleSampleProgramTextAndOperatorText)
     EXPECT_EQ(satz(b, 40), hex("01 00 01 02 18 17 3B 3A 7C 00 7A 00 FF FF 02 01 07 00 08 00 D4 FE"));
 
     // A program text: characters 1 and 2 in Minute and Sekunde, w32..w38 in Wert.
-    std::vector<i16> p(40);
-    p[0] = 159;
-    p[1] = s.a;
-    p[2] = s.b;
+    std::vector<i16> p = block(159, 0, s);
     text(p, 31, "Haerten 860 Grad");
     anbieten(EINFACH, p);
     b = inhalt(pfad);
@@ -144,21 +146,6 @@ TEST_F(RecorderFiles, PlainFurnaceSingleSampleProgramTextAndOperatorText)
     EXPECT_EQ(satz(b, 42), hex("2A 23") + QByteArray("1 Kunde CD") + QByteArray("n 860 Grad"));
 }
 
-TEST_F(RecorderFiles, MirrorGetsEveryRecordAtTheSameNumber)
-{
-    plant.Backup_Aktiv = -1;
-    gruppe(5, um(30, 16));
-    std::vector<i16> t = block(9001, 0, um(31));
-    text(t, 10, "Charge 4711 Kunde AB");
-    anbieten(KOPF, t);
-    gruppe(5, um(32));
-    const QByteArray b = inhalt(plant.Charge_Datei[KOPF]);
-    EXPECT_EQ(b.size(), 48 * 22);
-    EXPECT_EQ(satz(b, 43), hex("29 23") + QByteArray("Charge 471") + hex("BA 1A BB 1B BC 1C BD 1D BE 1E"));
-    EXPECT_EQ(inhalt(plant.Charge_Kopie[KOPF]), b);
-    EXPECT_NE(plant.Charge_Kopie[KOPF], plant.Charge_Datei[KOPF]);
-}
-
 TEST_F(RecorderFiles, CutOrJunkFileIsAppendedWithoutHarmToItsRecords)
 {
     gruppe(5, um(30, 16));
@@ -167,11 +154,7 @@ TEST_F(RecorderFiles, CutOrJunkFileIsAppendedWithoutHarmToItsRecords)
     QByteArray junk;
     for (int i = 0; i < 45 * 22 + 7; ++i)
         junk.append(static_cast<char>((i * 37 + 11) & 0xFF));
-    {
-        QFile f(pfad);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        f.write(junk);
-    }
+    roh(pfad, junk);
     gruppe(5, um(31));
     QByteArray b = inhalt(pfad);
     ASSERT_EQ(b.size(), 49 * 22);

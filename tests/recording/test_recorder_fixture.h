@@ -1,12 +1,14 @@
 #pragma once
-// A plant of two furnaces for the recorder tests, on real files in a
-// temporary folder: furnace 1 headed on Modbus (trigger at 400, 40 words),
-// furnace 2 plain (trigger at 90). Blocks are offered as the word decoder
-// hands them over: the words in the image, Datum_Log from the stamp, Log_Neu.
+// Helpers of the recording tests, on real files in a temporary folder, and a
+// plant of two furnaces for the recorder tests: furnace 1 headed on Modbus
+// (trigger at 400, 40 words), furnace 2 plain (trigger at 90). Blocks are
+// offered as the word decoder hands them over: the words in the image,
+// Datum_Log from the stamp, Log_Neu.
 
 #include "core/dates.h"
 #include "core/hooks.h"
 #include "core/plant_state.h"
+#include "recording/batch_file.h"
 #include "recording/recorder.h"
 #include "recording/recorder_block.h"
 
@@ -21,6 +23,35 @@ namespace kal::test {
 
 inline QByteArray hex(const char *text) { return QByteArray::fromHex(QByteArray(text).replace(' ', "")); }
 
+/// Two characters a word from w[from] on, first character in the low byte.
+template <typename Worte>
+void text(Worte &w, int from, const char *t)
+{
+    for (int i = 0; t[i] && t[i + 1]; i += 2)
+        w[from++] = static_cast<i16>(static_cast<uint8_t>(t[i]) | (static_cast<uint8_t>(t[i + 1]) << 8));
+}
+
+/// A temporary folder, and the bytes of the files in it.
+class DateiTest : public ::testing::Test {
+protected:
+    QTemporaryDir dir;
+
+    QString pfad(const QString &name) const { return dir.filePath(name); }
+    static QByteArray inhalt(const QString &p)
+    {
+        QFile f(p);
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+    }
+    static void roh(const QString &p, const QByteArray &bytes)
+    {
+        QFile f(p);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        f.write(bytes);
+    }
+    /// Record nr (from 1) of a file's bytes.
+    static QByteArray satz(const QByteArray &b, int nr) { return b.mid((nr - 1) * 22, 22); }
+};
+
 /// The PLC's packed time stamp (word A, word B).
 struct Stempel {
     i16 a, b;
@@ -32,13 +63,6 @@ inline Stempel stempel(int tag, int monat, int jahr, int stunde, int minute, int
 }
 /// 12.03.2024 08:mm:ss, the day of most tests.
 inline Stempel um(int minute, int sekunde = 0) { return stempel(12, 3, 2024, 8, minute, sekunde); }
-
-/// Two characters a word from `from` on, first character in the low byte.
-inline void text(std::vector<i16> &w, int from, const char *t)
-{
-    for (int i = 0; t[i] && t[i + 1]; i += 2)
-        w[from++] = static_cast<i16>(static_cast<uint8_t>(t[i]) | (static_cast<uint8_t>(t[i + 1]) << 8));
-}
 
 /// A 40-word block of kind `art` whose words differ in both bytes:
 /// w[n] = n * 256 + 0xA0 + n from w8 on, and w3..w7 as given below.
@@ -58,9 +82,8 @@ inline std::vector<i16> block(i16 art, i32 charge, Stempel s)
     return w;
 }
 
-class RecorderTest : public ::testing::Test {
+class RecorderTest : public DateiTest {
 protected:
-    QTemporaryDir dir;
     QStringList logList;
     std::vector<int> online;
 
@@ -99,7 +122,7 @@ protected:
 
     QString ordner(const char *name) const
     {
-        const QString p = dir.filePath(QString::fromLatin1(name));
+        const QString p = pfad(QString::fromLatin1(name));
         QDir().mkpath(p);
         return p;
     }
@@ -115,16 +138,9 @@ protected:
         Charge_Schreiben(f + 1);
         plant.Log_Neu[f] = 0;
     }
-    void gruppe(i32 charge, Stempel s, i16 art = 154) { anbieten(KOPF, block(art, charge, s)); }
+    void gruppe(i32 charge, Stempel s) { anbieten(KOPF, block(154, charge, s)); }
 
-    static QByteArray inhalt(const QString &pfad)
-    {
-        QFile f(pfad);
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-    }
-    /// Record nr (from 1) of a file's bytes.
-    static QByteArray satz(const QByteArray &b, int nr) { return b.mid((nr - 1) * 22, 22); }
-    QString datei(const char *name) const { return QDir(plant.Charge_Ordner[0]).filePath(QString::fromLatin1(name)); }
+    QString datei(const QString &name) const { return QDir(plant.Charge_Ordner[0]).filePath(name); }
     QStringList dateien() const { return QDir(plant.Charge_Ordner[0]).entryList(QDir::Files, QDir::Name); }
 };
 
