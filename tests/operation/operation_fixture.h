@@ -68,9 +68,7 @@ protected:
     QByteArray storeBytes() const
     {
         QFile f(storePath());
-        if (!f.open(QIODevice::ReadOnly))
-            return {};
-        return f.readAll();
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
     }
 
     /// Bytes of record `nr` (from 1) as they are on disk.

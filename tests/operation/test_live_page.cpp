@@ -52,7 +52,7 @@ QString dezimal(const char *zahl)
     return QString::fromLatin1(zahl).replace(QLatin1Char('.'), QLocale::system().decimalPoint());
 }
 
-TEST_F(LivePageTest, SegmentLineByKind)
+TEST_F(LivePageTest, SegmentLineByKindAndRemainingTime)
 {
     runningFurnace(0);
     struct Fall {
@@ -85,11 +85,8 @@ TEST_F(LivePageTest, SegmentLineByKind)
     Seite_Act(bild);
     EXPECT_EQ(zeile(0).Befehl, QStringLiteral("2000 Rampe  ( 12:05h)"));
     EXPECT_EQ(zeile(0).Soll_Bef, QString());
-}
 
-TEST_F(LivePageTest, RemainingTimeAbove99HoursKeepsThreeDigits)
-{
-    runningFurnace(0);
+    // The remaining time above 99 hours keeps three digits.
     plant.SPS_Wort(0, 41) = 1;
     plant.SPS_Wort(0, 57) = 12345; // 123.45 h left in the segment
     plant.SPS_Wort(0, 101) = 0;    // no further segment
@@ -101,7 +98,7 @@ TEST_F(LivePageTest, RemainingTimeAbove99HoursKeepsThreeDigits)
     EXPECT_EQ(zeile(0).Befehl, QStringLiteral("1 Rampe  (123:27h)"));
 }
 
-TEST_F(LivePageTest, StateTextsOfAPlainFurnace)
+TEST_F(LivePageTest, StateTextsAndColoursOfAPlainFurnace)
 {
     runningFurnace(1);
     plant.SPS_Wort(1, 16) = 7; // a timed start waits for 7:05
@@ -127,9 +124,14 @@ TEST_F(LivePageTest, StateTextsOfAPlainFurnace)
         EXPECT_EQ(zeile(1).Status, QString::fromUtf8(f.text));
         EXPECT_EQ(zeile(1).Status_Farbe, f.farbe) << f.text;
     }
+    // The table values are blue-green-red; painted as red-green-blue.
+    EXPECT_EQ(Farbe_RGB(Farbe_Stoerung), 0xFFFF8080u);
+    EXPECT_EQ(Farbe_RGB(Farbe_Warnung), 0xFFFFFF00u);
+    EXPECT_TRUE(Ist_Systemfarbe(Farbe_Normal));
+    EXPECT_FALSE(Ist_Systemfarbe(Farbe_Warnung));
 }
 
-TEST_F(LivePageTest, FaultBlinksAgainstTheStateColour)
+TEST_F(LivePageTest, FaultBlinksAgainstTheStateColourAlsoOnType4)
 {
     runningFurnace(0);
     plant.SPS_Wort(0, 88) = 1;
@@ -147,10 +149,9 @@ TEST_F(LivePageTest, FaultBlinksAgainstTheStateColour)
     EXPECT_EQ(zeile(3).Status, QStringLiteral("Connect"));
     EXPECT_EQ(blink(4, 2), (QList<Farbwert>{Farbe_Normal, Farbe_Normal}));
     EXPECT_EQ(zeile(4).Status, QStringLiteral("Offline"));
-}
 
-TEST_F(LivePageTest, Type4FurnaceShowsOnlyItsStatusColour)
-{
+    // A type 4 furnace shows only its status colour; any bit of word 87 is a
+    // fault from type 4 on.
     runningFurnace(2);
     plant.Ofen_Typ[3] = 4;
     Seite_Act(bild);
@@ -158,8 +159,7 @@ TEST_F(LivePageTest, Type4FurnaceShowsOnlyItsStatusColour)
     EXPECT_EQ(zeile(2).Status, QString());
     for (const QString *t : {&zeile(2).Sollwert, &zeile(2).Istwert, &zeile(2).Befehl, &zeile(2).Soll_Bef, &zeile(2).Stellwert})
         EXPECT_EQ(*t, QString());
-
-    plant.SPS_Wort(2, 87) = 0x01; // any bit of word 87 is a fault from type 4 on
+    plant.SPS_Wort(2, 87) = 0x01;
     EXPECT_EQ(blink(2, 3), (QList<Farbwert>{Farbe_Stoerung, Farbe_Aktiv, Farbe_Stoerung}));
     EXPECT_EQ(zeile(2).Status, QStringLiteral("Fehler"));
 }
@@ -226,15 +226,6 @@ TEST_F(LivePageTest, RefreshWaitsThreeCountsAfterEachRefresh)
     }
     EXPECT_EQ(gelaufen, (QList<bool>{true, false, false, true, false, false, true, false}));
     EXPECT_EQ(Seite.Zeile[0].Status_Farbe, Farbe_Stoerung); // three refreshes: red, face, red
-}
-
-TEST_F(LivePageTest, TableColoursPaintAsRgb)
-{
-    EXPECT_EQ(Farbe_RGB(Farbe_Stoerung), 0xFFFF8080u);
-    EXPECT_EQ(Farbe_RGB(Farbe_Warnung), 0xFFFFFF00u);
-    EXPECT_EQ(Farbe_RGB(Farbe_Aktiv), 0xFF80FF80u);
-    EXPECT_TRUE(Ist_Systemfarbe(Farbe_Normal));
-    EXPECT_FALSE(Ist_Systemfarbe(Farbe_Warnung));
 }
 
 } // namespace

@@ -81,38 +81,33 @@ TEST_F(MessagesViewTest, LampsFollowTheConfigurationWord)
     EXPECT_EQ(lampen[1].farbe[3], Farbe_Normal);
 }
 
-TEST_F(MessagesViewTest, CaptionsAndBoxesOfBothModes)
+TEST_F(MessagesViewTest, CaptionsBoxesAndQuittOfBothModes)
 {
+    plant.Ofen_UDP[2] = 0; // Modbus furnace
     std::array<QString, 8> nurZurueck;
     nurZurueck[7] = QStringLiteral("zurück");
     Alarme_Oeffnen(false);
     EXPECT_EQ(Tasten_Texte(), nurZurueck);
-    plant.Seite_Ofen = 3; // the furnace selected on the live page
-    EXPECT_EQ(Tasten_Texte()[6], QStringLiteral("Quitt Ofen 3          "));
-    EXPECT_EQ(Alarme_Titel(), QStringLiteral("Meldungen"));
-    EXPECT_EQ(Check_Text(2), QStringLiteral("3:Ofen 3          "));
-    EXPECT_FALSE(Check_Sichtbar(5)); // not enabled: hidden in normal mode
-
-    Alarme_Oeffnen(true);
-    EXPECT_TRUE(Check_Sichtbar(5));
-    // No line chosen yet: no SMS caption; no acknowledge in this mode.
-    EXPECT_EQ(Tasten_Texte(), nurZurueck);
-}
-
-TEST_F(MessagesViewTest, QuittSendsCommand4ToWord30OfTheSelectedFurnace)
-{
-    plant.Ofen_UDP[2] = 0; // Modbus furnace
-    Alarme_Oeffnen(false);
     EXPECT_EQ(Taste_Klick(6, 0), Tasten_Folge::Nichts); // caption empty: nothing
     EXPECT_TRUE(sockets[2]->sent.isEmpty());
 
+    // Quitt sends command 4 to word 30 of the furnace selected on the live page.
     plant.Seite_Ofen = 3;
+    EXPECT_EQ(Tasten_Texte()[6], QStringLiteral("Quitt Ofen 3          "));
     Taste_Klick(6, -1); // only the captions
     EXPECT_TRUE(sockets[2]->sent.isEmpty());
     Taste_Klick(6, 0);
     ASSERT_EQ(sockets[2]->sent.size(), 1);
     EXPECT_EQ(sockets[2]->sent[0], hex("00 00 00 00 00 09 01 10 00 1E 00 01 02 00 04"));
     EXPECT_EQ(Taste_Klick(7, 0), Tasten_Folge::Schliessen);
+
+    EXPECT_EQ(Alarme_Titel(), QStringLiteral("Meldungen"));
+    EXPECT_EQ(Check_Text(2), QStringLiteral("3:Ofen 3          "));
+    EXPECT_FALSE(Check_Sichtbar(5)); // not enabled: hidden in normal mode
+    Alarme_Oeffnen(true);
+    EXPECT_TRUE(Check_Sichtbar(5));
+    // No line chosen yet: no SMS caption; no acknowledge in this mode.
+    EXPECT_EQ(Tasten_Texte(), nurZurueck);
 }
 
 TEST_F(MessagesViewTest, SmsOnUpdatesTheWordSmsOffUpdatesWord96)
