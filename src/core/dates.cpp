@@ -288,25 +288,45 @@ QString Datum_Voll(const QString &text)
            QLatin1Char(':') + zwei(d.time().second());
 }
 
+namespace {
+
+/// The six fields of a date text read by column.
+struct Felder {
+    int day = 0, month = 0, year = 0, hour = 0, minute = 0, second = 0;
+};
+
+/// Reads TT.MM.JJJJ HH:MM:SS (19 characters; its year at column `jahrSpalte`
+/// with `jahrBreite` digits) or TT.MM.JJ HH:MM:SS (17 characters). Another
+/// length leaves every field 0 and gives false.
+bool felderLesen(const QString &t, int jahrSpalte, int jahrBreite, Felder &f)
+{
+    int zeit; // column of the hour
+    if (t.size() == 19) {
+        f.year = feld(t, jahrSpalte, jahrBreite);
+        zeit = 12;
+    } else if (t.size() == 17) {
+        f.year = feld(t, 7, 2);
+        zeit = 10;
+    } else {
+        return false;
+    }
+    f.day = feld(t, 1, 2);
+    f.month = feld(t, 4, 2);
+    f.hour = feld(t, zeit, 2);
+    f.minute = feld(t, zeit + 3, 2);
+    f.second = feld(t, zeit + 6, 2);
+    return true;
+}
+
+} // namespace
+
 QDateTime Datum_Parse(const QString &text)
 {
     const QString t = Text_Sauber(text);
-    int day = 0, month = 0, year = 0, hour = 0, minute = 0, second = 0;
-    if (t.size() == 19) {
-        day = feld(t, 1, 2);
-        month = feld(t, 4, 2);
-        year = feld(t, 7, 4);
-        hour = feld(t, 12, 2);
-        minute = feld(t, 15, 2);
-        second = feld(t, 18, 2);
-    } else if (t.size() == 17) {
-        day = feld(t, 1, 2);
-        month = feld(t, 4, 2);
-        year = feld(t, 7, 2);
-        hour = feld(t, 10, 2);
-        minute = feld(t, 13, 2);
-        second = feld(t, 16, 2);
-    }
+    Felder f;
+    felderLesen(t, 7, 4, f);
+    int day = f.day, month = f.month, year = f.year;
+    const int hour = f.hour, minute = f.minute, second = f.second;
     if (year >= 100)
         year -= 2000;
     // Six tests. The hour may be 24 (it then runs into the next day), and a
@@ -348,26 +368,14 @@ QDateTime Datum_Bau(int &day, int &month, int year, int hour, int minute, int se
 
 QString Datum_Sort(const QString &text)
 {
-    int day, month, year, hour, minute, second;
-    if (text.size() == 19) {
-        // The four-digit year is read by its last two digits.
-        day = feld(text, 1, 2);
-        month = feld(text, 4, 2);
-        year = feld(text, 9, 2);
-        hour = feld(text, 12, 2);
-        minute = feld(text, 15, 2);
-        second = feld(text, 18, 2);
-    } else if (text.size() == 17) {
-        day = feld(text, 1, 2);
-        month = feld(text, 4, 2);
-        year = feld(text, 7, 2);
-        hour = feld(text, 10, 2);
-        minute = feld(text, 13, 2);
-        second = feld(text, 16, 2);
-    } else {
+    // The four-digit year of the long form is read by its last two digits.
+    Felder f;
+    if (!felderLesen(text, 9, 2, f)) {
         plant.Datum_Sort_OK = 0;
         return QString();
     }
+    const int day = f.day, month = f.month, year = f.year, hour = f.hour, minute = f.minute,
+              second = f.second;
     const bool ok = year >= 6 && month >= 1 && month <= 12 && day >= 1 && day <= 31 && hour <= 23 &&
                     minute <= 59 && second <= 59;
     plant.Datum_Sort_OK = ok ? -1 : 0;
