@@ -1,11 +1,12 @@
 #pragma once
 // A clean plant with its data folder in a temporary folder, the German texts,
-// scripted dialogs and a pinned clock (17 May 2024).
+// scripted dialogs, no hooks and a pinned clock (17 May 2024).
 
 #include "config/languages.h"
 #include "config/paths.h"
 #include "core/dates.h"
 #include "core/dialogs.h"
+#include "core/hooks.h"
 #include "core/plant_state.h"
 
 #include <QDir>
@@ -15,6 +16,19 @@
 
 namespace kal::test {
 
+inline void writeFile(const QString &path, const QByteArray &bytes)
+{
+    QFile f(path);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    f.write(bytes);
+}
+
+inline QByteArray readFile(const QString &path)
+{
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
 class ConfigFixture : public ::testing::Test {
 protected:
     QTemporaryDir tmp;
@@ -23,6 +37,7 @@ protected:
     void SetUp() override
     {
         resetPlant();
+        hooks = Hooks{};
         Sprachtext_Fuellen();
         setDialogs(&dlg);
         setJetzt(QDateTime(QDate(2024, 5, 17), QTime(10, 30, 0), Qt::UTC));
@@ -31,6 +46,7 @@ protected:
     }
     void TearDown() override
     {
+        hooks = Hooks{};
         setDialogs(nullptr);
         setJetzt(QDateTime());
         Daten_Ordner_Option.clear();
@@ -38,17 +54,8 @@ protected:
     }
 
     QString configPath() const { return Daten_Datei(QStringLiteral("Kalmeron.DAT")); }
-    QByteArray configBytes() const
-    {
-        QFile f(configPath());
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-    }
-    void writeConfig(const QByteArray &bytes) const
-    {
-        QFile f(configPath());
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        f.write(bytes);
-    }
+    QByteArray configBytes() const { return readFile(configPath()); }
+    void writeConfig(const QByteArray &bytes) const { writeFile(configPath(), bytes); }
     /// The log book, USB and CSV folders at their defaults: reading asks nothing.
     void makeDefaultFolders() const
     {

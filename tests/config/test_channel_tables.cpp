@@ -71,10 +71,9 @@ TEST_F(ChannelTables, PlainFurnaceGetsTheFixedTable)
         EXPECT_EQ(plant.Kanal_Status(3, z.k), z.k == 3 ? TRUE16 : 0);
     }
     // Set point, actual value, output and state share the parameter words of the one controller.
-    for (int k = 0; k < 4; ++k)
-        EXPECT_EQ((std::vector<int>{plant.Reg_Adr(3, 4 * k), plant.Reg_Adr(3, 4 * k + 1),
-                                    plant.Reg_Adr(3, 4 * k + 2), plant.Reg_Adr(3, 4 * k + 3)}),
-                  (std::vector<int>{47, 48, 49, 52}));
+    const int parameter[] = {47, 48, 49, 52};
+    for (int k = 0; k < 16; ++k)
+        EXPECT_EQ(plant.Reg_Adr(3, k), parameter[k % 4]) << k;
     EXPECT_EQ(plant.Reg_Adr(3, 16), 0);
 
     plant.Ofen_Serie[2] = QStringLiteral("0708-001-QRV");
@@ -169,7 +168,7 @@ TEST_F(ChannelTables, ChannelCountBetweenFourAndEleven)
 }
 
 // Kinds 0..3 are a reading of this station; the others depend on the unit code.
-TEST_F(ChannelTables, NamesAndUnitsByKindAndUnitCode)
+TEST_F(ChannelTables, NamesAndUnitsByKindUnitCodeAndSubCode)
 {
     const struct { int a; const char *name, *einheit; } faelle[] = {
         {0x000, "Vorwärm   ", "     "}, {0x101, "Vorwärm   ", " °C  "},  {0x402, "Begasung ", " m³/h"},
@@ -180,10 +179,8 @@ TEST_F(ChannelTables, NamesAndUnitsByKindAndUnitCode)
     for (const auto &c : faelle)
         EXPECT_EQ(benannt(c.a), std::make_pair(QString::fromUtf8(c.name), QString::fromUtf8(c.einheit)))
             << std::hex << c.a;
-}
 
-TEST_F(ChannelTables, NameCompletionFromTheSubCode)
-{
+    // With A bit 12 the sub-code completes the name, and the channel number follows.
     EXPECT_EQ(benannt(0x101A, 0).first, QStringLiteral("R Sollwert 1"));
     EXPECT_EQ(benannt(0x106B, 1).first, QStringLiteral("  L Istwert 2"));
     EXPECT_EQ(benannt(0x1889, 2).first, QStringLiteral("Tür Zone 3      "));

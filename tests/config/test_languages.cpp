@@ -1,18 +1,16 @@
 // The language table, the site text file, the table file and the language switch.
 
-#include "config/language_files.h"
-#include "config/languages.h"
-#include "core/conversions.h"
-#include "core/hooks.h"
+#include "config_fixture.h"
 
-#include <QFile>
+#include "config/language_files.h"
+#include "core/conversions.h"
+
 #include <QRegularExpression>
-#include <QTemporaryDir>
-#include <gtest/gtest.h>
 
 #include <set>
 
 using namespace kal;
+using namespace kal::test;
 
 namespace {
 
@@ -25,69 +23,28 @@ bool isPartialRow(int id)
            (id >= 161 && id <= 171);
 }
 
-void writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile f(path);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    f.write(bytes);
-}
-
-QByteArray readFile(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
-class LanguageTest : public ::testing::Test {
+class LanguageTest : public ConfigFixture {
 protected:
-    void SetUp() override
-    {
-        resetPlant();
-        hooks = Hooks{};
-        Sprachtext_Fuellen();
-        ASSERT_TRUE(dir.isValid());
-        plant.Pfad[0] = dir.path();
-    }
-    void TearDown() override { hooks = Hooks{}; }
-
-    QString file(const char *name) const { return dir.filePath(QLatin1String(name)); }
     int site(const QByteArray &lines)
     {
-        writeFile(file("OVDSMELD.TXT"), lines);
-        return readSiteTexts(file("OVDSMELD.TXT"));
+        writeFile(Daten_Datei(MELD_TABELLE_DATEI), lines);
+        return readSiteTexts(Daten_Datei(MELD_TABELLE_DATEI));
     }
-
-    QTemporaryDir dir;
 };
 
 } // namespace
 
-TEST_F(LanguageTest, GivenRowsAreExact)
+// The crossed Italian and Spanish columns, the one text wider than its row
+// (kept whole), and the numbered rows counted from their first shown number.
+TEST_F(LanguageTest, LanguageNamesWideRowAndNumberedRows)
 {
-    const std::vector<std::pair<int, std::vector<const char *>>> rows = {
-        {0, {"Ofen", "furnace", "Four", "forno", "Horno", "Oven"}},
-        {10, {"Rampe", "ramp", "Rampe", "rampa", "Rampa", "rampe"}},
-        {18, {"kommt", "coming", "arrive", "arriva", "viene", "komt"}},
-        {48, {"Meldungen", "messages", "Messages", "avvisi", "Mensajes", "Meldingen"}},
-        {104, {"Tür geöffnet", "door opened", "Porte ouverte", "porta aperta", "Puerta abierta",
-               "Deur geopend"}},
-    };
-    for (const auto &[id, texts] : rows)
-        for (int col = 0; col < SPRACHEN; ++col)
-            EXPECT_EQ(plant.Sprachtext(col, id), QString::fromUtf8(texts[col])) << id << "/" << col;
-
-    EXPECT_EQ(de(90), QStringLiteral("Auswahl Progamme"));
+    EXPECT_EQ(plant.Sprachtext(3, languageNameId(3)), QStringLiteral("italiano"));
+    EXPECT_EQ(plant.Sprachtext(4, languageNameId(4)), QString::fromUtf8("Español"));
     EXPECT_EQ(de(148), QString::fromUtf8("Das Programm ist für diesen Ofen ungültig!"));
-    EXPECT_EQ(de(167), QStringLiteral("Abluft     "));
-    EXPECT_EQ(de(170), QStringLiteral("Aufgabe "));
     EXPECT_EQ(de(110), QStringLiteral("Fehler Heizung 1"));
     EXPECT_EQ(de(115), QStringLiteral("Fehler Heizung 6"));
     EXPECT_EQ(de(130), QStringLiteral("Meldung 31"));
     EXPECT_EQ(de(132), QStringLiteral("Meldung 33"));
-
-    // Columns 3 and 4 hold Italian and Spanish; rows 75 and 74 name them.
-    EXPECT_EQ(plant.Sprachtext(3, languageNameId(3)), QStringLiteral("italiano"));
-    EXPECT_EQ(plant.Sprachtext(4, languageNameId(4)), QString::fromUtf8("Español"));
 }
 
 // Every row is filled where a text is due, fits its width and the 8-bit code
@@ -147,10 +104,8 @@ TEST_F(LanguageTest, SiteLinesOfTheWrongFormAreSkipped)
     EXPECT_EQ(plant.Sprachtext(1, 171), QStringLiteral("exit      "));
 }
 
-TEST_F(LanguageTest, SiteLinesSetTextsCutToTheRowWidth)
+TEST_F(LanguageTest, SiteLinesSetTextsAndMessagesCutToTheRowWidth)
 {
-    EXPECT_TRUE(applySiteLine(QStringLiteral("EN_001;0;kiln")));
-    EXPECT_EQ(plant.Sprachtext(1, 0), QStringLiteral("kiln"));
     // Row 0 is 12 wide.
     EXPECT_TRUE(applySiteLine(QStringLiteral("FR_001;3;Four de trempe sous vide")));
     EXPECT_EQ(plant.Sprachtext(2, 0), QStringLiteral("Four de trem"));
@@ -165,10 +120,7 @@ TEST_F(LanguageTest, SiteLinesSetTextsCutToTheRowWidth)
     // Channel names are padded to their fixed width again.
     EXPECT_TRUE(applySiteLine(QStringLiteral("EN_162;0;hall")));
     EXPECT_EQ(plant.Sprachtext(1, 161), QStringLiteral("hall      "));
-}
 
-TEST_F(LanguageTest, SiteMessagesGoToTheFurnacesOnly)
-{
     // NNN 105 is message 5 (row 104): digit 0 all furnaces, 1..8 one furnace.
     EXPECT_TRUE(applySiteLine(QStringLiteral("EN_105;0;door open")));
     EXPECT_TRUE(applySiteLine(QStringLiteral("EN_105;3;loading door open")));
@@ -207,14 +159,16 @@ TEST_F(LanguageTest, SiteFileWithFewLinesLeavesTheRestBuiltIn)
     EXPECT_EQ(site(QByteArray("DE_027;0;Men\xfc") + "\r\n"), 1);
     EXPECT_EQ(de(26), QString::fromUtf8("Menü"));
 
-    EXPECT_EQ(readSiteTexts(file("missing.txt")), 0);
+    EXPECT_EQ(readSiteTexts(Daten_Datei(QStringLiteral("missing.txt"))), 0);
 }
 
-TEST_F(LanguageTest, TableFileRecordsHaveTheirExactLayout)
+// The table file's records byte by byte. Its lines need the furnace digit in
+// place of the width to act as site lines; so edited, they give every entry
+// back as written.
+TEST_F(LanguageTest, TableFileLayoutAndItsLinesReadBackAsSiteLines)
 {
-    const QString path = file("KM_SP.LNG");
-    ASSERT_TRUE(writeLanguageTable(path));
-    const QByteArray all = readFile(path);
+    ASSERT_TRUE(writeLanguageTable(Daten_Datei(SPRACH_DATEI)));
+    const QByteArray all = readFile(Daten_Datei(SPRACH_DATEI));
     ASSERT_EQ(all.size(), SPRACH_IDS * SPRACH_SATZ);
 
     // Parts in the order DE, EN, FR, SP, IT, NL; "SP" carries Italian, "IT" Spanish.
@@ -234,21 +188,16 @@ TEST_F(LanguageTest, TableFileRecordsHaveTheirExactLayout)
     // Empty entries are blank fields.
     EXPECT_EQ(all.mid(98 * SPRACH_SATZ + 5 * 52, 52), QByteArray("NL_099;12;") + QByteArray(40, ' ') + "\r\n");
     EXPECT_EQ(all.mid(171 * SPRACH_SATZ, 10), QByteArray("DE_172;10;"));
-}
 
-TEST_F(LanguageTest, TableFileLinesNeedTheFurnaceDigitToActAsSiteLines)
-{
-    ASSERT_TRUE(writeLanguageTable(file("KM_SP.LNG")));
-    const QByteArray table = readFile(file("KM_SP.LNG"));
     // As written, the width stands where a site line has the furnace digit.
-    EXPECT_EQ(site(table), 0);
+    EXPECT_EQ(site(all), 0);
 
     // Keep what was written, then spoil every entry, and read the edited lines back.
     auto saved = plant.Sprachtext;
     plant.Sprachtext.fill(QStringLiteral("x"));
     for (int m = 0; m < MELD_PRO_OFEN; ++m)
         Meldtext[m].fill(QStringLiteral("x"));
-    QString edited = Latin1Text(table);
+    QString edited = Latin1Text(all);
     edited.replace(QRegularExpression(QStringLiteral("(?<=^.._\\d\\d\\d;)\\d\\d(?=;)"),
                                       QRegularExpression::MultilineOption),
                    QStringLiteral("0"));
@@ -308,7 +257,7 @@ TEST_F(LanguageTest, SwitchCarriesTheLanguageIntoCommandsMessagesAndStates)
 
 TEST_F(LanguageTest, LoaderReadsTheDataFolderAndNamesTracksOfPlainFurnaces)
 {
-    writeFile(file("OVDSMELD.TXT"), "EN_001;0;kiln\r\n");
+    writeFile(Daten_Datei(MELD_TABELLE_DATEI), "EN_001;0;kiln\r\n");
     plant.Ofen_Typ[1] = 0;
     plant.Ofen_Typ[2] = static_cast<i16>(0x9000 | 50); // version word: the PLC gives the names
     plant.Spur(1, 0) = QStringLiteral("Argon");

@@ -79,6 +79,8 @@ TEST_F(Paths, FolderCheckTakesDefaultsAndAsksBeforeCreating)
     EXPECT_FALSE(QFile::exists(configPath()));
 }
 
+// The year folders of the log book and of the mirror; a mirror that is the
+// log book's year folder, however written, switches the mirror off.
 TEST_F(Paths, YearFoldersAndMirrorFolder)
 {
     plant.Pfad[1] = tmp.filePath(QStringLiteral("log"));
@@ -93,17 +95,6 @@ TEST_F(Paths, YearFoldersAndMirrorFolder)
     EXPECT_EQ(plant.Backup_Aktiv, TRUE16);
     EXPECT_TRUE(dlg.shown.empty());
 
-    // A year folder under a log book folder that the user refused is not forced.
-    plant.Pfad[1] = tmp.filePath(QStringLiteral("abgelehnt"));
-    Backup_Pruefen();
-    EXPECT_FALSE(QFileInfo::exists(plant.Charge_Ordner[0]));
-}
-
-TEST_F(Paths, MirrorEqualToTheYearFolderIsSwitchedOff)
-{
-    plant.Pfad[1] = tmp.filePath(QStringLiteral("log"));
-    QDir().mkpath(plant.Pfad[1]);
-    // The same folder written another way is still the same folder.
     for (const QString &mirror : {plant.Pfad[1], tmp.filePath(QStringLiteral("log/../log"))}) {
         dlg.shown.clear();
         plant.Pfad[4] = mirror;
@@ -114,6 +105,11 @@ TEST_F(Paths, MirrorEqualToTheYearFolderIsSwitchedOff)
                   QStringList{QStringLiteral("Backup-Folder ") + plant.Charge_Ordner[1] +
                               QStringLiteral("\nis the same as the Logfile-Folder!\nselect a real FOLDER!")});
     }
+
+    // A year folder under a log book folder that the user refused is not forced.
+    plant.Pfad[1] = tmp.filePath(QStringLiteral("abgelehnt"));
+    Backup_Pruefen();
+    EXPECT_FALSE(QFileInfo::exists(plant.Charge_Ordner[0]));
 }
 
 } // namespace

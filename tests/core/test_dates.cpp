@@ -83,7 +83,7 @@ TEST_F(DatesTest, DateDiffCountsBoundariesNotElapsedTime)
     EXPECT_EQ(DateDiff("h", W(2011, 2, 28), W(2011, 3, 1)), 24);
 }
 
-TEST_F(DatesTest, DatumTextForms)
+TEST_F(DatesTest, DatumTextFormsValidityAndFullForm)
 {
     const QDateTime d = W(2012, 3, 1, 7, 5, 9);
     EXPECT_EQ(Datum_Text(d, "TTMMJJHHMM"), "01.03.12 07:05");
@@ -97,57 +97,6 @@ TEST_F(DatesTest, DatumTextForms)
     EXPECT_EQ(Datum_Wert(" 01/03/2012 "), W(2012, 3, 1));
     EXPECT_FALSE(Datum_Wert("31.02.2012 00:00:00").isValid());
     EXPECT_FALSE(Datum_Wert("01.03.2012 24:00:00").isValid());
-}
-
-TEST_F(DatesTest, DatumParseReadsBothLengthsAndBuildsInOrder)
-{
-    EXPECT_EQ(Datum_Parse("24.12.2011 18:30:15"), W(2011, 12, 24, 18, 30, 15));
-    EXPECT_EQ(plant.Datum_OK, -1);
-    // Control characters and trailing blanks of a fixed field go first.
-    plant.Datum_OK = 0;
-    EXPECT_EQ(Datum_Parse(QString("24.12.11 18:30:15") + QChar(0) + "  "), W(2011, 12, 24, 18, 30, 15));
-    EXPECT_EQ(plant.Datum_OK, -1);
-    // Another length: every field 0, the base date, the flag cleared.
-    EXPECT_EQ(Datum_Parse("24.12.2011 18:30"), W(2000, 1, 1));
-    EXPECT_EQ(plant.Datum_OK, 0);
-
-    // Day 31 of month 2: 1 Jan + 30 days = 31 Jan, + 1 month = 29 Feb 2000,
-    // then the years. Not rejected.
-    EXPECT_EQ(Datum_Parse("31.02.2012 00:00:00"), W(2012, 2, 29));
-    EXPECT_EQ(plant.Datum_OK, -1);
-    EXPECT_EQ(Datum_Parse("31.02.2013 00:00:00"), W(2013, 2, 28));
-    // An hour of 24 passes and runs into the next day.
-    EXPECT_EQ(Datum_Parse("31.12.2011 24:00:00"), W(2012, 1, 1));
-    EXPECT_EQ(plant.Datum_OK, -1);
-}
-
-TEST_F(DatesTest, DatumParseSixTests)
-{
-    const std::pair<const char *, int16_t> faelle[] = {
-        {"01.01.2001 00:00:00", -1}, {"01.01.2000 00:00:00", 0}, {"15.06.2024 23:59:59", -1},
-        {"01.01.2025 00:00:00", 0},  {"00.05.2011 10:00:00", 0}, {"32.05.2011 10:00:00", 0},
-        {"10.13.2011 10:00:00", 0},  {"10.05.2011 25:00:00", 0}, {"10.05.2011 10:60:00", 0},
-        {"10.05.11 10:00:60", 0},
-    };
-    for (auto [text, ok] : faelle) {
-        plant.Datum_OK = ok ? 0 : -1;
-        Datum_Parse(text);
-        EXPECT_EQ(plant.Datum_OK, ok) << text;
-    }
-    setJetzt(W(2030, 1, 1)); // the present year comes from the clock
-    Datum_Parse("01.01.2025 00:00:00");
-    EXPECT_EQ(plant.Datum_OK, -1);
-}
-
-TEST_F(DatesTest, DatumBauGueltigAndVoll)
-{
-    int day = 31, month = 3;
-    EXPECT_EQ(Datum_Bau(day, month, 2012, 6, 7, 8), W(2012, 3, 31, 6, 7, 8));
-    EXPECT_EQ(day, 30);
-    EXPECT_EQ(month, 2);
-    day = month = 1;
-    EXPECT_EQ(Datum_Bau(day, month, 0, 0, 0, 0), W(2000, 1, 1));
-    EXPECT_EQ(day + month, 2);
 
     EXPECT_EQ(Datum_Gueltig(W(2005, 12, 31, 23, 59, 59)), "False");
     EXPECT_EQ(Datum_Gueltig(W(2006, 1, 1)), "True");
@@ -159,6 +108,52 @@ TEST_F(DatesTest, DatumBauGueltigAndVoll)
     EXPECT_EQ(Datum_Voll("01.03.0101 07:05:09"), "01.03.0101 07:05:09");
     EXPECT_EQ(Datum_Voll(""), "");
     EXPECT_EQ(Datum_Parse(Datum_Voll("29.02.12 23:59:58")), W(2012, 2, 29, 23, 59, 58));
+}
+
+TEST_F(DatesTest, DatumParseReadsBothLengthsAndTestsEachField)
+{
+    EXPECT_EQ(Datum_Parse("24.12.2011 18:30:15"), W(2011, 12, 24, 18, 30, 15));
+    EXPECT_EQ(plant.Datum_OK, -1);
+    // Control characters and trailing blanks of a fixed field go first.
+    plant.Datum_OK = 0;
+    EXPECT_EQ(Datum_Parse(QString("24.12.11 18:30:15") + QChar(0) + "  "), W(2011, 12, 24, 18, 30, 15));
+    EXPECT_EQ(plant.Datum_OK, -1);
+    // Another length: every field 0, the base date, the flag cleared.
+    EXPECT_EQ(Datum_Parse("24.12.2011 18:30"), W(2000, 1, 1));
+    EXPECT_EQ(plant.Datum_OK, 0);
+
+    // Datum_Bau hands day and month back reduced by 1 when they were above 1.
+    int day = 31, month = 3;
+    EXPECT_EQ(Datum_Bau(day, month, 2012, 6, 7, 8), W(2012, 3, 31, 6, 7, 8));
+    EXPECT_EQ(day, 30);
+    EXPECT_EQ(month, 2);
+    day = month = 1;
+    EXPECT_EQ(Datum_Bau(day, month, 0, 0, 0, 0), W(2000, 1, 1));
+    EXPECT_EQ(day + month, 2);
+    // Day 31 of month 2: 1 Jan + 30 days = 31 Jan, + 1 month = 29 Feb 2000,
+    // then the years. Not rejected.
+    EXPECT_EQ(Datum_Parse("31.02.2012 00:00:00"), W(2012, 2, 29));
+    EXPECT_EQ(plant.Datum_OK, -1);
+    EXPECT_EQ(Datum_Parse("31.02.2013 00:00:00"), W(2013, 2, 28));
+    // An hour of 24 passes and runs into the next day.
+    EXPECT_EQ(Datum_Parse("31.12.2011 24:00:00"), W(2012, 1, 1));
+    EXPECT_EQ(plant.Datum_OK, -1);
+
+    // The six tests of the flag, each on its own; the present year comes from the clock.
+    const std::pair<const char *, int16_t> faelle[] = {
+        {"01.01.2001 00:00:00", -1}, {"01.01.2000 00:00:00", 0}, {"15.06.2024 23:59:59", -1},
+        {"01.01.2025 00:00:00", 0},  {"00.05.2011 10:00:00", 0}, {"32.05.2011 10:00:00", 0},
+        {"10.13.2011 10:00:00", 0},  {"10.05.2011 25:00:00", 0}, {"10.05.2011 10:60:00", 0},
+        {"10.05.11 10:00:60", 0},
+    };
+    for (auto [text, ok] : faelle) {
+        plant.Datum_OK = ok ? 0 : -1;
+        Datum_Parse(text);
+        EXPECT_EQ(plant.Datum_OK, ok) << text;
+    }
+    setJetzt(W(2030, 1, 1));
+    Datum_Parse("01.01.2025 00:00:00");
+    EXPECT_EQ(plant.Datum_OK, -1);
 }
 
 TEST_F(DatesTest, DatumSortGivesSortableText)
@@ -183,7 +178,7 @@ TEST_F(DatesTest, DatumSortGivesSortableText)
     EXPECT_EQ(plant.Datum_Sort_OK, 0);
 }
 
-TEST_F(DatesTest, SpsDatumUnpacksBitFields)
+TEST_F(DatesTest, SpsDatumUnpacksBitFieldsAndSetsItsFlag)
 {
     // Raw words: 0x0C8C = day 1, month 9, year 12; 0x9C3D = 19:33:58.
     EXPECT_EQ(SPS_Datum(0x0C8C, static_cast<int16_t>(0x9C3D)), "01.09.2012 19:33:58");
@@ -197,10 +192,7 @@ TEST_F(DatesTest, SpsDatumUnpacksBitFields)
     EXPECT_EQ(SPS_Datum(wortA(5, 6, 12), static_cast<int16_t>((7 << 11) | (8 << 5) | 30)),
               "05.06.2012 07:09:00");
     EXPECT_EQ(plant.SPS_Datum_OK, 0);
-}
 
-TEST_F(DatesTest, SpsDatumFlagKeepsPreviousValueForEarlyYears)
-{
     // Word A 0: the base date; month 0 clears whatever the flag held.
     plant.SPS_Datum_OK = -1;
     EXPECT_EQ(SPS_Datum(0, 0), "01.01.2000 00:00:00");

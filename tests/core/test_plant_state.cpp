@@ -13,6 +13,8 @@ TEST_F(PlantStateTest, WordImageBoundsAreCheckedPerIndex)
 {
     plant.SPS_Wort(7, 1140) = 5;
     EXPECT_EQ(plant.SPS_Wort(7, 1140), 5);
+    plant.SPS_Wort(2, 44) = static_cast<int16_t>(0xFF38);
+    EXPECT_EQ(plant.SPS_Wort(2, 44), -200);
     // Word 1141 and furnace 8 are errors of the caller; nothing changes.
     try {
         plant.SPS_Wort(0, 1141) = 1;
@@ -31,12 +33,6 @@ TEST_F(PlantStateTest, WordImageBoundsAreCheckedPerIndex)
     EXPECT_THROW(plant.Ofen_Typ[9] = 1, RunError);
     plant.Ofen_Typ[8] = 1;
     EXPECT_TRUE(Ist_Typ_1(8));
-}
-
-TEST_F(PlantStateTest, NegativeWordReadsSigned)
-{
-    plant.SPS_Wort(2, 44) = static_cast<int16_t>(0xFF38);
-    EXPECT_EQ(plant.SPS_Wort(2, 44), -200);
 }
 
 TEST_F(PlantStateTest, PredicatesAndStatusRows)
