@@ -241,3 +241,26 @@ void Block0_Zeit_Setzen(int ofen)
 }
 
 } // namespace kal
+
+namespace kal {
+
+Seiten_Detailtext Seite_Detail_Text(int f)
+{
+    Seiten_Detailtext d;
+    d.titel = QStringLiteral("%1 %2: %3").arg(Text_Id(0).trimmed()).arg(f + 1).arg(plant.Ofen_Name[f]);
+    d.zeilen << QStringLiteral("%1  %2").arg(plant.Ofen_Serie[f], plant.PLC_Bezeichnung[f]);
+    d.zeilen << QStringLiteral("%1: %2 °C    %3: %4 °C    %5: %6 %")
+                    .arg(Text_Id(41).trimmed())
+                    .arg(plant.SPS_Wort(f, 43) / 10)
+                    .arg(Text_Id(42).trimmed())
+                    .arg(plant.SPS_Wort(f, 44) / 10)
+                    .arg(Text_Id(43).trimmed())
+                    .arg(plant.SPS_Wort(f, 45));
+    d.zeilen << QStringLiteral("%1: %2    %3: %4")
+                    .arg(Text_Id(38).trimmed(), plant.Prog_Start_Text[f], Text_Id(39).trimmed(),
+                         plant.Prog_Ende_Text[f]);
+    d.zeilen << QStringLiteral("%1: %2").arg(Text_Id(59).trimmed()).arg(plant.Charge_Nr[f]);
+    return d;
+}
+
+} // namespace kal

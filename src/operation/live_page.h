@@ -12,6 +12,7 @@
 #include "operation/status_colours.h"
 
 #include <QString>
+#include <QStringList>
 #include <array>
 #include <functional>
 
@@ -85,6 +86,15 @@ void Seite_Warten_Zaehlen();
 bool Seite_Takt();
 /// The next page timer refreshes at once (after the message form closed).
 void Seite_Sofort();
+
+/// Title and lines of the detail area for the selected furnace index while no
+/// live curve is shown there: serial and description, set, actual value and
+/// output, program start and forecast end, the open batch.
+struct Seiten_Detailtext {
+    QString titel;
+    QStringList zeilen;
+};
+Seiten_Detailtext Seite_Detail_Text(int ofen);
 
 /// `Block0_Zeit` of a furnace index from its last block 0 stamp, in the form
 /// "TTMMJJHHMM"; empty while the stamp is not readable. The main cycle calls

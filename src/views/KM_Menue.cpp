@@ -165,21 +165,9 @@ void KM_Menue::detailZeigen()
     m_detail->setVisible(Seite.Detail != Seiten_Detail::Keine && n >= 1 && n <= 8);
     if (!m_detail->isVisible())
         return;
-    const int f = n - 1;
-    m_detail->setTitle(QStringLiteral("%1 %2: %3").arg(Text_Id(0).trimmed()).arg(n).arg(plant.Ofen_Name[f]));
-    QStringList zeilen;
-    zeilen << QStringLiteral("%1  %2").arg(plant.Ofen_Serie[f], plant.PLC_Bezeichnung[f]);
-    zeilen << QStringLiteral("%1: %2 °C    %3: %4 °C    %5: %6 %")
-                  .arg(Text_Id(41).trimmed())
-                  .arg(plant.SPS_Wort(f, 43) / 10)
-                  .arg(Text_Id(42).trimmed())
-                  .arg(plant.SPS_Wort(f, 44) / 10)
-                  .arg(Text_Id(43).trimmed())
-                  .arg(plant.SPS_Wort(f, 45));
-    zeilen << QStringLiteral("%1: %2    %3: %4").arg(Text_Id(38).trimmed(), plant.Prog_Start_Text[f],
-                                                      Text_Id(39).trimmed(), plant.Prog_Ende_Text[f]);
-    zeilen << QStringLiteral("%1: %2").arg(Text_Id(59).trimmed()).arg(plant.Charge_Nr[f]);
-    m_detailText->setText(zeilen.join(QLatin1Char('\n')));
+    const Seiten_Detailtext d = Seite_Detail_Text(n - 1);
+    m_detail->setTitle(d.titel);
+    m_detailText->setText(d.zeilen.join(QLatin1Char('\n')));
 }
 
 void KM_Menue::ofenKlick(int n)
