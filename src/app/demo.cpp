@@ -64,16 +64,25 @@ bool Demo::starten(bool modbusPortGiven, QString *error)
 {
     sim::PlantDescription d = sim::demoPlant();
     if (!modbusPortGiven && ::geteuid() != 0)
-        Modbus_Port = 1502; // nobody but root may listen on 502
-    d.modbusPort = Modbus_Port;
+        kal::plant.Modbus_Port = 1502; // nobody but root may listen on 502
+    d.modbusPort = kal::plant.Modbus_Port;
 
-    if (Daten_Ordner_Option.isEmpty())
-        Daten_Ordner_Option = QDir::home().filePath(QStringLiteral("Kalmeron-Demo"));
-    resetPlant();
+    if (kal::plant.Daten_Ordner_Option.isEmpty())
+        kal::plant.Daten_Ordner_Option = QDir::home().filePath(QStringLiteral("Kalmeron-Demo"));
+    // A clean plant for writing the configuration, and again for the start-up
+    // that reads it; the command line's folder and port stay.
+    const QString ordner = kal::plant.Daten_Ordner_Option;
+    const int port = kal::plant.Modbus_Port;
+    const auto frisch = [&] {
+        resetPlant();
+        kal::plant.Daten_Ordner_Option = ordner;
+        kal::plant.Modbus_Port = port;
+    };
+    frisch();
     Pfade_Setzen();
     if (!QFile::exists(Daten_Datei(CONFIG_DATEI)))
         konfigurationSchreiben(d);
-    resetPlant();
+    frisch();
 
     m_sim = std::make_unique<sim::SimPlant>(d);
     if (!m_sim->start(error))

@@ -3,9 +3,8 @@
 //   kalmeron [--data DIR] [--modbus-port N] [--demo] [--help]
 
 #include "app/demo.h"
-#include "config/paths.h"
-#include "core/station_start.h"
-#include "link/socket.h"
+#include "core/plant_state.h"
+#include "station/shutdown.h"
 #include "views/KM_MDI.h"
 
 #include <QApplication>
@@ -65,10 +64,10 @@ int main(int argc, char *argv[])
             std::fprintf(stderr, "kalmeron: --modbus-port needs a port number 1..65535\n");
             return 2;
         }
-        kal::Modbus_Port = port;
+        kal::plant.Modbus_Port = port;
     }
     if (parser.isSet(dataOpt))
-        kal::Daten_Ordner_Option = parser.value(dataOpt);
+        kal::plant.Daten_Ordner_Option = parser.value(dataOpt);
 
     std::unique_ptr<kal::Demo> demo;
     if (parser.isSet(demoOpt)) {

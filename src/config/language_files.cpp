@@ -51,13 +51,6 @@ QString siteText(const QString &raw, int row)
 
 } // namespace
 
-QString languagePrefix(int column)
-{
-    if (column < 0 || column >= SPRACHEN)
-        raiseBounds("language column", column);
-    return QLatin1String(PREFIX[column]);
-}
-
 bool applySiteLine(const QString &line)
 {
     if (line.size() < 9)
@@ -88,7 +81,7 @@ bool applySiteLine(const QString &line)
         const int ofenNr = digit.unicode() - '0';
         for (int ofen = 0; ofen < OFEN_MAX; ++ofen)
             if (ofenNr == 0 || ofenNr == ofen + 1)
-                Meldtext[m](col, ofen) = text;
+                plant.Meldtext[m](col, ofen) = text;
     } else {
         plant.Sprachtext(col, row) = text;
     }

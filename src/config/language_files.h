@@ -34,9 +34,6 @@ namespace kal {
 /// Bytes of one row in the table file.
 constexpr int SPRACH_SATZ = 312;
 
-/// File prefix of a column 0..5 ("DE" .. "NL"); RunError 9 outside.
-QString languagePrefix(int column);
-
 /// Applies one line of the site text file; true when the line counted.
 bool applySiteLine(const QString &line);
 

@@ -17,7 +17,6 @@
 
 namespace kal {
 
-Table<Table2<QString, SPRACHEN, OFEN_MAX>, MELD_PRO_OFEN> Meldtext;
 
 namespace {
 
@@ -221,7 +220,7 @@ void Sprachtext_Fuellen()
     for (int m = 0; m < MELD_PRO_OFEN; ++m)
         for (int col = 0; col < SPRACHEN; ++col)
             for (int ofen = 0; ofen < OFEN_MAX; ++ofen)
-                Meldtext[m](col, ofen) = plant.Sprachtext(col, MELD_ZEILE + m);
+                plant.Meldtext[m](col, ofen) = plant.Sprachtext(col, MELD_ZEILE + m);
 
     plant.Sprache = 0;
 }

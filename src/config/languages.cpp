@@ -4,7 +4,7 @@
 #include "config/languages.h"
 
 #include "core/conversions.h"
-#include "core/hooks.h"
+#include "core/screen.h"
 
 namespace kal {
 
@@ -33,9 +33,9 @@ void Sprachumschalt()
             QStringLiteral("  ---") + plant.Sprachtext(lang, ZUSTAND_ZEILE[k]) + QStringLiteral("--- ");
     for (int ofen = 0; ofen < OFEN_MAX; ++ofen)
         for (int m = 0; m < MELD_PRO_OFEN; ++m)
-            plant.Meld_Text(ofen, m) = Fest(Meldtext[m](lang, ofen), MELD_TEXT_BREITE);
+            plant.Meld_Text(ofen, m) = Fest(plant.Meldtext[m](lang, ofen), MELD_TEXT_BREITE);
 
-    callHook(hooks.Sprache_Geaendert);
+    screen().Sprache_Geaendert();
 }
 
 QString languageText(int id)

@@ -18,10 +18,6 @@ namespace kal {
 /// First row of the default message texts: message n (1..48) is row 99 + n.
 constexpr int MELD_ZEILE = 100;
 
-/// Default message texts: `Meldtext[message 0..47](column, furnace 0..7)`.
-/// Filled from rows 100..147 by the table builder, changed per furnace by the
-/// site text file, and carried into `Meld_Text` by `Sprachumschalt`.
-extern Table<Table2<QString, SPRACHEN, OFEN_MAX>, MELD_PRO_OFEN> Meldtext;
 
 /// The table builder, run once at start: sets every row of `Sprachtext` and its
 /// width in `Sprachbreite`, copies rows 100..147 into `Meldtext` for every

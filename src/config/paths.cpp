@@ -11,7 +11,6 @@
 
 namespace kal {
 
-QString Daten_Ordner_Option;
 
 namespace {
 
@@ -96,9 +95,9 @@ void Pfade_Setzen()
     plant.Pfad_Drive = QDir::toNativeSeparators(QDir::homePath()) + QDir::separator();
 #endif
 
-    if (!Daten_Ordner_Option.isEmpty())
+    if (!plant.Daten_Ordner_Option.isEmpty())
         plant.Pfad[0] = ohne_Trenner_am_Ende(
-            QDir::toNativeSeparators(QFileInfo(Daten_Ordner_Option).absoluteFilePath()));
+            QDir::toNativeSeparators(QFileInfo(plant.Daten_Ordner_Option).absoluteFilePath()));
     else
         plant.Pfad[0] = plant.Pfad_Drive + QStringLiteral("Kalmeron");
 

@@ -18,8 +18,6 @@
 
 namespace kal {
 
-/// Folder given by `--data DIR`; empty: the data folder is Pfad_Drive + "Kalmeron".
-extern QString Daten_Ordner_Option;
 
 // File and folder names under the data folder.
 inline const QString CONFIG_DATEI = QStringLiteral("Kalmeron.DAT");

@@ -207,12 +207,6 @@ QString Text_Sauber(const QString &text)
     return t.left(last + 1);
 }
 
-void Auftragliste_Reset()
-{
-    if (plant.Seiten_Name == QLatin1String("Auftragliste"))
-        plant.Seiten_Name.clear();
-}
-
 QString Worte_Text(int ofen, int adresse, int worte)
 {
     QByteArray b;

@@ -50,9 +50,6 @@ double leadingNumber(const QString &text);
 /// 33 or higher. Only blanks and control characters give "".
 QString Text_Sauber(const QString &text);
 
-/// When the shared page name is "Auftragliste", sets it to "".
-void Auftragliste_Reset();
-
 /// Text of n words of the PLC image, two characters a word, first character in
 /// the low byte (MKI of each word in address order), through Text_Sauber.
 QString Worte_Text(int ofen, int adresse, int worte);

@@ -25,6 +25,7 @@ constexpr int64_t MAX_UNITS = 400'000'000'000LL;
 enum class Einheit { Sekunde, Minute, Stunde, Tag, Monat, Jahr };
 
 QDateTime pinnedNow; // invalid: the real clock
+StateReset reset{[] { pinnedNow = QDateTime(); }};
 
 QDateTime wall(const QDate &d, const QTime &t)
 {

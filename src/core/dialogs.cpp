@@ -44,32 +44,6 @@ void setDialogs(Dialogs *d)
     current = d ? d : &headless;
 }
 
-int ScriptedDialogs::next()
-{
-    if (answers.empty())
-        return defaultAnswer;
-    int a = answers.front();
-    answers.pop_front();
-    return a;
-}
-
-void ScriptedDialogs::message(const QString &text, const QString &title)
-{
-    shown.push_back({QStringLiteral("message"), text, title});
-}
-
-bool ScriptedDialogs::question(const QString &text, const QString &title)
-{
-    shown.push_back({QStringLiteral("question"), text, title});
-    return next() != 0;
-}
-
-int ScriptedDialogs::choice(const QString &text, const QString &title, const QStringList &buttons)
-{
-    shown.push_back({QStringLiteral("choice"), text, title});
-    return next();
-}
-
 void Programm_Abbruch(const QString &text)
 {
     dialogs().message(text);

@@ -1,12 +1,11 @@
 #pragma once
 // The dialog interface: the only way logic shows a message or asks a question.
 // The forms install a QMessageBox implementation at start-up; tests install
-// ScriptedDialogs; without either, the headless default writes the text to
+// scripted answers; without either, the headless default writes the text to
 // standard error and gives the default answer, so the station can run unattended.
 
 #include <QString>
 #include <QStringList>
-#include <deque>
 
 namespace kal {
 
@@ -26,26 +25,6 @@ Dialogs &dialogs();
 /// Installs an implementation; nullptr goes back to the headless default.
 /// The caller keeps ownership.
 void setDialogs(Dialogs *d);
-
-/// Answers from a script and remembers every text shown. For tests.
-class ScriptedDialogs : public Dialogs {
-public:
-    struct Shown {
-        QString kind; ///< "message", "question" or "choice"
-        QString text;
-        QString title;
-    };
-    std::deque<Shown> shown;
-    std::deque<int> answers;     ///< for question: nonzero = Yes; for choice: button index
-    int defaultAnswer = 0;       ///< used when the script has run out
-
-    void message(const QString &text, const QString &title = QString()) override;
-    bool question(const QString &text, const QString &title = QString()) override;
-    int choice(const QString &text, const QString &title, const QStringList &buttons) override;
-
-private:
-    int next();
-};
 
 /// Shows the text through the dialog interface and ends the process at once
 /// (exit code 1). Used only for the two deliberate program ends of a corrupt

@@ -1,12 +1,33 @@
 #include "core/plant_state.h"
 
+#include <vector>
+
 namespace kal {
 
 PlantState plant;
 
+namespace {
+
+/// The resets of the subsystems' own state. A function-local list, so that it
+/// exists before the first StateReset of any file registers in it.
+std::vector<void (*)()> &resets()
+{
+    static std::vector<void (*)()> list;
+    return list;
+}
+
+} // namespace
+
+StateReset::StateReset(void (*reset)())
+{
+    resets().push_back(reset);
+}
+
 void resetPlant()
 {
     plant = PlantState{};
+    for (auto reset : resets())
+        reset();
 }
 
 bool Ist_Typ_1(int ofenNr)

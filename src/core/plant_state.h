@@ -13,13 +13,15 @@
 // Tables are Table/Table2 (tables.h): an index outside a table raises
 // RunError(9) and changes nothing.
 //
-// A test gets a clean plant with resetPlant().
+// A test gets a clean plant with resetPlant(), which also puts the own state of
+// every subsystem back (see StateReset).
 
 #include "core/tables.h"
 
 #include <QByteArray>
 #include <QDateTime>
 #include <QString>
+#include <QStringList>
 #include <cstdint>
 
 namespace kal {
@@ -119,7 +121,14 @@ struct PlantState {
     Table<i16, OFEN_MAX> Strip_Pos;                  ///< activity strip mark 1..12
     i16 Fehler_Pause = 0;                            ///< main-cycle error mode
     i32 Fehler_Letzter = -1;
+    i16 Takt_Laeuft = 0;                             ///< a Timer1 tick runs (it never re-enters)
+    QStringList LogList;                             ///< error lines of the main cycle and the recorder, oldest first
+    i16 Seite_Warten = 0;                            ///< live page: ticks before its next refresh
+    u8 Seite_Klick = 0;                              ///< live page: row last pressed
+    i16 Seite_Index = 0;                             ///< live page: row of the selected furnace
     i16 Seite_Ofen = 0;                              ///< furnace number 1..8 on the live page, 0 none
+
+    int Modbus_Port = 502;                           ///< remote port of Modbus/TCP channels (`--modbus-port`)
 
     // ---- frame flags (one for all channels) ------------------------------
     i16 Lese_Antwort = 0;
@@ -153,6 +162,12 @@ struct PlantState {
     Table2<QString, OFEN_MAX, 4> Spur;               ///< (furnace, 0..3) track names, 8 chars
     Table2<QString, OFEN_MAX, 2> Spur_Titel;         ///< (furnace, 0..1) the two 16-char names of the text page
 
+    // ---- message form ------------------------------------------------------
+    i16 Meld_Konfig = 0;                             ///< the form runs in configuration mode
+    Table<i16, OFEN_MAX> Meld_Anzeige;               ///< tick of each furnace's box; never saved
+    i16 Alarme_Gezeigt = 0;                          ///< the form is shown
+    int Meld_Auswahl = -1;                           ///< item data of the line last clicked (configuration mode)
+
     // ---- text images of the identity ------------------------------------------
     Table<QString, OFEN_MAX> PLC_Name;               ///< 16 chars, words 200..207
     Table<QString, OFEN_MAX> PLC_Serie;              ///< 12 chars, words 208..213
@@ -181,6 +196,9 @@ struct PlantState {
     Table<QString, OFEN_MAX> Charge_Kopie;
     Table<QString, 2> Charge_Ordner;                 ///< [0] year folder, [1] mirror
     i16 Backup_Aktiv = 0;
+    Table<QString, OFEN_MAX> Charge_Fehler_Text;     ///< last error line of the furnace's recorder
+    Table<i16, OFEN_MAX> Charge_Fehler_Block;        ///< an error was logged during the block in hand
+    i16 Log_Art = 0;                                 ///< kind of the log block in hand
     QString Kurve_Datei;                             ///< batch file loaded in the curve view
     i16 Kurve_Online = 0;                            ///< the curve view follows Kurve_Datei live
 
@@ -213,6 +231,10 @@ struct PlantState {
     Table<u8, SPRACH_IDS> Sprachbreite;
     Table<QString, 6> Befehl_Name;                   ///< segment commands 0..5 in the language, 9 chars
     Table<QString, 3> Run_State_Text;                ///< "  ---" word "--- ": [0] off, [1] hold, [2] on
+    /// `Meldtext[message 0..47](language, furnace 0..7)`: filled from rows
+    /// 100..147 by the table builder, changed per furnace by the site text
+    /// file, and carried into `Meld_Text` by `Sprachumschalt`.
+    Table<Table2<QString, SPRACHEN, OFEN_MAX>, MELD_PRO_OFEN> Meldtext;
     i16 Druck_Prozent = 87;
     i16 Druck_Rand_X = 60;
     i16 Druck_Rand_Y = 55;
@@ -224,6 +246,7 @@ struct PlantState {
     i16 Karte_Da = 0;
 
     // ---- paths ------------------------------------------------------------------
+    QString Daten_Ordner_Option;                     ///< folder of `--data DIR`; "" the data folder is Pfad_Drive + "Kalmeron"
     QString Pfad_Drive;
     Table<QString, 5> Pfad;                          ///< data, log book, USB, CSV, backup
     Table<QString, 2> Pfad_Karte;                    ///< memory card folder, last import path
@@ -242,14 +265,23 @@ struct PlantState {
     i16 Datum_OK = 0;                                ///< set by Datum_Parse
     i16 Datum_Sort_OK = 0;                           ///< set by Datum_Sort
     i16 SPS_Datum_OK = 0;                            ///< set by SPS_Datum
-    QString Seiten_Name;                             ///< page name the curve forms print
 };
 
 /// The one plant of the process.
 extern PlantState plant;
 
-/// Zeroes every table (a fresh process).
+/// Zeroes every table and puts every subsystem's own state back to its start
+/// values (a fresh process).
 void resetPlant();
+
+/// A subsystem whose routines keep process-wide state of their own (a form's
+/// memory between refreshes, the block in hand, a test seam such as a clock)
+/// defines one StateReset beside that state, so that resetPlant() resets it:
+///     StateReset reset{[] { Log_Satz = Log_Felder{}; }};
+class StateReset {
+public:
+    explicit StateReset(void (*reset)());
+};
 
 /// `Ist_Typ_1(furnace number)`: true when `Ofen_Typ` of that number is 1.
 bool Ist_Typ_1(int ofenNr);

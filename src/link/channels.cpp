@@ -1,6 +1,6 @@
 #include "link/channels.h"
 
-#include "core/hooks.h"
+#include "core/screen.h"
 #include "core/plant_state.h"
 #include "link/socket.h"
 
@@ -58,7 +58,7 @@ QString Sprachwort(int id)
 
 void Status_Panel(int ofen, const QString &text)
 {
-    callHook(hooks.Status_Panel, ofen + 1, text);
+    screen().Status_Panel(ofen + 1, text);
 }
 
 void Kanal_Setup(int ofen)
@@ -78,7 +78,7 @@ void Kanal_Setup(int ofen)
             s.RemotePort = Panel_Port;
         } else if (plant.Ofen_UDP[ofen] == 0) {
             s.Protocol = SocketProtocol::TCP;
-            s.RemotePort = Modbus_Port;
+            s.RemotePort = plant.Modbus_Port;
         }
     });
 

@@ -241,8 +241,10 @@ void Block_Decode(int ofen, int start, int count)
     }
     if (plant.Log_Neu[ofen] != 0) {
         Rueckstand_Pruefen(ofen);
-        if (plant.Ofen_Charge[ofen] == -1 && plant.Write_Len[ofen] <= 0) {
-            callHook(hooks.Charge_Schreiben, ofen + 1);
+        // Without a recorder the block stays raised in the PLC: it is never
+        // acknowledged unless something has taken it.
+        if (plant.Ofen_Charge[ofen] == -1 && plant.Write_Len[ofen] <= 0 && hooks.Charge_Schreiben) {
+            hooks.Charge_Schreiben(ofen + 1);
             Trigger_Quittieren(ofen);
         }
         plant.Log_Neu[ofen] = 0;

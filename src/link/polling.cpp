@@ -1,6 +1,6 @@
 #include "link/polling.h"
 
-#include "core/hooks.h"
+#include "core/screen.h"
 #include "core/plant_state.h"
 #include "link/channels.h"
 #include "link/frames.h"
@@ -47,6 +47,8 @@ Zyklus_Uhr &uhr()
     static Zyklus_Uhr u = standardUhr();
     return u;
 }
+
+StateReset reset{[] { uhr() = standardUhr(); }};
 
 int Zustand(int kanal)
 {
@@ -113,9 +115,9 @@ void Runde_Start()
         --plant.Import_Pause;
     if (plant.Any_Online != 0) {
         plant.Any_Online = 0;
-        callHook(hooks.mnuRegler, true);
+        screen().mnuRegler(true);
     } else {
-        callHook(hooks.mnuRegler, false);
+        screen().mnuRegler(false);
     }
 }
 

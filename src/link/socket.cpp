@@ -2,8 +2,12 @@
 
 namespace kal {
 
-int Modbus_Port = 502;
 SocketArray Winsock1;
+
+namespace {
+// A fresh plant has no sockets: each test installs its own.
+StateReset reset{[] { Winsock1.clear(); }};
+} // namespace
 
 Socket &SocketArray::operator[](int i)
 {

@@ -26,10 +26,6 @@ namespace kal {
 
 /// Remote port of the panel memory link (UDP).
 constexpr int Panel_Port = 1024;
-/// Remote port of the Modbus/TCP channels. 502 unless the command line gives
-/// another port (a site or the demo whose Modbus servers cannot listen on 502).
-/// Channel set-up reads it each time it sets up a TCP channel.
-extern int Modbus_Port;
 
 /// Error a socket raises when it refuses a send ("wrong protocol or connection
 /// state for the requested transaction").

@@ -2,16 +2,16 @@
 
 #include "core/conversions.h"
 #include "core/dates.h"
-#include "core/hooks.h"
+#include "core/screen.h"
 #include "operation/ui_text.h"
 
 namespace kal {
 
 Seiten_Bild Seite;
-u8 Seite_Klick = 0;
-i16 Seite_Index = 0;
-std::function<void()> Seite_Elemente;
-int Seite_Warten = 0;
+
+namespace {
+StateReset reset{[] { Seite = Seiten_Bild{}; }};
+} // namespace
 
 namespace {
 
@@ -188,15 +188,15 @@ bool Seite_Ofen_Klick(Seiten_Bild &bild, int n)
 {
     if (n < 0 || n >= OFEN_MAX)
         raiseBounds("OfenSelect", n);
-    Seite_Klick = u8(n);
+    plant.Seite_Klick = u8(n);
     bild.Zeile[n].OfenSelect_Tipp = Fest(plant.Ofen_Name[n], 16) + QStringLiteral("  ") + Fest(plant.Ofen_Serie[n], 12);
     const bool gewaehlt = plant.Ofen_Online[n] != 0;
     if (gewaehlt) {
         plant.Seite_Ofen = i16(n + 1);
-        Seite_Index = i16(n);
+        plant.Seite_Index = i16(n);
         auswahlZeigen(bild);
     }
-    callHook(Seite_Elemente);
+    screen().Elemente_Zeigen();
     return gewaehlt;
 }
 
@@ -216,22 +216,22 @@ void Seite_Schliessen()
 
 void Seite_Warten_Zaehlen()
 {
-    if (Seite_Warten > 0)
-        --Seite_Warten;
+    if (plant.Seite_Warten > 0)
+        --plant.Seite_Warten;
 }
 
 bool Seite_Takt()
 {
-    if (Seite_Warten > 0)
+    if (plant.Seite_Warten > 0)
         return false;
-    Seite_Warten = REFRESH_RUNDEN;
+    plant.Seite_Warten = REFRESH_RUNDEN;
     Seite_Act(Seite);
     return true;
 }
 
 void Seite_Sofort()
 {
-    Seite_Warten = 0;
+    plant.Seite_Warten = 0;
 }
 
 void Block0_Zeit_Setzen(int ofen)

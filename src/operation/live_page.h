@@ -51,12 +51,6 @@ struct Seiten_Bild {
 
 /// The page as last computed.
 extern Seiten_Bild Seite;
-/// `Seite_Klick`: row last pressed; `Seite_Index`: row of the selected furnace.
-extern u8 Seite_Klick;
-extern i16 Seite_Index;
-/// Refresh of the element current list of the selected furnace after a row
-/// was clicked; set by the form.
-extern std::function<void()> Seite_Elemente;
 
 /// `Seite_Act`: recomputes every row of `bild` from the plant (offline and
 /// online texts, status colour with its blink, temperatures, segment and
@@ -77,8 +71,6 @@ void Seite_Schliessen();
 
 // ---- slow refresh ---------------------------------------------------------------
 
-/// Refresh rounds still to wait before the next refresh.
-extern int Seite_Warten;
 /// Counted down by the main cycle once a tick, towards 0.
 void Seite_Warten_Zaehlen();
 /// The page's own timer, when no import runs: when the wait has run out it

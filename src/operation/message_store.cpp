@@ -15,6 +15,7 @@ namespace {
 // original station on its fixed file number.
 QFile *datei = nullptr;
 Meld_Zugriffe zugriffe;
+StateReset reset{[] { Meld_Datei_Schliessen(); }};
 
 void zeitSchreiben(QByteArray &b, int pos, const Meld_Zeit &z)
 {

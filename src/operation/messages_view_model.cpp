@@ -1,7 +1,7 @@
 #include "operation/messages_view_model.h"
 
 #include "core/conversions.h"
-#include "core/hooks.h"
+#include "core/screen.h"
 #include "link/frames.h"
 #include "operation/live_page.h"
 #include "operation/message_store.h"
@@ -12,11 +12,6 @@
 
 namespace kal {
 
-i16 Meld_Konfig = 0;
-Table<i16, OFEN_MAX> Meld_Anzeige;
-i16 Alarme_Gezeigt = 0;
-int Meld_Auswahl = -1;
-std::function<void(bool liste)> Alarme_Zeichnen;
 
 namespace {
 
@@ -66,7 +61,7 @@ QString kommtText(const Meld_Zeit &z)
 
 void normaleZeilen(int ofen, QList<Meld_Zeile> &zeilen)
 {
-    if (plant.Ofen_Online[ofen] == 0 || Meld_Anzeige[ofen] < 1)
+    if (plant.Ofen_Online[ofen] == 0 || plant.Meld_Anzeige[ofen] < 1)
         return;
     // Up to Meld_Anzahl inclusive: the record behind the last message is read
     // as well; it is never active, so it adds nothing.
@@ -82,7 +77,7 @@ void normaleZeilen(int ofen, QList<Meld_Zeile> &zeilen)
 
 void konfigZeilen(int ofen, QList<Meld_Zeile> &zeilen)
 {
-    if (Meld_Anzeige[ofen] < 1)
+    if (plant.Meld_Anzeige[ofen] < 1)
         return;
     for (int i = 0; i < plant.Meld_Anzahl[ofen]; ++i) {
         const Meld_Bit b = meldBit(i);
@@ -106,8 +101,8 @@ void konfigZeilen(int ofen, QList<Meld_Zeile> &zeilen)
 /// word 96 + w and word 696 + w keeps the old one until the next poll brings it.
 void smsUmschalten()
 {
-    const int ofen = Meld_Auswahl / 128;
-    const Meld_Bit b = meldBit(Meld_Auswahl % 128);
+    const int ofen = plant.Meld_Auswahl / 128;
+    const Meld_Bit b = meldBit(plant.Meld_Auswahl % 128);
     const int wort = WORT_SMS + b.w;
     const uint16_t alt = uint16_t(plant.SPS_Wort(ofen, wort));
     const bool ein = (alt & b.m) == 0;
@@ -123,35 +118,30 @@ void smsUmschalten()
 
 void Alarme_Oeffnen(bool konfig)
 {
-    Meld_Konfig = flag(konfig);
-    Meld_Auswahl = -1;
-    Alarme_Gezeigt = TRUE16;
+    plant.Meld_Konfig = flag(konfig);
+    plant.Meld_Auswahl = -1;
+    plant.Alarme_Gezeigt = TRUE16;
 }
 
 void Alarme_Schliessen()
 {
-    Alarme_Gezeigt = FALSE16;
-    Meld_Auswahl = -1;
+    plant.Alarme_Gezeigt = FALSE16;
+    plant.Meld_Auswahl = -1;
     Seite_Sofort();
 }
 
 void Alarme_Meldung_Neu()
 {
-    if (Alarme_Gezeigt != 0)
-        callHook(Alarme_Zeichnen, Meld_Konfig == 0);
+    if (plant.Alarme_Gezeigt != 0)
+        screen().Alarme_Zeichnen(plant.Meld_Konfig == 0);
 }
 
 void Alarme_Config_Neu(int /*ofen*/, bool geaendert)
 {
-    if (Alarme_Gezeigt != 0)
-        callHook(Alarme_Zeichnen, geaendert);
+    if (plant.Alarme_Gezeigt != 0)
+        screen().Alarme_Zeichnen(geaendert);
 }
 
-void Meldungen_Init()
-{
-    hooks.MeldEintrag = MeldEintrag;
-    hooks.Alarme_Refresh = Alarme_Config_Neu;
-}
 
 std::array<Meld_Lampen, OFEN_MAX> CODE_Akt()
 {
@@ -172,7 +162,7 @@ QList<Meld_Zeile> Meld_Akt()
 {
     QList<Meld_Zeile> zeilen;
     for (int ofen = 0; ofen < OFEN_MAX; ++ofen) {
-        if (Meld_Konfig != 0)
+        if (plant.Meld_Konfig != 0)
             konfigZeilen(ofen, zeilen);
         else
             normaleZeilen(ofen, zeilen);
@@ -182,7 +172,7 @@ QList<Meld_Zeile> Meld_Akt()
 
 QString Alarme_Titel()
 {
-    return Meld_Konfig != 0 ? QStringLiteral("Config") + Text_Id(48) : Text_Id(48);
+    return plant.Meld_Konfig != 0 ? QStringLiteral("Config") + Text_Id(48) : Text_Id(48);
 }
 
 QString Check_Text(int ofen)
@@ -193,27 +183,27 @@ QString Check_Text(int ofen)
 bool Check_Sichtbar(int ofen)
 {
     // "Configured" here means enabled in the plant's configuration.
-    return Meld_Konfig != 0 || plant.Ofen_Aktiv[ofen] != 0;
+    return plant.Meld_Konfig != 0 || plant.Ofen_Aktiv[ofen] != 0;
 }
 
 void Meld_Anzeige_Setzen(int ofen, int wert)
 {
-    Meld_Anzeige[ofen] = i16(wert);
+    plant.Meld_Anzeige[ofen] = i16(wert);
 }
 
 void Meld_Zeile_Klick(int daten)
 {
-    if (Meld_Konfig != 0)
-        Meld_Auswahl = daten;
+    if (plant.Meld_Konfig != 0)
+        plant.Meld_Auswahl = daten;
 }
 
 std::array<QString, 8> Tasten_Texte()
 {
     std::array<QString, 8> t;
-    if (Meld_Konfig != 0) {
-        if (Meld_Auswahl >= 0 && Meld_Auswahl / 128 < OFEN_MAX) {
-            const Meld_Bit b = meldBit(Meld_Auswahl % 128);
-            t[2] = bitGesetzt(Meld_Auswahl / 128, WORT_SMS + b.w, b.m) ? QStringLiteral("SMS OFF ")
+    if (plant.Meld_Konfig != 0) {
+        if (plant.Meld_Auswahl >= 0 && plant.Meld_Auswahl / 128 < OFEN_MAX) {
+            const Meld_Bit b = meldBit(plant.Meld_Auswahl % 128);
+            t[2] = bitGesetzt(plant.Meld_Auswahl / 128, WORT_SMS + b.w, b.m) ? QStringLiteral("SMS OFF ")
                                                                        : QStringLiteral("SMS ON ");
         }
     } else if (plant.Seite_Ofen >= 1 && plant.Seite_Ofen <= OFEN_MAX) {

@@ -17,18 +17,6 @@ namespace kal {
 
 // ---- state of the message form --------------------------------------------------
 
-/// `Meld_Konfig`: the form runs in configuration mode.
-extern i16 Meld_Konfig;
-/// `Meld_Anzeige`: the tick of each furnace's box; 0 at start, never saved.
-extern Table<i16, OFEN_MAX> Meld_Anzeige;
-/// The form is shown (its menu entry on the main form is disabled).
-extern i16 Alarme_Gezeigt;
-/// Item data of the line last clicked in configuration mode, -1 none.
-extern int Meld_Auswahl;
-/// The form's redraw while it is shown: the lamps (`CODE_Akt`) always, the
-/// list (`Meld_Akt`) when the argument is true. Set by the form.
-extern std::function<void(bool liste)> Alarme_Zeichnen;
-
 /// Opens the form in normal mode (the live page's message button) or in
 /// configuration mode (menu `mnuMeldConfig`). Ticks nothing.
 void Alarme_Oeffnen(bool konfig);
@@ -43,9 +31,6 @@ void Alarme_Meldung_Neu();
 /// the lamps, and the list when the configuration changed.
 void Alarme_Config_Neu(int ofen, bool geaendert);
 
-/// Registers the message log and the form's refresh with the decoder.
-/// Start-up calls it once.
-void Meldungen_Init();
 
 // ---- what the form shows --------------------------------------------------------------
 

@@ -7,7 +7,6 @@
 #include "recording/batch_names.h"
 #include "recording/recorder_block.h"
 #include "recording/recorder_charge.h"
-#include "recording/recorder_elemente.h"
 
 #include <exception>
 #include <vector>
@@ -122,7 +121,7 @@ void Kennung_Alt_Setzen(int ofen)
 /// 32 message texts of the furnace.
 void Kopf_Schreiben(int ofen, Charge_Dateien &d, const SatzZeit &zeit)
 {
-    if (Log_Art == 100 || Log_Art == Satz_Alt)
+    if (plant.Log_Art == 100 || plant.Log_Art == Satz_Alt)
         Kennung_Alt_Setzen(ofen);
     std::array<i16, 12> a{}, b{};
     for (int p = 0; p < KENNUNG_PAARE; ++p) {
@@ -136,25 +135,17 @@ void Kopf_Schreiben(int ofen, Charge_Dateien &d, const SatzZeit &zeit)
         d.schreiben(nr, satz);
 }
 
-/// Time of the sample as the element store keeps it.
-QString Zeit_Text(const SatzZeit &z)
-{
-    return QString::asprintf("%02d.%02d.%04d %02d:%02d:%02d", z.Tag, z.Monat, 2000 + z.Jahr, z.Stunde, z.Minute,
-                             z.Sekunde);
-}
-
 /// The records of a sample, a group or a program text at the next free record.
 void Saetze_Schreiben(int ofen, Charge_Dateien &d, const SatzZeit &zeit)
 {
     const int nr = Naechster_Datensatz(d.satzZahl);
-    if (Log_Art == Satz_Programm) {
+    if (plant.Log_Art == Satz_Programm) {
         d.schreiben(nr, Satz_Programm_Bauen(Block_Worte(ofen, plant.Adr_Trigger[ofen]), zeit));
-    } else if (Log_Art == Satz_Charge || Log_Art == Satz_Strom) {
+    } else if (plant.Log_Art == Satz_Charge || plant.Log_Art == Satz_Strom) {
         LogBlock w = Log_Satz.w;
-        w[0] = Log_Art;
+        w[0] = plant.Log_Art;
         const auto gruppe = Satz_Gruppe(w, zeit);
         d.schreiben(nr, gruppe.data(), int(gruppe.size()));
-        Element_Daten_Nehmen(ofen + 1, gruppe, Zeit_Text(zeit));
     } else {
         d.schreiben(nr, Satz_Einzel(Block_Worte(ofen, plant.Adr_Trigger[ofen]), zeit));
     }
@@ -184,7 +175,7 @@ void Text_Schreiben(int ofen, Charge_Dateien &d)
 void Charge_Ablauf(int ofen, int &schritt)
 {
     schritt = S_TEST;
-    Log_Art = plant.SPS_Wort(ofen, plant.Adr_Trigger[ofen]);
+    plant.Log_Art = plant.SPS_Wort(ofen, plant.Adr_Trigger[ofen]);
     if (!Charge_Test(ofen))
         return;
 
@@ -200,24 +191,19 @@ void Charge_Ablauf(int ofen, int &schritt)
         schritt = S_KOPF;
         Kopf_Schreiben(ofen, d, zeit);
     }
-    if (Log_Art != 0 && Log_Art < 200) {
+    if (plant.Log_Art != 0 && plant.Log_Art < 200) {
         schritt = S_SAETZE;
         Saetze_Schreiben(ofen, d, zeit);
         schritt = S_LIVE;
         Live_Melden(ofen);
     }
-    if (Log_Art == Satz_Text) {
+    if (plant.Log_Art == Satz_Text) {
         schritt = S_TEXT;
         Text_Schreiben(ofen, d);
     }
 }
 
 } // namespace
-
-void Recorder_Init()
-{
-    hooks.Charge_Schreiben = [](int ofenNr) { Charge_Schreiben(ofenNr); };
-}
 
 void Charge_Schreiben(int ofenNr)
 {

@@ -18,10 +18,6 @@
 
 namespace kal {
 
-/// Lets the word decoder reach the recorder (`hooks.Charge_Schreiben`); called
-/// once at start-up.
-void Recorder_Init();
-
 /// `Charge_Schreiben(furnace number 1..8)`: stores the block at `Adr_Trigger`
 /// of the furnace, whose time is in `Datum_Log` and whose `Log_Neu` is set.
 /// A block that is dropped clears `Log_Neu`. Never throws.

@@ -4,8 +4,11 @@
 
 namespace kal {
 
-i16 Log_Art = 0;
 Log_Felder Log_Satz;
+
+namespace {
+StateReset reset{[] { Log_Satz = Log_Felder{}; }};
+} // namespace
 
 namespace {
 
@@ -72,10 +75,10 @@ bool Kompakt_Lesen(int ofen, int basis, LogBlock &ziel)
 void LogBlock_Lesen(int ofen)
 {
     const int basis = plant.Adr_Trigger[ofen];
-    if (Log_Art == Log_Kompakt) {
+    if (plant.Log_Art == Log_Kompakt) {
         if (Kompakt_Lesen(ofen, basis, Log_Satz.w))
-            Log_Art = Satz_Charge;
-    } else if (Log_Art == Satz_Charge || Log_Art == Satz_Strom) {
+            plant.Log_Art = Satz_Charge;
+    } else if (plant.Log_Art == Satz_Charge || plant.Log_Art == Satz_Strom) {
         Log_Satz.w = Block_Worte(ofen, basis);
     }
 }

@@ -46,8 +46,6 @@ struct Log_Felder {
     i32 Chargennummer() const;
 };
 
-/// `Log_Art` of the block in hand; LogBlock_Lesen turns 131 into 154.
-extern i16 Log_Art;
 /// The unpacked block (see Log_Felder).
 extern Log_Felder Log_Satz;
 

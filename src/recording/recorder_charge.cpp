@@ -3,8 +3,8 @@
 #include "config/config_file.h"
 #include "config/paths.h"
 #include "core/dates.h"
-#include "core/hooks.h"
 #include "core/plant_state.h"
+#include "core/screen.h"
 #include "recording/recorder_block.h"
 
 #include <exception>
@@ -12,10 +12,6 @@
 namespace kal {
 
 namespace {
-
-/// Last failure line of each furnace, and whether the block in hand failed.
-QString letzterFehler[OFEN_MAX];
-bool fehlerImBlock[OFEN_MAX];
 
 bool ofenGueltig(int ofen) { return ofen >= 0 && ofen < OFEN_MAX; }
 
@@ -36,8 +32,8 @@ bool Kopf_Test(int ofen, bool &neu, i32 &N)
 {
     LogBlock_Lesen(ofen);
     N = Log_Satz.Chargennummer();
-    if (Log_Art != Satz_Charge)
-        return Log_Art == Satz_Text || Log_Art == Satz_Programm || N > 0;
+    if (plant.Log_Art != Satz_Charge)
+        return plant.Log_Art == Satz_Text || plant.Log_Art == Satz_Programm || N > 0;
 
     i16 &logNeu = plant.Log_Neu[ofen];
     if (N <= 0) {
@@ -66,8 +62,8 @@ bool Kopf_Test(int ofen, bool &neu, i32 &N)
 void Einfach_Test(int ofen, bool &neu, i32 &N)
 {
     N = plant.Charge_Nr[ofen];
-    if (Log_Art > 200 && Log_Art != Satz_Text) {
-        N = Log_Art - 200;
+    if (plant.Log_Art > 200 && plant.Log_Art != Satz_Text) {
+        N = plant.Log_Art - 200;
         if (plant.Charge_Gueltig[ofen] == 0 || N != plant.Charge_Nr[ofen])
             neu = true;
     }
@@ -117,27 +113,27 @@ void Charge_Fehler(int ofen, int schritt, int nummer, const QString &pfad)
     const QString line = Datum_System(Jetzt()) + QStringLiteral("   Line ") + QString::number(schritt) +
                          QStringLiteral("   Err: ") + QString::number(nummer) + QStringLiteral("   ") + pfad;
     if (ofenGueltig(ofen)) {
-        fehlerImBlock[ofen] = true;
+        plant.Charge_Fehler_Block[ofen] = TRUE16;
         // A full disk fails every block, at whatever step: the list gets the
         // line once per error and file.
         const QString art = QString::number(nummer) + QLatin1Char('|') + pfad;
-        if (letzterFehler[ofen] == art)
+        if (plant.Charge_Fehler_Text[ofen] == art)
             return;
-        letzterFehler[ofen] = art;
+        plant.Charge_Fehler_Text[ofen] = art;
     }
-    callHook(hooks.LogList_Add, line);
+    LogList_Add(line);
 }
 
 void Charge_Fehler_Beginn(int ofen)
 {
     if (ofenGueltig(ofen))
-        fehlerImBlock[ofen] = false;
+        plant.Charge_Fehler_Block[ofen] = FALSE16;
 }
 
 void Charge_Fehler_Ende(int ofen)
 {
-    if (ofenGueltig(ofen) && !fehlerImBlock[ofen])
-        letzterFehler[ofen].clear();
+    if (ofenGueltig(ofen) && plant.Charge_Fehler_Block[ofen] == 0)
+        plant.Charge_Fehler_Text[ofen].clear();
 }
 
 } // namespace kal

@@ -74,15 +74,11 @@ KM_Alarme::KM_Alarme(bool konfig, QWidget *parent) : QWidget(parent)
     }
     haupt->addLayout(leiste);
 
-    Alarme_Zeichnen = [this](bool liste) { zeichnen(liste); };
     Beschriften();
     resize(980, 560);
 }
 
-KM_Alarme::~KM_Alarme()
-{
-    Alarme_Zeichnen = nullptr;
-}
+KM_Alarme::~KM_Alarme() = default;
 
 void KM_Alarme::Beschriften()
 {
@@ -90,7 +86,7 @@ void KM_Alarme::Beschriften()
     for (int f = 0; f < 8; ++f) {
         const QSignalBlocker b(m_check[f]);
         m_check[f]->setText(Check_Text(f));
-        m_check[f]->setChecked(Meld_Anzeige[f] != 0);
+        m_check[f]->setChecked(plant.Meld_Anzeige[f] != 0);
     }
     zeichnen(true);
 }

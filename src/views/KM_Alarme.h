@@ -24,6 +24,8 @@ public:
     void Beschriften();
     QListWidget *List1() const { return m_list; }
     QPushButton *Taste(int i) const { return m_tasten[i]; }
+    /// Redraws the lamps, and the list too when `liste`.
+    void zeichnen(bool liste);
 
 Q_SIGNALS:
     void geschlossen();
@@ -32,7 +34,6 @@ protected:
     void closeEvent(QCloseEvent *e) override;
 
 private:
-    void zeichnen(bool liste);
     void lampenZeigen();
     void listeZeigen();
     void tastenZeigen();

@@ -1,9 +1,10 @@
 #include "views/KM_MDI.h"
 
 #include "config/languages.h"
-#include "core/hooks.h"
 #include "core/plant_state.h"
-#include "core/station_start.h"
+#include "station/main_cycle.h"
+#include "station/shutdown.h"
+#include "station/station_start.h"
 #include "views/KM_Alarme.h"
 #include "views/KM_Menue.h"
 #include "views/qt_dialogs.h"
@@ -51,36 +52,16 @@ KM_MDI::KM_MDI(QWidget *parent) : QMainWindow(parent)
         statusBar()->addWidget(m_panels[i], 1);
     }
 
-    hooks.Status_Panel = [this](int panel, const QString &t) {
-        if (panel >= 1 && panel <= 8)
-            m_panels[panel - 1]->setText(t);
-    };
-    hooks.mnuRegler = [this](bool on) {
-        if (m_mnuRegler)
-            m_mnuRegler->setEnabled(on);
-    };
-    hooks.mnuform_Schalten = [this](int i, bool on) {
-        if (QAction *a = m_mnuform.value(i))
-            a->setEnabled(on);
-    };
-    hooks.Menue_Zeigen = [this] { zeigeMenue(); };
-    hooks.Sprache_Geaendert = [this] { Menue_Beschriften(); };
-
+    kal::setScreen(this);
     menusBauen();
 
     m_timer1.setInterval(100);
-    m_timer2.setInterval(1000);
-    connect(&m_timer1, &QTimer::timeout, this, [] { Station_Timer1(); });
-    connect(&m_timer2, &QTimer::timeout, this, [] { Timer2_Tick(); });
+    connect(&m_timer1, &QTimer::timeout, this, [] { Timer1_Tick(); });
 }
 
 KM_MDI::~KM_MDI()
 {
-    hooks.Status_Panel = nullptr;
-    hooks.mnuRegler = nullptr;
-    hooks.mnuform_Schalten = nullptr;
-    hooks.Menue_Zeigen = nullptr;
-    hooks.Sprache_Geaendert = nullptr;
+    kal::setScreen(nullptr);
     setDialogs(nullptr);
     delete m_dialogs;
     if (g_main == this)
@@ -92,7 +73,6 @@ void KM_MDI::Laden()
     Station_Start();
     Menue_Beschriften();
     m_timer1.start();
-    m_timer2.start();
 }
 
 QAction *KM_MDI::eintrag(QMenu *menu, int textId, std::function<void()> handler)
@@ -102,7 +82,7 @@ QAction *KM_MDI::eintrag(QMenu *menu, int textId, std::function<void()> handler)
     if (handler)
         connect(a, &QAction::triggered, this, std::move(handler));
     else
-        a->setEnabled(false); // the form of this entry is not part of the station yet
+        a->setEnabled(false); // an entry without a form of its own stays off
     return a;
 }
 
@@ -125,7 +105,7 @@ void KM_MDI::menusBauen()
     // The form menu `mnuform`: 0 live page, 1 curve, 2 log data, 3 programs,
     // 4 batch data, 5 messages, 6 settings, 7 system.
     QMenu *formen = menu(26); // "Menü"
-    m_mnuform.append(eintrag(formen, 26, [this] { zeigeMenue(); }));
+    m_mnuform.append(eintrag(formen, 26, [this] { Menue_Zeigen(); }));
     m_mnuform.append(eintrag(formen, 27, nullptr));
     m_mnuform.append(eintrag(formen, 28, nullptr));
     m_mnuform.append(eintrag(formen, 21, nullptr));
@@ -147,8 +127,8 @@ void KM_MDI::menusBauen()
 
     QMenu *fenster = menu(37); // "Fenster"
     eintrag(fenster, 33, [this] { m_mdi->cascadeSubWindows(); });
-    eintrag(fenster, 34, [this] { m_mdi->tileSubWindows(); });
-    eintrag(fenster, 35, [this] { m_mdi->tileSubWindows(); });
+    eintrag(fenster, 34, [this] { nebenUntereinander(Qt::Vertical); });
+    eintrag(fenster, 35, [this] { nebenUntereinander(Qt::Horizontal); });
 }
 
 void KM_MDI::Menue_Beschriften()
@@ -171,7 +151,47 @@ QString KM_MDI::panelText(int panel) const
     return (panel >= 1 && panel <= 8) ? m_panels[panel - 1]->text() : QString();
 }
 
-void KM_MDI::zeigeMenue()
+void KM_MDI::Status_Panel(int panel, const QString &text)
+{
+    if (panel < 1 || panel > 8)
+        return;
+    // The activity mark of the strip is character 127, which no Linux font
+    // draws; the panel shows a block in its place.
+    QString t = text;
+    t.replace(QChar(127), QChar(0x25AE));
+    m_panels[panel - 1]->setText(t);
+}
+
+void KM_MDI::mnuRegler(bool on)
+{
+    if (m_mnuRegler)
+        m_mnuRegler->setEnabled(on);
+}
+
+void KM_MDI::mnuform(int i, bool on)
+{
+    if (QAction *a = m_mnuform.value(i))
+        a->setEnabled(on);
+}
+
+void KM_MDI::Sprache_Geaendert()
+{
+    Menue_Beschriften();
+}
+
+void KM_MDI::LogList_Zeile(const QString &line)
+{
+    if (m_menue)
+        m_menue->LogList_Zeile(line);
+}
+
+void KM_MDI::Alarme_Zeichnen(bool liste)
+{
+    if (m_alarme)
+        m_alarme->zeichnen(liste);
+}
+
+void KM_MDI::Menue_Zeigen()
 {
     if (!m_menue) {
         m_menue = new KM_Menue;
@@ -199,6 +219,31 @@ void KM_MDI::zeigeAlarme(bool konfig)
     m_mdi->setActiveSubWindow(w);
 }
 
+void KM_MDI::nebenUntereinander(Qt::Orientation richtung)
+{
+    QList<QMdiSubWindow *> fenster;
+    for (QMdiSubWindow *w : m_mdi->subWindowList())
+        if (!w->isMinimized() && w->isVisible())
+            fenster.append(w);
+    if (fenster.isEmpty())
+        return;
+    // "untereinander": full width, one below the other; "nebeneinander": full
+    // height, side by side.
+    const QRect flaeche = m_mdi->viewport()->rect();
+    const int n = int(fenster.size());
+    for (int i = 0; i < n; ++i) {
+        QMdiSubWindow *w = fenster[i];
+        w->showNormal();
+        if (richtung == Qt::Vertical) {
+            const int h = flaeche.height() / n;
+            w->setGeometry(0, i * h, flaeche.width(), i == n - 1 ? flaeche.height() - i * h : h);
+        } else {
+            const int b = flaeche.width() / n;
+            w->setGeometry(i * b, 0, i == n - 1 ? flaeche.width() - i * b : b, flaeche.height());
+        }
+    }
+}
+
 void KM_MDI::mnuSchliessen_Click()
 {
     // The live page stays; every other child form closes.
@@ -210,7 +255,7 @@ void KM_MDI::mnuSchliessen_Click()
 void KM_MDI::spracheWaehlen(int sprache)
 {
     plant.Sprache = static_cast<u8>(sprache);
-    Sprache_Wechseln(); // re-captions through the language hook
+    Sprachumschalt(); // re-captions through the screen
 }
 
 void KM_MDI::closeEvent(QCloseEvent *e)

@@ -2,6 +2,7 @@
 // KM_MDI, the main window: menus, the status bar with one panel per furnace,
 // the area of the child forms, and the two timers that drive the station.
 
+#include "core/screen.h"
 #include "views/KM_Alarme.h"
 #include "views/KM_Menue.h"
 
@@ -22,7 +23,9 @@ namespace kal {
 class QtDialogs;
 
 
-class KM_MDI : public QMainWindow {
+/// The main window is also the screen of the station's logic (core/screen.h):
+/// status panels, menu switches and the refreshes of its forms.
+class KM_MDI : public QMainWindow, public Screen {
     Q_OBJECT
 public:
     explicit KM_MDI(QWidget *parent = nullptr);
@@ -48,15 +51,25 @@ public:
     QAction *mnuform(int i) const { return m_mnuform.value(i); }
     QAction *mnuRegler() const { return m_mnuRegler; }
 
+    // Screen
+    void Status_Panel(int panel, const QString &text) override;
+    void mnuRegler(bool on) override;
+    void mnuform(int i, bool on) override;
+    void Menue_Zeigen() override;
+    void Sprache_Geaendert() override;
+    void LogList_Zeile(const QString &line) override;
+    void Alarme_Zeichnen(bool liste) override;
+
 protected:
     void closeEvent(QCloseEvent *e) override;
 
 private:
     void menusBauen();
     QAction *eintrag(QMenu *menu, int textId, std::function<void()> handler);
-    void zeigeMenue();
     void mnuSchliessen_Click();
-    void mnuPrintForm_Click();
+    /// Window menu: the child forms one below the other (Qt::Vertical) or side
+    /// by side (Qt::Horizontal), filling the area.
+    void nebenUntereinander(Qt::Orientation richtung);
     void spracheWaehlen(int sprache);
 
     QMdiArea *m_mdi = nullptr;
@@ -79,7 +92,6 @@ private:
     std::vector<Beschriftung> m_beschriftungen;
     QLabel *m_panels[8] = {};
     QTimer m_timer1;
-    QTimer m_timer2;
 };
 
 /// The main window of the process (set while it exists).

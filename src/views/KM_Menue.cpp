@@ -1,8 +1,6 @@
 #include "views/KM_Menue.h"
 
-#include "core/hooks.h"
 #include "core/plant_state.h"
-#include "link/main_cycle.h"
 #include "operation/live_page.h"
 #include "operation/ui_text.h"
 #include "views/KM_MDI.h"
@@ -79,8 +77,7 @@ KM_Menue::KM_Menue(QWidget *parent) : QWidget(parent)
     haupt->addLayout(raster);
     haupt->addStretch(1); // rows stay at the top when no detail is shown
 
-    // Detail of the selected furnace: the place of the online curve; until
-    // the curve is part of the station it shows the furnace's data.
+    // Detail of the selected furnace: its data.
     m_detail = new QGroupBox(this);
     auto *dl = new QVBoxLayout(m_detail);
     m_detailText = new QLabel(m_detail);
@@ -103,12 +100,8 @@ KM_Menue::KM_Menue(QWidget *parent) : QWidget(parent)
     unten->addWidget(m_meldungen);
     haupt->addLayout(unten);
 
-    for (const QString &line : kal::LogList)
+    for (const QString &line : plant.LogList)
         m_logList->addItem(line);
-    hooks.LogList_Add = [this](const QString &line) {
-        m_logList->addItem(line);
-        m_logList->setCurrentRow(m_logList->count() - 1);
-    };
 
     Beschriften();
     Seite_Sofort();
@@ -122,8 +115,13 @@ KM_Menue::KM_Menue(QWidget *parent) : QWidget(parent)
 
 KM_Menue::~KM_Menue()
 {
-    hooks.LogList_Add = nullptr;
     Seite_Schliessen();
+}
+
+void KM_Menue::LogList_Zeile(const QString &line)
+{
+    m_logList->addItem(line);
+    m_logList->setCurrentRow(m_logList->count() - 1);
 }
 
 void KM_Menue::Beschriften()

@@ -4,6 +4,7 @@
 // of the main cycle (LogList). It paints the rows that the live-page logic
 // computes and hands its clicks back to it.
 
+#include <QString>
 #include <QTimer>
 #include <QWidget>
 #include <array>
@@ -27,6 +28,8 @@ public:
     void Zeigen();
 
     QListWidget *LogList() const { return m_logList; }
+    /// Adds a line of the error list, selected.
+    void LogList_Zeile(const QString &line);
 
 protected:
     void keyPressEvent(QKeyEvent *e) override;

@@ -4,15 +4,16 @@
 
 #include "app/demo.h"
 #include "config/paths.h"
-#include "core/dialogs.h"
+#include "config/languages.h"
 #include "core/plant_state.h"
-#include "core/station_start.h"
+#include "station/shutdown.h"
 #include "link/socket.h"
 #include "operation/message_store.h"
 #include "operation/live_page.h"
 #include "operation/messages_view_model.h"
 #include "sim/plant.h"
 #include "views/KM_Alarme.h"
+#include "support/scripted_dialogs.h"
 #include "views/KM_MDI.h"
 
 #include <QListWidget>
@@ -29,6 +30,7 @@
 #include <csignal>
 
 using namespace kal;
+using kal::test::ScriptedDialogs;
 
 namespace {
 
@@ -68,11 +70,11 @@ protected:
     {
         ASSERT_TRUE(dir.isValid());
         resetPlant();
-        Daten_Ordner_Option = dir.path();
-        Modbus_Port = freierPort();
-        setProzessEnde(keinEnde);
+        plant.Daten_Ordner_Option = dir.path();
+        plant.Modbus_Port = freierPort();
         QString fehler;
         ASSERT_TRUE(demo.starten(true, &fehler)) << qPrintable(fehler);
+        setProzessEnde(keinEnde); // after the demo's fresh plant
         w = std::make_unique<KM_MDI>();
         setDialogs(&dialogs); // no modal box may stop the test
         w->resize(1280, 800);
@@ -84,9 +86,7 @@ protected:
     {
         Programm_Ende();
         w.reset();
-        setDialogs(nullptr);
-        setProzessEnde(nullptr);
-        Daten_Ordner_Option.clear();
+        resetPlant();
     }
     bool online(int panel) const
     {
@@ -125,7 +125,7 @@ TEST_F(DemoStation, EveryFurnaceComesOnline)
 
     // The same page in English.
     plant.Sprache = 1;
-    Sprache_Wechseln();
+    Sprachumschalt();
     warteBis([] { return false; }, 600);
     bildSichern(*w, QStringLiteral("main_en.png"));
 }

@@ -3,11 +3,10 @@
 
 #include "config/config_file.h"
 #include "config/paths.h"
-#include "core/dialogs.h"
-#include "core/hooks.h"
 #include "core/plant_state.h"
-#include "core/station_start.h"
+#include "station/station_start.h"
 #include "operation/message_store.h"
+#include "support/fresh.h"
 
 #include <QDate>
 #include <QDir>
@@ -16,33 +15,21 @@
 #include <gtest/gtest.h>
 
 using namespace kal;
+using namespace kal::test;
 
 namespace {
 
-class StartupTest : public ::testing::Test {
+class StartupTest : public FreshProcess {
 protected:
     void SetUp() override
     {
         ASSERT_TRUE(dir.isValid());
-        resetPlant();
-        hooks = Hooks{};
-        Daten_Ordner_Option = dir.path();
-        setDialogs(&dialogs);
-        hooks.Menue_Zeigen = [this] { menueGezeigt = true; };
-        hooks.mnuform_Schalten = [this](int i, bool on) { geschaltet.append({i, on}); };
-    }
-    void TearDown() override
-    {
-        Meld_Datei_Schliessen();
-        setDialogs(nullptr);
-        hooks = Hooks{};
-        Daten_Ordner_Option.clear();
+        FreshProcess::SetUp();
+        plant.Daten_Ordner_Option = dir.path();
     }
 
     QTemporaryDir dir;
-    ScriptedDialogs dialogs;
-    bool menueGezeigt = false;
-    QList<QPair<int, bool>> geschaltet;
+    ScriptedDialogs &dialogs = dlg;
 };
 
 } // namespace
@@ -65,9 +52,9 @@ TEST_F(StartupTest, WithoutConfigurationRunsWithEightDisabledFurnaces)
     }
     for (int k = 0; k < KANAL_MAX; ++k)
         EXPECT_EQ(plant.IP_Adr[k], -1);
-    EXPECT_TRUE(menueGezeigt);
+    EXPECT_EQ(scr.menue, 1);
     const QList<QPair<int, bool>> aus = {{4, false}, {6, false}, {7, false}};
-    EXPECT_EQ(geschaltet, aus);
+    EXPECT_EQ(scr.formen, aus);
 
     // Data folder, program folder and the message store are there.
     EXPECT_EQ(QDir(plant.Pfad[0]).canonicalPath(), QDir(dir.path()).canonicalPath());
@@ -101,6 +88,7 @@ TEST_F(StartupTest, WithConfigurationReadsPlantAndAsksNothing)
     plant.Sprache = 1;
     Config_Schreiben(false);
     resetPlant();
+    plant.Daten_Ordner_Option = dir.path();
 
     Station_Start();
 
@@ -118,5 +106,5 @@ TEST_F(StartupTest, WithConfigurationReadsPlantAndAsksNothing)
     // The language switch ran after the configuration: English command names.
     EXPECT_EQ(plant.Befehl_Name[1].trimmed(), plant.Sprachtext(1, 10).trimmed());
     EXPECT_EQ(plant.Meld_Seite[0], -1);
-    EXPECT_TRUE(menueGezeigt);
+    EXPECT_EQ(scr.menue, 1);
 }

@@ -5,9 +5,8 @@
 #include "config/languages.h"
 #include "config/paths.h"
 #include "core/dates.h"
-#include "core/dialogs.h"
-#include "core/hooks.h"
 #include "core/plant_state.h"
+#include "support/fresh.h"
 
 #include <QDir>
 #include <QFile>
@@ -29,27 +28,21 @@ inline QByteArray readFile(const QString &path)
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
 }
 
-class ConfigFixture : public ::testing::Test {
+class ConfigFixture : public FreshProcess {
 protected:
     QTemporaryDir tmp;
-    ScriptedDialogs dlg;
 
     void SetUp() override
     {
-        resetPlant();
-        hooks = Hooks{};
+        FreshProcess::SetUp();
         Sprachtext_Fuellen();
-        setDialogs(&dlg);
         setJetzt(QDateTime(QDate(2024, 5, 17), QTime(10, 30, 0), Qt::UTC));
-        Daten_Ordner_Option = tmp.filePath(QStringLiteral("data"));
+        plant.Daten_Ordner_Option = tmp.filePath(QStringLiteral("data"));
         Pfade_Setzen();
     }
     void TearDown() override
     {
-        hooks = Hooks{};
-        setDialogs(nullptr);
-        setJetzt(QDateTime());
-        Daten_Ordner_Option.clear();
+        FreshProcess::TearDown();
         QDir::setCurrent(QDir::tempPath());
     }
 

@@ -121,6 +121,7 @@ TEST_F(ConfigFile, WriterLayoutRoundTripAndBatchState)
     EXPECT_EQ(feld(10, 0, 14), feld(9, 0, 14));
 
     resetPlant();
+    plant.Daten_Ordner_Option = tmp.filePath(QStringLiteral("data"));
     Sprachtext_Fuellen();
     Pfade_Setzen();
     Config_Lesen();

@@ -125,20 +125,20 @@ TEST_F(LanguageTest, SiteLinesSetTextsAndMessagesCutToTheRowWidth)
     EXPECT_TRUE(applySiteLine(QStringLiteral("EN_105;0;door open")));
     EXPECT_TRUE(applySiteLine(QStringLiteral("EN_105;3;loading door open")));
     for (int ofen = 0; ofen < OFEN_MAX; ++ofen)
-        EXPECT_EQ(Meldtext[4](1, ofen),
+        EXPECT_EQ(plant.Meldtext[4](1, ofen),
                   ofen == 2 ? QStringLiteral("loading door open") : QStringLiteral("door open"));
     EXPECT_EQ(plant.Sprachtext(1, 104), QStringLiteral("door opened"));
 
     // Messages 1 and 32 are the bounds; the row width (30) cuts.
     EXPECT_TRUE(applySiteLine(QStringLiteral("DE_101;8;Automatikbetrieb mit Fernsteuerung aktiv")));
-    EXPECT_EQ(Meldtext[0](0, 7), QStringLiteral("Automatikbetrieb mit Fernsteue"));
+    EXPECT_EQ(plant.Meldtext[0](0, 7), QStringLiteral("Automatikbetrieb mit Fernsteue"));
     EXPECT_TRUE(applySiteLine(QStringLiteral("DE_132;0;USB-Stick voll")));
-    EXPECT_EQ(Meldtext[31](0, 0), QStringLiteral("USB-Stick voll"));
+    EXPECT_EQ(plant.Meldtext[31](0, 0), QStringLiteral("USB-Stick voll"));
 
     // Message 33 (NNN 133) and the row before message 1 (NNN 100) are plain rows.
     EXPECT_TRUE(applySiteLine(QStringLiteral("DE_133;0;Druck zu hoch")));
     EXPECT_EQ(de(132), QStringLiteral("Druck zu hoch"));
-    EXPECT_EQ(Meldtext[32](0, 0), QStringLiteral("Meldung 33"));
+    EXPECT_EQ(plant.Meldtext[32](0, 0), QStringLiteral("Meldung 33"));
     EXPECT_TRUE(applySiteLine(QStringLiteral("DE_100;5;Start ab")));
     EXPECT_EQ(de(99), QStringLiteral("Start ab"));
 }
@@ -196,7 +196,7 @@ TEST_F(LanguageTest, TableFileLayoutAndItsLinesReadBackAsSiteLines)
     auto saved = plant.Sprachtext;
     plant.Sprachtext.fill(QStringLiteral("x"));
     for (int m = 0; m < MELD_PRO_OFEN; ++m)
-        Meldtext[m].fill(QStringLiteral("x"));
+        plant.Meldtext[m].fill(QStringLiteral("x"));
     QString edited = Latin1Text(all);
     edited.replace(QRegularExpression(QStringLiteral("(?<=^.._\\d\\d\\d;)\\d\\d(?=;)"),
                                       QRegularExpression::MultilineOption),
@@ -212,20 +212,18 @@ TEST_F(LanguageTest, TableFileLayoutAndItsLinesReadBackAsSiteLines)
             EXPECT_EQ(plant.Sprachtext(col, id), expect) << id << "/" << col;
             if (message)
                 for (int ofen = 0; ofen < OFEN_MAX; ++ofen)
-                    EXPECT_EQ(Meldtext[id - MELD_ZEILE](col, ofen), saved(col, id));
+                    EXPECT_EQ(plant.Meldtext[id - MELD_ZEILE](col, ofen), saved(col, id));
         }
     }
-    EXPECT_EQ(Meldtext[32](0, 0), QStringLiteral("x"));
+    EXPECT_EQ(plant.Meldtext[32](0, 0), QStringLiteral("x"));
 }
 
 TEST_F(LanguageTest, SwitchCarriesTheLanguageIntoCommandsMessagesAndStates)
 {
-    int calls = 0;
-    hooks.Sprache_Geaendert = [&] { ++calls; };
     ASSERT_TRUE(applySiteLine(QStringLiteral("FR_105;2;Porte four 2")));
     plant.Sprache = 2;
     Sprachumschalt();
-    EXPECT_EQ(calls, 1);
+    EXPECT_EQ(scr.sprache, 1);
     // Commands 0..5 from rows 39, 10..14, 9 characters each.
     EXPECT_EQ(plant.Befehl_Name[0], QStringLiteral("Fin      "));
     EXPECT_EQ(plant.Befehl_Name[2], QStringLiteral("Palier   "));
@@ -252,7 +250,7 @@ TEST_F(LanguageTest, SwitchCarriesTheLanguageIntoCommandsMessagesAndStates)
         EXPECT_EQ(e.number, ERR_SUBSCRIPT);
     }
     EXPECT_EQ(plant.Befehl_Name[3], QStringLiteral("manuale  "));
-    EXPECT_EQ(calls, 2);
+    EXPECT_EQ(scr.sprache, 2);
 }
 
 TEST_F(LanguageTest, LoaderReadsTheDataFolderAndNamesTracksOfPlainFurnaces)

@@ -40,7 +40,7 @@ TEST_F(Paths, DataFolderOptionProgramFolderAndMemoryCard)
     EXPECT_EQ(plant.Karte_Da, 0);
 
     QDir().mkpath(Pfad_Plus(data, QStringLiteral("MEM_CARD")));
-    Daten_Ordner_Option += QStringLiteral("/"); // a trailing separator changes nothing
+    plant.Daten_Ordner_Option += QStringLiteral("/"); // a trailing separator changes nothing
     Pfade_Setzen();
     EXPECT_EQ(plant.Pfad[0], data);
     EXPECT_EQ(plant.Karte_Da, TRUE16);

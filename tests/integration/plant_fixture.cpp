@@ -1,9 +1,8 @@
 #include "plant_fixture.h"
 
-#include "core/hooks.h"
 #include "link/channels.h"
 #include "link/data_arrival.h"
-#include "link/main_cycle.h"
+#include "station/main_cycle.h"
 #include "link/polling.h"
 #include "link/qt_socket.h"
 #include "link/socket.h"
@@ -45,6 +44,7 @@ sim::FurnaceDescription Beschreibung(int f, sim::Protocol p, bool headed, int ba
 
 void PlantFixture::SetUp()
 {
+    FreshProcess::SetUp();
     if (!QCoreApplication::instance()) {
         static int argc = 1;
         static char name[] = "integration_tests";
@@ -53,15 +53,11 @@ void PlantFixture::SetUp()
     }
     beschreibung.udpPort = Panel_Port;
     beschreibung.modbusPort = Freier_Port();
-    LogList.clear();
 }
 
 void PlantFixture::TearDown()
 {
-    Winsock1.clear();
-    hooks = Hooks{};
-    Zyklus_Uhr_Standard();
-    Modbus_Port = 502;
+    FreshProcess::TearDown();
     sim.reset();
 }
 
@@ -105,7 +101,7 @@ void PlantFixture::Kanaele_Einrichten()
     Winsock1.clear();
     Winsock1_Qt();
     Empfang_Verbinden();
-    Modbus_Port = beschreibung.modbusPort;
+    plant.Modbus_Port = beschreibung.modbusPort;
     Zyklus_Uhr &uhr = Zyklus_Uhr_Aktiv();
     uhr.Sekunden = [this] { return uhrSekunden; };
     uhr.Nachgeben = [this] {

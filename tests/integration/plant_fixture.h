@@ -7,6 +7,7 @@
 
 #include "core/plant_state.h"
 #include "sim/plant.h"
+#include "support/fresh.h"
 
 #include <gtest/gtest.h>
 
@@ -27,7 +28,7 @@ int Freier_Port();
 /// without a message configuration; the test adds what it needs.
 sim::FurnaceDescription Beschreibung(int f, sim::Protocol p, bool headed, int base);
 
-class PlantFixture : public ::testing::Test {
+class PlantFixture : public FreshProcess {
 protected:
     sim::PlantDescription beschreibung; ///< ports set; the test adds the furnaces
     std::unique_ptr<sim::SimPlant> sim;

@@ -5,7 +5,7 @@
 
 #include "core/hooks.h"
 #include "core/plant_state.h"
-#include "link/main_cycle.h"
+#include "station/main_cycle.h"
 #include "plant_fixture.h"
 
 #include <QMap>
@@ -31,7 +31,7 @@ sim::FurnaceDescription Ofen(int f, Protocol p, bool headed, int base, int panel
 
 class PollingAnlage : public PlantFixture {
 protected:
-    QMap<int, QString> panel;
+    QMap<int, QString> &panel = scr.panel;
 
     void SetUp() override
     {
@@ -53,7 +53,6 @@ protected:
                 plc(f).setWord(MARKEN[k], static_cast<int16_t>(1000 * f + k + 1));
 
         resetPlant();
-        hooks.Status_Panel = [this](int p, const QString &t) { panel[p] = t; };
         Ofen_Eintragen();
         Kanaele_Einrichten();
     }
@@ -93,7 +92,7 @@ TEST_F(PollingAnlage, MixedPlantComesOnlineWithImagesOfThePlcs)
     EXPECT_EQ(plant.Server_Offset[5], 3000);
     EXPECT_EQ(plant.Server_Akt_IP4, 20);
     EXPECT_EQ(panel[6].left(12), QStringLiteral("Online M:6 S"));
-    EXPECT_TRUE(LogList.isEmpty()) << LogList.join(QLatin1Char('\n')).toStdString();
+    EXPECT_TRUE(plant.LogList.isEmpty()) << plant.LogList.join(QLatin1Char('\n')).toStdString();
 
     // The PLCs change words; the images follow within a round of sequences.
     for (int f = 0; f < OFEN_MAX; ++f)

@@ -13,7 +13,7 @@
 #include "core/dialogs.h"
 #include "core/hooks.h"
 #include "core/plant_state.h"
-#include "link/main_cycle.h"
+#include "station/main_cycle.h"
 #include "link/socket.h"
 #include "plant_fixture.h"
 #include "recording/batch_file.h"
@@ -41,7 +41,6 @@ class RecordingAnlage : public PlantFixture {
 protected:
     QTemporaryDir daten;
     QString cwd = QDir::currentPath();
-    ScriptedDialogs dialoge;
     QDateTime t0;        ///< PLC time of the first block: two hours back, a backlog
     int stempelNr = 0;   ///< blocks stamped so far, ten seconds apart
     QVector<Block> angeboten[2]; ///< every block queued in the PLC, in order
@@ -50,7 +49,6 @@ protected:
     {
         PlantFixture::SetUp();
         ASSERT_TRUE(daten.isValid());
-        setDialogs(&dialoge);
         // Two hours back, and never so close to midnight that the blocks of a
         // test would fall on the next day.
         QDateTime jetzt = Jetzt().addSecs(-7200);
@@ -66,8 +64,6 @@ protected:
 
     void TearDown() override
     {
-        Daten_Ordner_Option.clear();
-        setDialogs(nullptr);
         QDir::setCurrent(cwd);
         PlantFixture::TearDown();
     }
@@ -94,17 +90,14 @@ protected:
     void Station_Starten()
     {
         resetPlant();
-        hooks = Hooks{};
-        Log_Art = 0;
-        Log_Satz = Log_Felder{};
-        Daten_Ordner_Option = daten.path();
+        plant.Daten_Ordner_Option = daten.path();
         Pfade_Setzen();
         Config_Lesen();
-        ASSERT_TRUE(dialoge.shown.empty()) << dialoge.shown.front().text.toStdString();
+        ASSERT_TRUE(dlg.shown.empty()) << dlg.shown.front().text.toStdString();
         Kanaele_Einrichten();
         for (int f = 0; f < OFEN_MAX; ++f)
             Spuren_Setzen(f + 1);
-        Recorder_Init();
+        hooks.Charge_Schreiben = Charge_Schreiben;
     }
 
 
@@ -225,7 +218,7 @@ TEST_F(RecordingAnlage, EveryOfferedBlockIsStoredOnceInItsFileAndMirror)
     Datei_Pruefen(KOPF, Erwartet(angeboten[KOPF]));
     EXPECT_EQ(plant.Charge_Nr[EINFACH], CHARGE);
     EXPECT_EQ(plant.Charge_Nr[KOPF], CHARGE);
-    EXPECT_TRUE(LogList.isEmpty()) << LogList.join('\n').toStdString();
+    EXPECT_TRUE(plant.LogList.isEmpty()) << plant.LogList.join('\n').toStdString();
 }
 
 TEST_F(RecordingAnlage, NothingIsLostAcrossALinkDropAndARestartOfTheStation)
@@ -239,10 +232,11 @@ TEST_F(RecordingAnlage, NothingIsLostAcrossALinkDropAndARestartOfTheStation)
 
     // Both links go down; the PLCs go on logging. The Modbus furnace fails
     // to connect again and again, longer than its rest after each try.
-    int versuche = 0;
-    hooks.Status_Panel = [&](int panel, const QString &text) {
-        if (panel == KOPF + 1 && text.startsWith(QStringLiteral("Connect")))
-            ++versuche;
+    const auto versuche = [this] {
+        int n = 0;
+        for (const auto &[p, text] : scr.panels)
+            n += p == KOPF + 1 && text.startsWith(QStringLiteral("Connect"));
+        return n;
     };
     plc(EINFACH).link().dropLink();
     plc(KOPF).link().dropLink();
@@ -250,7 +244,7 @@ TEST_F(RecordingAnlage, NothingIsLostAcrossALinkDropAndARestartOfTheStation)
         probe(EINFACH, static_cast<int16_t>(9010 + i));
         probe(KOPF, static_cast<int16_t>(9110 + i));
     }
-    ASSERT_TRUE(Laufen([&] { return versuche >= 3; }));
+    ASSERT_TRUE(Laufen([&] { return versuche() >= 3; }));
     EXPECT_EQ(plant.Ofen_Online[KOPF], 0);
     plc(EINFACH).link().resume();
     plc(KOPF).link().resume();

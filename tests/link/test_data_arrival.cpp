@@ -1,7 +1,7 @@
 // The receive handler: where an answer's words go, and what a short, long,
 // wrong or unexpected answer does.
 
-#include "test_polling_fixture.h"
+#include "support/scripted_plant.h"
 
 using namespace kal;
 using namespace kal::test;

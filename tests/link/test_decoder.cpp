@@ -2,7 +2,7 @@
 
 #include "link/decoder.h"
 #include "link/derived_data.h"
-#include "test_polling_fixture.h"
+#include "support/scripted_plant.h"
 
 using namespace kal;
 using namespace kal::test;

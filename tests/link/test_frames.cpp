@@ -2,7 +2,7 @@
 // channel gets what, which flags change, and what a failure leaves behind.
 
 #include "link/frames.h"
-#include "test_polling_fixture.h"
+#include "support/scripted_plant.h"
 
 using namespace kal;
 using namespace kal::test;

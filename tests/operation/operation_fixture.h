@@ -8,7 +8,9 @@
 #include "core/dates.h"
 #include "core/hooks.h"
 #include "core/plant_state.h"
-#include "link/scripted_socket.h"
+#include "support/fresh.h"
+#include "support/hex.h"
+#include "support/scripted_socket.h"
 #include "operation/live_page.h"
 #include "operation/message_store.h"
 #include "operation/messages_view_model.h"
@@ -31,7 +33,7 @@ inline QDateTime wallTime(int y, int mo, int d, int h, int mi, int s)
     return QDateTime(QDate(y, mo, d), QTime(h, mi, s), Qt::UTC);
 }
 
-class OperationTest : public ::testing::Test {
+class OperationTest : public FreshProcess {
 protected:
     QTemporaryDir dir;
     std::array<ScriptedSocket *, KANAL_MAX> sockets{};
@@ -39,28 +41,14 @@ protected:
     void SetUp() override
     {
         ASSERT_TRUE(dir.isValid());
-        resetPlant();
-        hooks = Hooks{};
+        FreshProcess::SetUp();
         Sprachtext_Fuellen();
         plant.Pfad[0] = dir.path();
         setJetzt(wallTime(2024, 3, 5, 14, 7, 9));
         sockets = installScriptedSockets();
-        Meld_Konfig = 0;
-        Meld_Anzeige.fill(0);
-        Alarme_Gezeigt = 0;
-        Meld_Auswahl = -1;
-        Alarme_Zeichnen = nullptr;
-        Seite = Seiten_Bild{};
-        Seite_Warten = 0;
-        Seite_Elemente = nullptr;
-        Meldungen_Init();
-    }
-
-    void TearDown() override
-    {
-        Meld_Datei_Schliessen();
-        Winsock1.clear();
-        setJetzt(QDateTime());
+        // The decoder reaches the message log as the station wires it.
+        hooks.MeldEintrag = MeldEintrag;
+        hooks.Alarme_Refresh = Alarme_Config_Neu;
     }
 
     QString storePath() const { return QDir(dir.path()).filePath(QStringLiteral("Kalmeron.mld")); }
@@ -83,11 +71,5 @@ protected:
         plant.Ofen_Serie[ofen] = serie;
     }
 };
-
-/// Bytes from a hex text; blanks are ignored.
-inline QByteArray hex(const char *text)
-{
-    return QByteArray::fromHex(QByteArray(text).replace(' ', ""));
-}
 
 } // namespace kal::test

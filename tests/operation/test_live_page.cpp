@@ -193,18 +193,16 @@ TEST_F(LivePageTest, FurnaceButtonsAndTheFurnaceOnView)
     EXPECT_EQ(zeile(1).OfenSelect, QStringLiteral("2: Kammer 2        \n05.03.24 14:07  CSV"));
     EXPECT_EQ(zeile(6).OfenSelect, QStringLiteral("7: Haube           "));
 
-    int elemente = 0;
-    Seite_Elemente = [&elemente] { ++elemente; };
     EXPECT_FALSE(Seite_Ofen_Klick(bild, 6)); // offline: selects nothing
     EXPECT_EQ(plant.Seite_Ofen, 0);
-    EXPECT_EQ(Seite_Klick, 6);
+    EXPECT_EQ(plant.Seite_Klick, 6);
     EXPECT_TRUE(Seite_Ofen_Klick(bild, 1));
     EXPECT_EQ(plant.Seite_Ofen, 2);
-    EXPECT_EQ(Seite_Index, 1);
+    EXPECT_EQ(plant.Seite_Index, 1);
     EXPECT_EQ(zeile(1).OfenSelect_Tipp, QStringLiteral("Kammer            2403-017-GKD"));
     EXPECT_TRUE(zeile(1).Markiert);
     EXPECT_EQ(bild.Detail, Seiten_Detail::Transport);
-    EXPECT_EQ(elemente, 2);
+    EXPECT_EQ(scr.elemente, 2);
 
     // The furnace on view is lost: the page shows no detail and no mark.
     bild.Label2 = QStringLiteral("x");

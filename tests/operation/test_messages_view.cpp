@@ -34,9 +34,9 @@ TEST_F(MessagesViewTest, NormalModeListsActiveMessagesOfTickedOnlineFurnaces)
     onlineFurnace(1, QStringLiteral("Ofen 2"), QStringLiteral("2403-016-GKD"));
     MeldEintrag(1, 1); // online but not ticked
     plant.Ofen_Aktiv[4] = -1;
-    Meld_Anzeige[4] = 1;
+    plant.Meld_Anzeige[4] = 1;
     MeldEintrag(4, 1); // ticked but offline
-    Meld_Anzeige[2] = 1;
+    plant.Meld_Anzeige[2] = 1;
 
     const QList<Meld_Zeile> zeilen = Meld_Akt();
     ASSERT_EQ(zeilen.size(), 2);
@@ -50,7 +50,7 @@ TEST_F(MessagesViewTest, ConfigurationModeShowsEveryMessageWithItsBitsAndItemDat
 {
     plant.Ofen_Online[2] = 0; // the configuration list does not ask for the link
     Alarme_Oeffnen(true);
-    Meld_Anzeige[2] = 1;
+    plant.Meld_Anzeige[2] = 1;
     plant.SPS_Wort(2, 87) = i16(0x8000); // message 16 is bit 15
     plant.SPS_Wort(2, 690) = i16(0x8000);
     plant.SPS_Wort(2, 696) = i16(0x8000);
@@ -114,7 +114,7 @@ TEST_F(MessagesViewTest, SmsOnUpdatesTheWordSmsOffUpdatesWord96)
 {
     plant.Ofen_UDP[2] = -1; // memory link furnace
     Alarme_Oeffnen(true);
-    Meld_Anzeige[2] = 1;
+    plant.Meld_Anzeige[2] = 1;
 
     // Switching on: message 16, bit 15 of word 696.
     Meld_Zeile_Klick(2 * 128 + 15);
@@ -141,8 +141,6 @@ TEST_F(MessagesViewTest, SmsOnUpdatesTheWordSmsOffUpdatesWord96)
 
 TEST_F(MessagesViewTest, FormRedrawsOnlyWhileShown)
 {
-    QList<bool> zeichnen; // true: the list as well as the lamps
-    Alarme_Zeichnen = [&zeichnen](bool liste) { zeichnen.append(liste); };
     MeldEintrag(2, 1); // form not shown
     Alarme_Oeffnen(false);
     MeldEintrag(2, 2);
@@ -151,7 +149,7 @@ TEST_F(MessagesViewTest, FormRedrawsOnlyWhileShown)
     hooks.Alarme_Refresh(2, true);
     Alarme_Schliessen();
     MeldEintrag(2, 4);
-    EXPECT_EQ(zeichnen, (QList<bool>{true, false, true}));
+    EXPECT_EQ(scr.alarme, (QList<bool>{true, false, true})); // true: the list as well as the lamps
 }
 
 } // namespace

@@ -8,6 +8,8 @@
 #include "core/dates.h"
 #include "core/hooks.h"
 #include "core/plant_state.h"
+#include "support/fresh.h"
+#include "support/hex.h"
 #include "recording/batch_file.h"
 #include "recording/recorder.h"
 #include "recording/recorder_block.h"
@@ -21,8 +23,6 @@
 
 namespace kal::test {
 
-inline QByteArray hex(const char *text) { return QByteArray::fromHex(QByteArray(text).replace(' ', "")); }
-
 /// Two characters a word from w[from] on, first character in the low byte.
 template <typename Worte>
 void text(Worte &w, int from, const char *t)
@@ -32,7 +32,7 @@ void text(Worte &w, int from, const char *t)
 }
 
 /// A temporary folder, and the bytes of the files in it.
-class DateiTest : public ::testing::Test {
+class DateiTest : public FreshProcess {
 protected:
     QTemporaryDir dir;
 
@@ -84,7 +84,7 @@ inline std::vector<i16> block(i16 art, i32 charge, Stempel s)
 
 class RecorderTest : public DateiTest {
 protected:
-    QStringList logList;
+    QStringList &logList = scr.logList;
     std::vector<int> online;
 
     static constexpr int KOPF = 0;    ///< furnace index of the headed furnace
@@ -93,12 +93,8 @@ protected:
     void SetUp() override
     {
         ASSERT_TRUE(dir.isValid());
-        resetPlant();
-        hooks = Hooks{};
-        hooks.LogList_Add = [this](const QString &l) { logList.append(l); };
+        FreshProcess::SetUp();
         hooks.Charge_Online = [this](int f) { online.push_back(f); };
-        Log_Art = 0;
-        Log_Satz = Log_Felder{};
         plant.Pfad[0] = dir.path();
         plant.Charge_Ordner[0] = ordner("2024");
         plant.Charge_Ordner[1] = ordner("Spiegel");
@@ -117,8 +113,6 @@ protected:
         plant.Adr_Trigger[EINFACH] = 90;
         plant.Ofen_Serie[EINFACH] = QStringLiteral("2312-004-XY");
     }
-
-    void TearDown() override { hooks = Hooks{}; }
 
     QString ordner(const char *name) const
     {

@@ -1,22 +1,16 @@
 #pragma once
 // `Timer1`, the main cycle of the station, every 100 ms: serves one furnace
-// (steps 20..150), derives program times, clock correction and identity of all
-// online furnaces (170..290), writes the configuration when the identity check
-// asked for it (300) and samples the live curve (310). The main window's timer
-// only calls `Timer1_Tick`.
+// (steps 20..150, src/link/polling.h), derives program times, clock
+// correction and identity of all online furnaces (170..290), writes the
+// configuration when the identity check asked for it (300), and feeds the live
+// page (the time of each furnace's last block 0, the page's refresh wait). The
+// main window's timer only calls `Timer1_Tick`.
 //
 // Errors: until the first error is logged, a run-time error ends the tick
 // through `Timer1_Fehler`, which logs one line; from then on (`Fehler_Pause`
 // at 1 or more) errors are ignored and the tick goes on with its next step.
 
-#include <QString>
-#include <QStringList>
-
 namespace kal {
-
-/// Lines of the main cycle's error list, oldest first, as the live page shows
-/// them (`LogList`); each line also goes out through `hooks.LogList_Add`.
-extern QStringList LogList;
 
 /// One tick of the main cycle. A tick called while another one waits inside a
 /// connect wait returns at once.

@@ -1,5 +1,7 @@
 #pragma once
-// A channel socket driven by a test script: no network, no event loop.
+// A channel socket driven by a test script: no network, no event loop. Used
+// where the real socket cannot be driven deterministically: the tick-level
+// tests of the main cycle and the receive path.
 //
 // The script sets the state, decides what Connect leads to, makes sends fail,
 // queues answer bytes and fires DataArrival; every frame the station sent is
@@ -8,9 +10,11 @@
 
 #include "link/socket.h"
 
+#include <array>
+
 #include <QList>
 
-namespace kal {
+namespace kal::test {
 
 class ScriptedSocket : public Socket {
 public:
@@ -41,4 +45,4 @@ public:
 /// what was there) and returns them by channel.
 std::array<ScriptedSocket *, KANAL_MAX> installScriptedSockets();
 
-} // namespace kal
+} // namespace kal::test

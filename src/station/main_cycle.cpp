@@ -1,28 +1,28 @@
-#include "link/main_cycle.h"
+#include "station/main_cycle.h"
 
+#include "config/config_file.h"
 #include "core/dates.h"
-#include "core/hooks.h"
 #include "core/plant_state.h"
+#include "core/screen.h"
 #include "link/channels.h"
 #include "link/derived_data.h"
 #include "link/polling.h"
+#include "operation/live_page.h"
 
 #include <exception>
 
 namespace kal {
 
-QStringList LogList;
-
 namespace {
 
+/// Repeats of the first logged error the handler counts down before it logs
+/// that error again.
 constexpr int FEHLER_PAUSE = 100;
-
-bool imTakt = false;
 
 /// Marks the tick as running for as long as it runs, also when it ends early.
 struct Takt_Sperre {
-    Takt_Sperre() { imTakt = true; }
-    ~Takt_Sperre() { imTakt = false; }
+    Takt_Sperre() { plant.Takt_Laeuft = TRUE16; }
+    ~Takt_Sperre() { plant.Takt_Laeuft = FALSE16; }
 };
 
 /// Address of the furnace on turn, four octets joined by "."; empty when
@@ -112,8 +112,8 @@ bool Erste_Haelfte(Takt &t)
     });
 }
 
-/// Steps 170..310: derived data of every online furnace, the configuration
-/// save the identity check asked for, the live curve's sample.
+/// Steps 170..300: derived data of every online furnace, then the
+/// configuration save the identity check asked for.
 void Zweite_Haelfte(Takt &t)
 {
     for (int ofen = 0; ofen < OFEN_MAX; ++ofen) {
@@ -123,18 +123,23 @@ void Zweite_Haelfte(Takt &t)
             }))
             return;
     }
-    if (!t.lauf([&] {
-            t.schritt = 300;
-            if (plant.Config_Save != 0) {
-                plant.Config_Save = 0;
-                callHook(hooks.Config_Schreiben, true);
-            }
-        }))
-        return;
     t.lauf([&] {
-        t.schritt = 310;
-        callHook(hooks.Graph_Online);
+        t.schritt = 300;
+        if (plant.Config_Save != 0) {
+            plant.Config_Save = 0;
+            Config_Schreiben(true);
+        }
     });
+}
+
+/// What the live page takes from every tick: the time of each online
+/// furnace's last block 0, and one count of its refresh wait.
+void Seite_Fuettern()
+{
+    for (int f = 0; f < OFEN_MAX; ++f)
+        if (plant.Ofen_Online[f])
+            Block0_Zeit_Setzen(f);
+    Seite_Warten_Zaehlen();
 }
 
 } // namespace
@@ -143,13 +148,15 @@ void Timer1_Tick()
 {
     // A tick that comes while another waits for a connect is dropped, as a
     // timer never re-enters its running handler.
-    if (imTakt)
+    if (plant.Takt_Laeuft != 0)
         return;
     Takt_Sperre sperre;
     Takt t;
     if (Erste_Haelfte(t))
         Zweite_Haelfte(t);
+    Seite_Fuettern();
 }
+
 
 void Timer1_Fehler(int nummer, int schritt)
 {
@@ -167,8 +174,7 @@ void Timer1_Fehler(int nummer, int schritt)
     plant.Fehler_Letzter = nummer;
     const QString zeile = Datum_System(Jetzt()) + QStringLiteral("   Line") + Zahl_Text(schritt) +
                           QStringLiteral("   Err:") + Zahl_Text(nummer) + QStringLiteral("   ") + Akt_Adresse();
-    LogList.append(zeile);
-    callHook(hooks.LogList_Add, zeile);
+    LogList_Add(zeile);
 }
 
 } // namespace kal

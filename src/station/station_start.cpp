@@ -1,4 +1,4 @@
-#include "core/station_start.h"
+#include "station/station_start.h"
 
 #include "config/channel_tables.h"
 #include "config/config_file.h"
@@ -7,34 +7,23 @@
 #include "config/paths.h"
 #include "config/reg_names.h"
 #include "core/dates.h"
-#include "core/hooks.h"
+#include "core/dialogs.h"
 #include "core/plant_state.h"
+#include "core/screen.h"
 #include "link/channels.h"
 #include "link/data_arrival.h"
-#include "link/main_cycle.h"
 #include "link/qt_socket.h"
 #include "link/socket.h"
-#include "operation/live_page.h"
 #include "operation/message_store.h"
-#include "recording/recorder.h"
-#include "operation/messages_view_model.h"
+#include "station/shutdown.h"
+#include "station/wiring.h"
 
 #include <QDate>
 #include <QLocale>
-#include <cstdio>
-#include <cstdlib>
 
 namespace kal {
 
 namespace {
-
-void standardEnde(int code)
-{
-    std::fflush(nullptr);
-    std::_Exit(code);
-}
-
-Prozess_Ende_Fn g_ende = standardEnde;
 
 /// "." unless the present date's text in the system's short form holds "/".
 QString datumTrenner()
@@ -45,13 +34,18 @@ QString datumTrenner()
 
 } // namespace
 
-void setProzessEnde(Prozess_Ende_Fn fn)
-{
-    g_ende = fn ? fn : standardEnde;
-}
-
 void Station_Start()
 {
+    // The subsystems are connected before anything can arrive; a station that
+    // would acknowledge log blocks nobody stores does not run.
+    Station_Verdrahten();
+    const QStringList fehlt = Fehlende_Hooks();
+    if (!fehlt.isEmpty()) {
+        dialogs().message(QStringLiteral("Kalmeron: not wired: ") + fehlt.join(QStringLiteral(", ")));
+        Prozess_Ende(1);
+        return;
+    }
+
     // 1. Start values.
     plant.Live_Raster = 10;
     plant.Datum_Trenner = datumTrenner();
@@ -65,8 +59,8 @@ void Station_Start()
     // 3. Form entries 4, 6 and 7 and the controller entry are off; the main
     //    cycle switches the controller entry on while a furnace is online.
     for (int i : {4, 6, 7})
-        callHook(hooks.mnuform_Schalten, i, false);
-    callHook(hooks.mnuRegler, false);
+        screen().mnuform(i, false);
+    screen().mnuRegler(false);
 
     // 5. The language table.
     plant.Befehl_Maske = 3;
@@ -83,9 +77,6 @@ void Station_Start()
     Meld_Datei_Oeffnen();
 
     // 9. The configuration.
-    hooks.Config_Schreiben = [](bool take_plc) { Config_Schreiben(take_plc); };
-    hooks.Kanal_Setup = [](int f) { Kanal_Setup(f); };
-    Recorder_Init();
     Config_Lesen();
 
     // 10. Channels of every furnace, then its channel tables. The channels are
@@ -101,7 +92,6 @@ void Station_Start()
 
     // 11. Message texts and track names from the store.
     Meld_Texte_Laden();
-    Meldungen_Init();
 
     // 12. The other text tables (site language file, controller names), then
     //     the language switch.
@@ -111,7 +101,7 @@ void Station_Start()
 
     // 13. The live page.
     plant.Prog_Anzahl = 100;
-    callHook(hooks.Menue_Zeigen);
+    screen().Menue_Zeigen();
 
     // 14. No Modbus read is open on any channel.
     for (int k = 0; k < KANAL_MAX; ++k)
@@ -122,32 +112,6 @@ void Station_Start()
                                        QStringLiteral("TTMMJJJJ"));
     plant.Datum_Von = neujahr;
     plant.Datum_Bis = neujahr;
-}
-
-void Station_Timer1()
-{
-    Timer1_Tick();
-    for (int f = 0; f < OFEN_MAX; ++f)
-        if (plant.Ofen_Online[f])
-            Block0_Zeit_Setzen(f);
-    Seite_Warten_Zaehlen();
-}
-
-void Timer2_Tick()
-{
-    // The temperature text log runs here once it is part of the station.
-}
-
-void Sprache_Wechseln()
-{
-    Sprachumschalt();
-}
-
-void Programm_Ende()
-{
-    Meld_Datei_Schliessen();
-    callHook(hooks.Formen_Entladen);
-    g_ende(0);
 }
 
 } // namespace kal

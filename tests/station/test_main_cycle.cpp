@@ -4,7 +4,8 @@
 
 #include "link/channels.h"
 #include "link/frames.h"
-#include "test_polling_fixture.h"
+#include "station/main_cycle.h"
+#include "support/scripted_plant.h"
 
 #include <cmath>
 
@@ -71,8 +72,6 @@ protected:
 
 TEST_F(Zyklus, EightFurnacesAreEachServedEveryEighthTickAndACommandCutsIn)
 {
-    std::vector<bool> regler;
-    hooks.mnuRegler = [&](bool on) { regler.push_back(on); };
     for (int f = 0; f < OFEN_MAX; ++f)
         Ofen(f, f % 2 != 0);
     for (int t = 0; t < 24; ++t) {
@@ -82,7 +81,7 @@ TEST_F(Zyklus, EightFurnacesAreEachServedEveryEighthTickAndACommandCutsIn)
     }
     for (int f = 0; f < OFEN_MAX; ++f)
         EXPECT_EQ(sock[f]->sent.size(), 3) << "furnace " << f;
-    EXPECT_EQ(regler, (std::vector<bool>{true, true})) << "the controller menu follows the rounds";
+    EXPECT_EQ(scr.regler, (QList<bool>{true, true})) << "the controller menu follows the rounds";
 
     // A command by Modbus serves its furnace again on the next tick, from phase 1.
     Takte(5);
@@ -158,8 +157,8 @@ TEST_F(Zyklus, QueuedWriteGoesFirstByItsLinkAndIsClearedEvenWhenRefused)
         Takte(8, false);
         EXPECT_EQ(plant.Write_Len[0], 0);
     }
-    ASSERT_EQ(LogList.size(), 1);
-    EXPECT_EQ(LogList[0], QStringLiteral("15.03.2024 10:00:00   Line 100   Err: 40006   10.0.0.11"));
+    ASSERT_EQ(plant.LogList.size(), 1);
+    EXPECT_EQ(plant.LogList[0], QStringLiteral("15.03.2024 10:00:00   Line 100   Err: 40006   10.0.0.11"));
 }
 
 TEST_F(Zyklus, FailedConnectWaitsTwoSecondsWhileEventsRunThenRests)

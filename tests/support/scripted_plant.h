@@ -4,15 +4,12 @@
 // decide per tick what each PLC answers.
 
 #include "core/dates.h"
-#include "core/dialogs.h"
 #include "core/hooks.h"
 #include "core/plant_state.h"
 #include "link/data_arrival.h"
-#include "link/main_cycle.h"
 #include "link/polling.h"
-#include "link/scripted_socket.h"
-
-#include <gtest/gtest.h>
+#include "support/fresh.h"
+#include "support/scripted_socket.h"
 
 #include <QMap>
 #include <vector>
@@ -52,25 +49,21 @@ inline int Wort_im_Rahmen(const QByteArray &r, int pos)
     return (static_cast<uint8_t>(r[pos]) << 8) | static_cast<uint8_t>(r[pos + 1]);
 }
 
-class Anlage : public ::testing::Test {
+class Anlage : public FreshProcess {
 protected:
     std::array<ScriptedSocket *, KANAL_MAX> sock{};
-    ScriptedDialogs dlg;
     std::vector<int> chargen;   ///< furnace numbers handed to the recorder
     std::vector<int> meldungen; ///< ±n reported by the message scan
-    QMap<int, QString> panel;   ///< panel index -> text
+    QMap<int, QString> &panel = scr.panel; ///< panel index -> text
     QDateTime jetzt = QDateTime(QDate(2024, 3, 15), QTime(10, 0, 0), Qt::UTC);
 
     void SetUp() override
     {
-        resetPlant();
+        FreshProcess::SetUp();
         sock = installScriptedSockets();
         Empfang_Verbinden();
-        hooks = Hooks{};
         hooks.Charge_Schreiben = [this](int nr) { chargen.push_back(nr); };
         hooks.MeldEintrag = [this](int, int n) { meldungen.push_back(n); };
-        hooks.Status_Panel = [this](int p, const QString &t) { panel[p] = t; };
-        setDialogs(&dlg);
         setJetzt(jetzt);
         plant.Sprachtext(0, 0) = QStringLiteral("Ofen");
         plant.Sprachtext(0, 7) = QStringLiteral("Connect");
@@ -82,16 +75,7 @@ protected:
         for (int f = 0; f < OFEN_MAX; ++f)
             plant.Meld_Seite[f] = -1;
         plant.Next_Ofen = -1;
-        LogList.clear();
-    }
-
-    void TearDown() override
-    {
-        Winsock1.clear();
-        hooks = Hooks{};
-        setDialogs(nullptr);
-        setJetzt(QDateTime());
-        Zyklus_Uhr_Standard();
+        plant.LogList.clear();
     }
 
     /// A furnace at 10.0.0.(11 + f), enabled, its socket connected.

@@ -1,6 +1,6 @@
-#include "link/scripted_socket.h"
+#include "support/scripted_socket.h"
 
-namespace kal {
+namespace kal::test {
 
 void ScriptedSocket::Connect()
 {
@@ -62,4 +62,4 @@ std::array<ScriptedSocket *, KANAL_MAX> installScriptedSockets()
     return out;
 }
 
-} // namespace kal
+} // namespace kal::test

@@ -1,0 +1,25 @@
+#include "station/wiring.h"
+
+#include "core/hooks.h"
+#include "operation/message_store.h"
+#include "operation/messages_view_model.h"
+#include "recording/recorder.h"
+
+namespace kal {
+
+void Station_Verdrahten()
+{
+    hooks.Charge_Schreiben = Charge_Schreiben;
+    hooks.MeldEintrag = MeldEintrag;
+    hooks.Alarme_Refresh = Alarme_Config_Neu;
+}
+
+QStringList Fehlende_Hooks()
+{
+    QStringList fehlt;
+    if (!hooks.Charge_Schreiben)
+        fehlt << QStringLiteral("Charge_Schreiben");
+    return fehlt;
+}
+
+} // namespace kal

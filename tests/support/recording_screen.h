@@ -1,0 +1,42 @@
+#pragma once
+// A screen that keeps what the logic told it: the texts of the status panels,
+// the menu switches, the error list lines and the forms' refreshes.
+
+#include "core/screen.h"
+
+#include <QList>
+#include <QMap>
+#include <QPair>
+#include <QStringList>
+
+namespace kal::test {
+
+class RecordingScreen : public Screen {
+public:
+    QMap<int, QString> panel;          ///< panel index -> last text
+    QList<QPair<int, QString>> panels; ///< every panel text, in order
+    QList<bool> regler;                ///< every switch of mnuRegler
+    QList<QPair<int, bool>> formen;    ///< every switch of a mnuform entry
+    QStringList logList;               ///< LogList lines shown
+    QList<bool> alarme;                ///< every redraw of the message form (list or not)
+    int menue = 0;                     ///< showings of the live page
+    int entladen = 0;                  ///< unloads of the forms
+    int sprache = 0;                   ///< language changes
+    int elemente = 0;                  ///< refreshes of the element list
+
+    void Status_Panel(int p, const QString &text) override
+    {
+        panel[p] = text;
+        panels.append({p, text});
+    }
+    void mnuRegler(bool on) override { regler.append(on); }
+    void mnuform(int i, bool on) override { formen.append({i, on}); }
+    void Menue_Zeigen() override { ++menue; }
+    void Formen_Entladen() override { ++entladen; }
+    void Sprache_Geaendert() override { ++sprache; }
+    void LogList_Zeile(const QString &line) override { logList.append(line); }
+    void Alarme_Zeichnen(bool liste) override { alarme.append(liste); }
+    void Elemente_Zeigen() override { ++elemente; }
+};
+
+} // namespace kal::test
