@@ -1,6 +1,8 @@
 #include "config/channel_tables.h"
 
+#include "config/text_ids.h"
 #include "core/conversions.h"
+#include "core/word_map.h"
 
 namespace kal {
 
@@ -8,10 +10,6 @@ namespace {
 
 constexpr int EINHEIT_BREITE = 5; ///< width of Kanal_Einheit
 
-QString text(int id)
-{
-    return plant.Sprachtext(plant.Sprache, id);
-}
 
 /// Channel name by kind (A bits 0..3) and unit code (A bits 8..11).
 /// Kinds 0..3 are the auxiliary circuits of a furnace: 0 and 1 the preheating
@@ -21,21 +19,21 @@ QString kanal_Name(int art, int einheit)
 {
     switch (art) {
     case 0:
-    case 1: return text(162);
+    case 1: return Text_Id(text::PREHEAT);
     case 2: return QStringLiteral("Begasung ");
     case 3: return QStringLiteral("Kühlung  ");
-    case 4: return einheit == 9 ? text(164) : text(165);
-    case 5: return einheit == 9 ? QStringLiteral("Hochdruck ") : text(166);
-    case 6: return einheit == 9 ? QStringLiteral("Niederdruck ") : text(167);
-    case 7: return text(168);
+    case 4: return einheit == 9 ? Text_Id(text::PRESSURE) : Text_Id(text::VACUUM);
+    case 5: return einheit == 9 ? QStringLiteral("Hochdruck ") : Text_Id(text::AIR_FEED);
+    case 6: return einheit == 9 ? QStringLiteral("Niederdruck ") : Text_Id(text::EXHAUST);
+    case 7: return Text_Id(text::CIRCULATION);
     case 8: return QStringLiteral("Kat  ");
-    case 9: return einheit == 8 ? QStringLiteral("Zone        ") : text(47);
-    case 10: return text(41);
-    case 11: return QStringLiteral("  ") + text(42);
-    case 12: return text(43);
-    case 13: return einheit != 0 ? QStringLiteral("  Heizung   ") : QStringLiteral("  ") + text(44);
-    case 14: return einheit == 5 ? QStringLiteral("Verdampfer ") : text(45);
-    default: return einheit == 6 ? QStringLiteral("Loetbad   ") : text(46);
+    case 9: return einheit == 8 ? QStringLiteral("Zone        ") : Text_Id(text::RESISTANCE);
+    case 10: return Text_Id(text::SET_VALUE);
+    case 11: return QStringLiteral("  ") + Text_Id(text::ACTUAL_VALUE);
+    case 12: return Text_Id(text::OUTPUT);
+    case 13: return einheit != 0 ? QStringLiteral("  Heizung   ") : QStringLiteral("  ") + Text_Id(text::STATUS);
+    case 14: return einheit == 5 ? QStringLiteral("Verdampfer ") : Text_Id(text::CURRENT_A);
+    default: return einheit == 6 ? QStringLiteral("Loetbad   ") : Text_Id(text::VOLTAGE);
     }
 }
 
@@ -113,13 +111,15 @@ void plain_Kanaele(int n)
         int adr_ist;      // -1: left as the code words gave it
     };
     static const Zeile tabelle[10] = {
-        {41, " °C", 1, 43},  {42, " °C", 1, 44},    {43, " %", 1, 45},    {44, "", 1, 37},
-        {45, " A", 10, 64},  {46, " V", 10, 0},     {47, " Ohm", 1000, 0}, {-1, "", 1000, -1},
+        {text::SET_VALUE, " °C", 1, word::SET_VALUE},  {text::ACTUAL_VALUE, " °C", 1, word::ACTUAL_VALUE},
+        {text::OUTPUT, " %", 1, word::OUTPUT},         {text::STATUS, "", 1, word::STATUS},
+        {text::CURRENT_A, " A", 10, 64},               {text::VOLTAGE, " V", 10, 0},
+        {text::RESISTANCE, " Ohm", 1000, 0},           {-1, "", 1000, -1},
         {-1, "", 1, -1},     {-1, "", 1, -1},
     };
     for (int k = 0; k < 10; ++k) {
         const Zeile &z = tabelle[k];
-        plant.Kanal_Name(n, k) = z.id < 0 ? QString() : text(z.id);
+        plant.Kanal_Name(n, k) = z.id < 0 ? QString() : Text_Id(z.id);
         plant.Kanal_Einheit(n, k) = Fest(QString::fromUtf8(z.einheit), EINHEIT_BREITE);
         plant.Kanal_Teiler(n, k) = z.teiler;
         if (z.adr_ist >= 0)

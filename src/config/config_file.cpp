@@ -4,10 +4,12 @@
 #include "config/config_record.h"
 #include "config/paths.h"
 #include "config/paths_check.h"
+#include "config/text_ids.h"
 #include "core/conversions.h"
 #include "core/dates.h"
 #include "core/dialogs.h"
 #include "core/plant_state.h"
+#include "core/word_map.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -201,7 +203,7 @@ void identitaet_Uebernehmen()
         if (plant.Ofen_Online[f] == 0 || plant.Kennung_Zaehler[f] <= 1)
             continue;
         plant.Kennung_Zaehler[f] = 0;
-        plant.Ofen_Typ[f + 1] = plant.SPS_Wort(f, 29);
+        plant.Ofen_Typ[f + 1] = plant.SPS_Wort(f, word::TYPE);
         if (plant.PLC_Name[f] != plant.Ofen_Name[f]) {
             plant.Ofen_Name[f] = plant.PLC_Name[f];
             plant.Ofen_Bezeichnung[f] = plant.PLC_Name[f];
@@ -209,9 +211,9 @@ void identitaet_Uebernehmen()
         plant.Ofen_Serie[f] = plant.PLC_Serie[f];
         plant.Ofen_Version[f] = plant.PLC_Version[f];
         Ist_GKD(f);
-        plant.Ofen_Wert216[f] = plant.SPS_Wort(f, 216);
-        plant.Ofen_Wert217[f] = plant.SPS_Wort(f, 217);
-        plant.Ofen_Wert218[f] = plant.SPS_Wort(f, 218);
+        plant.Ofen_Wert216[f] = plant.SPS_Wort(f, word::IDENTITY_216);
+        plant.Ofen_Wert217[f] = plant.SPS_Wort(f, word::IDENTITY_216 + 1);
+        plant.Ofen_Wert218[f] = plant.SPS_Wort(f, word::IDENTITY_216 + 2);
     }
 }
 
@@ -339,7 +341,7 @@ void ohne_Datei(const QString &path)
     }
     for (int k = 1; k <= 3; ++k)
         plant.Pfad[k] = Standard_Ordner(k);
-    const QString text = plant.Sprachtext(plant.Sprache, 154);
+    const QString text = Text_Id(text::FILE_NOT_FOUND);
     dialogs().message(text + QStringLiteral(":\n\n") + path + QStringLiteral("\n\n") + text +
                       QLatin1Char('!'));
 }

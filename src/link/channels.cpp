@@ -1,7 +1,8 @@
 #include "link/channels.h"
 
-#include "core/screen.h"
+#include "config/text_ids.h"
 #include "core/plant_state.h"
+#include "core/screen.h"
 #include "link/socket.h"
 
 #include <exception>
@@ -51,11 +52,6 @@ QString Ofen_Tag(int ofen)
     return art + QString::number((ofen + 1) % 10);
 }
 
-QString Sprachwort(int id)
-{
-    return plant.Sprachtext(plant.Sprache, id);
-}
-
 void Status_Panel(int ofen, const QString &text)
 {
     screen().Status_Panel(ofen + 1, text);
@@ -83,7 +79,7 @@ void Kanal_Setup(int ofen)
     });
 
     QString panel;
-    weiter([&] { panel = Sprachwort(0) + Zahl_Text(ofen + 1) + QStringLiteral(" IP:") + adresse; });
+    weiter([&] { panel = Text_Id(text::FURNACE) + Zahl_Text(ofen + 1) + QStringLiteral(" IP:") + adresse; });
     weiter([&] {
         const u8 server = plant.Server_IP4[ofen];
         if (server == 0)

@@ -25,9 +25,6 @@ QString Ofen_Adresse(int ofen);
 /// serial furnace; then the last digit of the furnace number ("P:1").
 QString Ofen_Tag(int ofen);
 
-/// Word `id` of the language table in the current language.
-QString Sprachwort(int id);
-
 /// Writes the text of the furnace's status panel (through the main window).
 void Status_Panel(int ofen, const QString &text);
 

@@ -5,22 +5,14 @@
 #include "core/dialogs.h"
 #include "core/hooks.h"
 #include "core/plant_state.h"
+#include "core/word_map.h"
 #include "link/channels.h"
 
 namespace kal {
 
 namespace {
 
-constexpr int WORT_STUNDEN_UDP = 67; ///< operating hours, low half (high half follows)
-constexpr int WORT_STUNDEN_TCP = 7;
-constexpr int WORT_TYP = 29;
-constexpr int WORT_DATUM_A = 80;     ///< time stamp of block 0, words 80/81
-constexpr int WORT_MELD = 87;        ///< message words 87..89
-constexpr int WORT_NAME = 200;
-constexpr int WORT_SERIE = 208;
-constexpr int WORT_SERVER = 215;
-constexpr int WORT_MELD_CONFIG = 690; ///< message configuration 690..699
-constexpr int MELD_CONFIG_GUELTIG = 0xAB;
+constexpr int MELD_CONFIG_GUELTIG = 0xAB; ///< high byte of word 699: configuration valid
 
 /// Minutes a log stamp may lie behind the station's clock before the decoder
 /// counts the furnace as behind a backlog of records.
@@ -52,14 +44,14 @@ void Layout_Setzen(int ofen, i16 typ)
 /// The last word of block 0: operating hours, layout, time stamp.
 void Block0(int ofen)
 {
-    const int lo = plant.Ofen_UDP[ofen] == -1 ? WORT_STUNDEN_UDP : WORT_STUNDEN_TCP;
+    const int lo = plant.Ofen_UDP[ofen] == -1 ? word::HOURS_UDP : word::HOURS_TCP;
     plant.Ofen_Stunden[ofen] = CVL(MKI(wort(ofen, lo)) + MKI(wort(ofen, lo + 1)));
     plant.Block1_Zahl[ofen] = 1;
     plant.Block0_Neu[ofen] = -1;
     // The furnace's own type word overrides the one of the configuration file.
-    Layout_Setzen(ofen, wort(ofen, WORT_TYP));
+    Layout_Setzen(ofen, wort(ofen, word::TYPE));
     plant.Meld_Pruefen = -1;
-    plant.Datum_Block0[ofen] = SPS_Datum(wort(ofen, WORT_DATUM_A), wort(ofen, WORT_DATUM_A + 1));
+    plant.Datum_Block0[ofen] = SPS_Datum(wort(ofen, word::STAMP), wort(ofen, word::STAMP + 1));
     if (plant.SPS_Datum_OK == -1)
         plant.Prog_Neu[ofen] = -1;
 }
@@ -105,8 +97,8 @@ bool Server_Gleich(int ofen)
 /// server's address; channel 8 is set up again when the server changed.
 void Block2(int ofen)
 {
-    plant.Block2_Neu[ofen] = flag(wort(ofen, WORT_NAME) != 0 && wort(ofen, WORT_SERIE) != 0);
-    const i16 w215 = wort(ofen, WORT_SERVER);
+    plant.Block2_Neu[ofen] = flag(wort(ofen, word::NAME) != 0 && wort(ofen, word::SERIAL) != 0);
+    const i16 w215 = wort(ofen, word::SERVER);
     plant.Server_Offset[ofen] = Server_Basis(ofen, w215);
     if (plant.Server_Offset[ofen] == 0)
         return;
@@ -162,14 +154,14 @@ void Log_Trigger(int ofen)
 /// 0xAB in its high byte.
 void Meld_Config_Lesen(int ofen)
 {
-    if (highByte(wort(ofen, WORT_MELD_CONFIG + 9)) != MELD_CONFIG_GUELTIG) {
+    if (highByte(wort(ofen, word::MESSAGE_CODE)) != MELD_CONFIG_GUELTIG) {
         plant.Meld_Config_Da[ofen] = 0;
         return;
     }
     plant.Meld_Config_Da[ofen] = -1;
     bool anders = false;
     for (int k = 0; k < 10; ++k) {
-        const i16 w = wort(ofen, WORT_MELD_CONFIG + k);
+        const i16 w = wort(ofen, word::MESSAGE_STOP + k);
         if (plant.Meld_Config(ofen, k) != w)
             anders = true;
         plant.Meld_Config(ofen, k) = w;
@@ -220,17 +212,17 @@ void Block_Decode(int ofen, int start, int count)
         // at each address (block 0 may just have changed `Ofen_Basis`).
         if (adr == plant.Ofen_Basis[ofen])
             plant.Block1_Neu[ofen] = -1;
-        else if (adr == 99)
+        else if (adr == word::BLOCK0_END)
             Block0(ofen);
-        else if (adr == 199)
+        else if (adr == word::BLOCK1_END)
             plant.Block1_Zahl[ofen] = plant.Block1_Zahl[ofen] == 1 ? 2 : 0;
-        else if (adr == 299)
+        else if (adr == word::BLOCK2_END)
             Block2(ofen);
-        else if (adr == 399)
+        else if (adr == word::BLOCK3_END)
             Block3(ofen);
         else if (adr == plant.Adr_Trigger[ofen] + 2)
             Log_Trigger(ofen);
-        else if (adr == 699)
+        else if (adr == word::BLOCK6_END)
             Meld_Config_Lesen(ofen);
     }
 
@@ -257,7 +249,7 @@ void MeldScan(int ofen)
 {
     plant.Meld_Pruefen = 0;
     for (int w = 0; w < 3; ++w) {
-        const i32 neu = plant.SPS_Wort(ofen, WORT_MELD + w);
+        const i32 neu = plant.SPS_Wort(ofen, word::MESSAGES + w);
         const i32 alt = plant.Meld_Letzt(ofen, w);
         if (neu == alt)
             continue;

@@ -3,6 +3,7 @@
 #include "core/conversions.h"
 #include "core/dates.h"
 #include "core/plant_state.h"
+#include "core/word_map.h"
 
 #include <cmath>
 #include <cstdlib>
@@ -11,14 +12,6 @@ namespace kal {
 
 namespace {
 
-constexpr int WORT_TYP = 29;
-constexpr int WORT_SEGMENT = 41;      ///< running segment, 1-based
-constexpr int WORT_REST = 57;         ///< remaining time of the segment, 1/100 h
-constexpr int WORT_UHR = 58;          ///< clock step command to the panel
-constexpr int WORT_BEFEHL = 99;       ///< + n: command of segment n (low 4 bits)
-constexpr int WORT_ZIEL = 119;        ///< + n: start of segment n, + n + 1 its end
-constexpr int WORT_ZEIT = 139;        ///< + n: time or rate of segment n
-constexpr int WORT_ELEMENTE = 278;
 constexpr int SEGMENTE = 20;
 constexpr int BASIS_MIT_UHR = 500;    ///< only these panels take clock steps
 constexpr int BASIS_OHNE_VERSION = 50;
@@ -51,7 +44,7 @@ void Uhr_Stellen(int ofen, const QDateTime &stempel)
         plant.Uhr_Korrektur[ofen] = -1;
     if (minuten == 0)
         plant.Uhr_Korrektur[ofen] = 0;
-    if (wort(ofen, WORT_UHR) > 0 || plant.Uhr_Korrektur[ofen] != -1)
+    if (wort(ofen, word::CLOCK_STEP) > 0 || plant.Uhr_Korrektur[ofen] != -1)
         return;
 
     auto schritt = [](int64_t d, int vor, int nach) { return d > 0 ? vor : nach; };
@@ -66,10 +59,10 @@ void Uhr_Stellen(int ofen, const QDateTime &stempel)
         befehl = schritt(stunden, 64, 128);
     else if (minuten != 0)
         befehl = schritt(minuten, 256, 512);
-    i16 &w58 = plant.SPS_Wort(ofen, WORT_UHR);
+    i16 &w58 = plant.SPS_Wort(ofen, word::CLOCK_STEP);
     w58 = static_cast<i16>(w58 + befehl);
     if (w58 != 0) {
-        plant.Write_Adr[ofen] = WORT_UHR;
+        plant.Write_Adr[ofen] = word::CLOCK_STEP;
         plant.Write_Len[ofen] = 1;
     }
 }
@@ -79,12 +72,13 @@ void Uhr_Stellen(int ofen, const QDateTime &stempel)
 int Rest_Segmente(int ofen)
 {
     int summe = 0;
-    for (int n = wort(ofen, WORT_SEGMENT) + 1; n <= SEGMENTE; ++n) {
-        const int art = wort(ofen, WORT_BEFEHL + n) & 0xF;
+    for (int n = wort(ofen, word::SEGMENT) + 1; n <= SEGMENTE; ++n) {
+        const int art = wort(ofen, word::SEGMENT_COMMANDS - 1 + n) & 0xF;
         if (art < 1 || art > 5)
             break;
-        const double spanne = std::abs(wort(ofen, WORT_ZIEL + n + 1) - wort(ofen, WORT_ZIEL + n)) * 10.0;
-        const int t = wort(ofen, WORT_ZEIT + n);
+        const double spanne =
+            std::abs(wort(ofen, word::SEGMENT_TARGETS + n) - wort(ofen, word::SEGMENT_TARGETS - 1 + n)) * 10.0;
+        const int t = wort(ofen, word::SEGMENT_TIMES - 1 + n);
         switch (art) {
         case 1: // ramp at t (0.1 K/h)
             if (t > 0)
@@ -117,15 +111,16 @@ QByteArray Wort_Bytes(int ofen, int adr, int worte)
 
 void Text_Bilder(int ofen)
 {
-    plant.PLC_Name[ofen] = Worte_Text(ofen, 200, 8);
-    plant.PLC_Serie[ofen] = Worte_Text(ofen, 208, 6);
-    plant.PLC_Version[ofen] = Worte_Text(ofen, 214, 1);
-    plant.PLC_Bezeichnung[ofen] = Text_Sauber(Latin1Text(Wort_Bytes(ofen, 180, 8) + Wort_Bytes(ofen, 90, 7)));
+    plant.PLC_Name[ofen] = Worte_Text(ofen, word::NAME, 8);
+    plant.PLC_Serie[ofen] = Worte_Text(ofen, word::SERIAL, 6);
+    plant.PLC_Version[ofen] = Worte_Text(ofen, word::VERSION, 1);
+    plant.PLC_Bezeichnung[ofen] =
+        Text_Sauber(Latin1Text(Wort_Bytes(ofen, word::DESCRIPTION_1, 8) + Wort_Bytes(ofen, word::DESCRIPTION_2, 7)));
 }
 
 void Element_Daten(int ofen)
 {
-    const int w = wort(ofen, WORT_ELEMENTE);
+    const int w = wort(ofen, word::ELEMENT_CODE);
     if (w < 1) {
         plant.Element_Anz[ofen] = 0;
         plant.Element_Spuren[ofen] = 0;
@@ -140,7 +135,7 @@ void Element_Daten(int ofen)
     }
     plant.Element_Anz[ofen] = static_cast<i16>(anzahl);
     plant.Element_Spuren[ofen] = static_cast<i16>(std::min(rest, 18));
-    plant.Element_Rest[ofen] = wort(ofen, WORT_ELEMENTE + 1);
+    plant.Element_Rest[ofen] = wort(ofen, word::ELEMENT_REST);
 }
 
 /// Which comparison of the identity failed, 0 none; a later failure
@@ -148,7 +143,7 @@ void Element_Daten(int ofen)
 int Kennung_Vergleich(int ofen)
 {
     int fehler = 0;
-    if (plant.Ofen_Typ[ofen + 1] != wort(ofen, WORT_TYP))
+    if (plant.Ofen_Typ[ofen + 1] != wort(ofen, word::TYPE))
         fehler = 1;
     if (plant.Ofen_Name[ofen] != plant.PLC_Name[ofen])
         fehler = 2;
@@ -157,11 +152,11 @@ int Kennung_Vergleich(int ofen)
     if (plant.Ofen_Basis[ofen] != BASIS_OHNE_VERSION) {
         if (plant.Ofen_Version[ofen] != plant.PLC_Version[ofen])
             fehler = 4;
-        if (wort(ofen, 216) != plant.Ofen_Wert216[ofen])
+        if (wort(ofen, word::IDENTITY_216) != plant.Ofen_Wert216[ofen])
             fehler = 5;
-        if (wort(ofen, 217) != plant.Ofen_Wert217[ofen])
+        if (wort(ofen, word::IDENTITY_216 + 1) != plant.Ofen_Wert217[ofen])
             fehler = 6;
-        if (wort(ofen, 218) != plant.Ofen_Wert218[ofen])
+        if (wort(ofen, word::IDENTITY_216 + 2) != plant.Ofen_Wert218[ofen])
             fehler = 7;
     }
     const int basis = plant.Ofen_Basis[ofen];
@@ -210,11 +205,11 @@ void Programm_Zeiten(int ofen, int &schritt)
 
     schritt = 190;
     int rest = 0;
-    plant.Prog_Dauer_Text[ofen] = Dauer_Text(wort(ofen, WORT_REST) / 100.0, rest);
+    plant.Prog_Dauer_Text[ofen] = Dauer_Text(wort(ofen, word::REMAINING) / 100.0, rest);
     plant.Rest_Min[ofen] = rest;
 
     schritt = 200;
-    if (wort(ofen, WORT_SEGMENT) >= 1) {
+    if (wort(ofen, word::SEGMENT) >= 1) {
         plant.Rest_Min[ofen] += Rest_Segmente(ofen);
         plant.Prog_Ende_Text[ofen] =
             Datum_Text(DateAdd(QStringLiteral("n"), plant.Rest_Min[ofen], stempel), QStringLiteral("TTMMJJHHMM"));

@@ -1,7 +1,9 @@
 #include "link/polling.h"
 
-#include "core/screen.h"
+#include "config/text_ids.h"
 #include "core/plant_state.h"
+#include "core/screen.h"
+#include "core/word_map.h"
 #include "link/channels.h"
 #include "link/frames.h"
 #include "link/socket.h"
@@ -73,7 +75,7 @@ i16 Poll_Grenze(int ofen)
 {
     if (plant.Ofen_UDP[ofen] == -1)
         return 5;
-    if (plant.SPS_Wort(ofen, 29) >= 0)
+    if (plant.SPS_Wort(ofen, word::TYPE) >= 0)
         return 5;
     return plant.Ofen_Basis[ofen] == 50 ? 3 : 6;
 }
@@ -145,7 +147,7 @@ bool Ofen_Abbauen(int ofen, const QString &tag)
         Kanal_Setup(ofen);
         plant.Reinit_Ofen[ofen] = 0;
     }
-    Status_Panel(ofen, Sprachwort(8) + QLatin1Char(' ') + tag);
+    Status_Panel(ofen, Text_Id(text::OFFLINE) + QLatin1Char(' ') + tag);
     return true;
 }
 
@@ -177,7 +179,7 @@ bool Verbindung_Pruefen(int ofen, const QString &tag, int &schritt)
         plant.Seite_Ofen = 0;
     // A random rest, so that several lost furnaces don't stall the cycle in step.
     plant.Reconnect_Wait[ofen] = static_cast<i16>(std::floor(RUHE_RUNDEN * uhr().Zufall() + 1));
-    Status_Panel(ofen, Sprachwort(7) + QLatin1Char(' ') + tag);
+    Status_Panel(ofen, Text_Id(text::CONNECT) + QLatin1Char(' ') + tag);
     return false;
 }
 
@@ -246,7 +248,7 @@ void Poll_Lesen(int ofen)
 
 void Status_Online(int ofen, const QString &tag)
 {
-    QString text = Sprachwort(9) + QLatin1Char(' ') + tag;
+    QString text = Text_Id(text::ONLINE) + QLatin1Char(' ') + tag;
     if (plant.Empfang_Fehler[ofen] != 0) {
         Status_Panel(ofen, text + QStringLiteral(" Fehler") + Zahl_Text(plant.Empfang_Fehler[ofen]));
         return;

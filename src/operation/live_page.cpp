@@ -3,6 +3,7 @@
 #include "core/conversions.h"
 #include "core/dates.h"
 #include "core/screen.h"
+#include "core/word_map.h"
 #include "operation/ui_text.h"
 
 namespace kal {
@@ -48,14 +49,14 @@ void offlineZeile(int ofen, Seiten_Zeile &z)
     z.Status.clear();
     if (plant.Ofen_Aktiv[ofen] == 0) {
         z.Status_Farbe = Farbe_Normal;
-        z.Status = Text_Id(8);
+        z.Status = Text_Id(text::OFFLINE);
         return;
     }
     // An enabled furnace that is not connected blinks red.
     z.Status_Farbe = z.Status_Farbe == Farbe_Stoerung ? Farbe_Normal : Farbe_Stoerung;
     // A serial furnace (none in this plant) keeps the emptied text.
     if (plant.Ofen_Seriell[ofen] != TRUE16)
-        z.Status = Text_Id(7);
+        z.Status = Text_Id(text::CONNECT);
 }
 
 /// State text and colour. A fault shows red with its word; at the next refresh
@@ -63,36 +64,36 @@ void offlineZeile(int ofen, Seiten_Zeile &z)
 /// against the state.
 void statusSetzen(int ofen, Seiten_Zeile &z, int typ)
 {
-    const int w37 = wort(ofen, 37);
+    const int w37 = wort(ofen, word::STATUS);
     if (typ >= 4) {
-        const bool fault = wort(ofen, 87) != 0 || wort(ofen, 88) != 0;
+        const bool fault = wort(ofen, word::MESSAGES) != 0 || wort(ofen, word::MESSAGES + 1) != 0;
         if (fault && z.Status_Farbe != Farbe_Stoerung) {
             z.Status_Farbe = Farbe_Stoerung;
-            z.Status = Text_Id(94);
+            z.Status = Text_Id(text::FAULT);
         } else {
             z.Status_Farbe = Farbe_Aktiv;
             z.Status.clear();
         }
         return;
     }
-    const bool fault = wort(ofen, 88) != 0 || (wort(ofen, 87) & 0xFC) != 0;
+    const bool fault = wort(ofen, word::MESSAGES + 1) != 0 || (wort(ofen, word::MESSAGES) & 0xFC) != 0;
     if (fault && z.Status_Farbe != Farbe_Stoerung) {
         z.Status_Farbe = Farbe_Stoerung;
-        z.Status = Text_Id(94);
+        z.Status = Text_Id(text::FAULT);
     } else if (w37 & 1) {
         z.Status_Farbe = Farbe_Aktiv;
-        z.Status = Text_Id(100);
+        z.Status = Text_Id(text::AUTOMATIC);
     } else if (w37 & 2) {
         z.Status_Farbe = Farbe_Warnung;
-        z.Status = Text_Id(plant.Ofen_Basis[ofen] == BASIS_TRANSPORT ? 12 : 101);
-    } else if (wort(ofen, 9) & 0x4000) {
+        z.Status = Text_Id(plant.Ofen_Basis[ofen] == BASIS_TRANSPORT ? text::MANUAL : text::HALTED);
+    } else if (wort(ofen, word::START_FLAGS) & 0x4000) {
         // A timed start: the hour and minute it waits for.
         z.Status_Farbe = Farbe_Warnung;
-        z.Status = Text_Id(99) + QStringLiteral("  ") + Zwei_Stellen(wort(ofen, 16)) + QStringLiteral(":") +
-                   Zwei_Stellen(wort(ofen, 17));
+        z.Status = Text_Id(text::START_AT) + QStringLiteral("  ") + Zwei_Stellen(wort(ofen, word::START_HOUR)) + QStringLiteral(":") +
+                   Zwei_Stellen(wort(ofen, word::START_MINUTE));
     } else {
         z.Status_Farbe = Farbe_Normal;
-        z.Status = Text_Id(56);
+        z.Status = Text_Id(text::OFF);
     }
 }
 
@@ -102,10 +103,10 @@ void statusSetzen(int ofen, Seiten_Zeile &z, int typ)
 QString segmentZiel(int ofen, int seg, int art)
 {
     try {
-        const QString ziel = Format_Zahl(wort(ofen, 119 + seg), QStringLiteral("###0")) + QStringLiteral("°C  ");
+        const QString ziel = Format_Zahl(wort(ofen, word::SEGMENT_TARGETS - 1 + seg), QStringLiteral("###0")) + QStringLiteral("°C  ");
         switch (art) {
-        case 1: return ziel + Format_Zahl(wort(ofen, 139 + seg) / 10.0, QStringLiteral("##0.0")) + QStringLiteral("K/h");
-        case 2: return ziel + Format_Zahl(wort(ofen, 139 + seg) / 10.0, QStringLiteral("###0.0")) + QStringLiteral("h");
+        case 1: return ziel + Format_Zahl(wort(ofen, word::SEGMENT_TIMES - 1 + seg) / 10.0, QStringLiteral("##0.0")) + QStringLiteral("K/h");
+        case 2: return ziel + Format_Zahl(wort(ofen, word::SEGMENT_TIMES - 1 + seg) / 10.0, QStringLiteral("###0.0")) + QStringLiteral("h");
         case 3: return ziel + QString(8, QLatin1Char(' '));
         default: return QString();
         }
@@ -123,9 +124,9 @@ QString segmentText(int ofen, int seg, int art)
     case 1: return nr + QStringLiteral("Rampe ") + rest;
     case 2: return nr + QStringLiteral("Haltezeit ") + rest;
     case 3: return nr + QStringLiteral("Manuell");
-    case 4: return nr + Text_Id(3);
+    case 4: return nr + Text_Id(text::LOAD);
     case 5: return nr + QStringLiteral("Aufruf Programm");
-    default: return nr + Text_Id(39);
+    default: return nr + Text_Id(text::END);
     }
 }
 
@@ -134,13 +135,13 @@ void onlineZeile(int ofen, Seiten_Zeile &z)
     const int typ = plant.Ofen_Typ[ofen + 1];
     // The transport layout has no segment words: Seg and Art keep their last values.
     if (plant.Ofen_Basis[ofen] != BASIS_TRANSPORT) {
-        z.Seg = wort(ofen, 41);
-        z.Art = wort(ofen, 42);
+        z.Seg = wort(ofen, word::SEGMENT);
+        z.Art = wort(ofen, word::SEGMENT_KIND);
     }
     statusSetzen(ofen, z, typ);
 
-    if ((wort(ofen, 37) & 3) != 0 && typ < 4) {
-        z.Sollwert = grad(wort(ofen, 43)) + GRAD;
+    if ((wort(ofen, word::STATUS) & 3) != 0 && typ < 4) {
+        z.Sollwert = grad(wort(ofen, word::SET_VALUE)) + GRAD;
         z.Stellwert = QStringLiteral("  ") + plant.Prog_Ende_Text[ofen];
         z.Befehl = segmentText(ofen, z.Seg, z.Art);
         z.Soll_Bef = segmentZiel(ofen, z.Seg, z.Art);
@@ -150,7 +151,7 @@ void onlineZeile(int ofen, Seiten_Zeile &z)
         z.Befehl.clear();
         z.Soll_Bef.clear();
     }
-    z.Istwert = typ < 4 ? grad(wort(ofen, 44)) + GRAD : QString();
+    z.Istwert = typ < 4 ? grad(wort(ofen, word::ACTUAL_VALUE)) + GRAD : QString();
     z.OfenSelect = ofenText(ofen) + QStringLiteral("\n") + plant.Block0_Zeit[ofen];
     if (plant.TempLog_Laeuft[ofen] == TRUE16)
         z.OfenSelect += QStringLiteral("  CSV");
@@ -247,19 +248,19 @@ namespace kal {
 Seiten_Detailtext Seite_Detail_Text(int f)
 {
     Seiten_Detailtext d;
-    d.titel = QStringLiteral("%1 %2: %3").arg(Text_Id(0).trimmed()).arg(f + 1).arg(plant.Ofen_Name[f]);
+    d.titel = QStringLiteral("%1 %2: %3").arg(Text_Id(text::FURNACE).trimmed()).arg(f + 1).arg(plant.Ofen_Name[f]);
     d.zeilen << QStringLiteral("%1  %2").arg(plant.Ofen_Serie[f], plant.PLC_Bezeichnung[f]);
     d.zeilen << QStringLiteral("%1: %2 °C    %3: %4 °C    %5: %6 %")
-                    .arg(Text_Id(41).trimmed())
-                    .arg(plant.SPS_Wort(f, 43) / 10)
-                    .arg(Text_Id(42).trimmed())
-                    .arg(plant.SPS_Wort(f, 44) / 10)
-                    .arg(Text_Id(43).trimmed())
-                    .arg(plant.SPS_Wort(f, 45));
+                    .arg(Text_Id(text::SET_VALUE).trimmed())
+                    .arg(plant.SPS_Wort(f, word::SET_VALUE) / 10)
+                    .arg(Text_Id(text::ACTUAL_VALUE).trimmed())
+                    .arg(plant.SPS_Wort(f, word::ACTUAL_VALUE) / 10)
+                    .arg(Text_Id(text::OUTPUT).trimmed())
+                    .arg(plant.SPS_Wort(f, word::OUTPUT));
     d.zeilen << QStringLiteral("%1: %2    %3: %4")
-                    .arg(Text_Id(38).trimmed(), plant.Prog_Start_Text[f], Text_Id(39).trimmed(),
+                    .arg(Text_Id(text::START).trimmed(), plant.Prog_Start_Text[f], Text_Id(text::END).trimmed(),
                          plant.Prog_Ende_Text[f]);
-    d.zeilen << QStringLiteral("%1: %2").arg(Text_Id(59).trimmed()).arg(plant.Charge_Nr[f]);
+    d.zeilen << QStringLiteral("%1: %2").arg(Text_Id(text::BATCH).trimmed()).arg(plant.Charge_Nr[f]);
     return d;
 }
 

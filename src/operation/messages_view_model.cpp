@@ -2,6 +2,7 @@
 
 #include "core/conversions.h"
 #include "core/screen.h"
+#include "core/word_map.h"
 #include "link/frames.h"
 #include "operation/live_page.h"
 #include "operation/message_store.h"
@@ -15,13 +16,7 @@ namespace kal {
 
 namespace {
 
-constexpr int WORT_AKTIV = 87;   // message bits
-constexpr int WORT_STOP = 690;   // message stops the program
-constexpr int WORT_N2 = 693;     // message switches to nitrogen
-constexpr int WORT_SMS = 696;    // message goes out by SMS
-constexpr int WORT_CODE = 699;   // configuration present (0xAB) and the lamp bits
-constexpr int WORT_BEFEHL = 30;  // command word
-constexpr int BEFEHL_QUITT = 4;  // acknowledges the furnace's messages
+constexpr int BEFEHL_QUITT = 4;  // command that acknowledges the furnace's messages
 
 /// Where message index i (0..47) lies: word offset w and bit mask m of 16 bits.
 struct Meld_Bit {
@@ -82,12 +77,12 @@ void konfigZeilen(int ofen, QList<Meld_Zeile> &zeilen)
     for (int i = 0; i < plant.Meld_Anzahl[ofen]; ++i) {
         const Meld_Bit b = meldBit(i);
         const QString zelle[4] = {
-            bitGesetzt(ofen, WORT_AKTIV + b.w, b.m) ? QStringLiteral("AKTIV") : QString(5, QLatin1Char(' ')),
-            bitGesetzt(ofen, WORT_STOP + b.w, b.m) ? QStringLiteral("Stop") : QString(4, QLatin1Char(' ')),
-            bitGesetzt(ofen, WORT_N2 + b.w, b.m) ? QStringLiteral(" N2 ") : QString(4, QLatin1Char(' ')),
-            bitGesetzt(ofen, WORT_SMS + b.w, b.m) ? QStringLiteral("SMS ") : QString(4, QLatin1Char(' ')),
+            bitGesetzt(ofen, word::MESSAGES + b.w, b.m) ? QStringLiteral("AKTIV") : QString(5, QLatin1Char(' ')),
+            bitGesetzt(ofen, word::MESSAGE_STOP + b.w, b.m) ? QStringLiteral("Stop") : QString(4, QLatin1Char(' ')),
+            bitGesetzt(ofen, word::MESSAGE_N2 + b.w, b.m) ? QStringLiteral(" N2 ") : QString(4, QLatin1Char(' ')),
+            bitGesetzt(ofen, word::MESSAGE_SMS + b.w, b.m) ? QStringLiteral("SMS ") : QString(4, QLatin1Char(' ')),
         };
-        QString t = QStringLiteral("    ") + ofenKopf(ofen) + QStringLiteral("  MW") + Zwei_Stellen(WORT_AKTIV + b.w) +
+        QString t = QStringLiteral("    ") + ofenKopf(ofen) + QStringLiteral("  MW") + Zwei_Stellen(word::MESSAGES + b.w) +
                     QStringLiteral(":X") + Zwei_Stellen(i % 16) + QStringLiteral("  ") + Zwei_Stellen(i + 1) +
                     QStringLiteral("  ") + meldText(ofen, i);
         for (const QString &z : zelle)
@@ -103,7 +98,7 @@ void smsUmschalten()
 {
     const int ofen = plant.Meld_Auswahl / 128;
     const Meld_Bit b = meldBit(plant.Meld_Auswahl % 128);
-    const int wort = WORT_SMS + b.w;
+    const int wort = word::MESSAGE_SMS + b.w;
     const uint16_t alt = uint16_t(plant.SPS_Wort(ofen, wort));
     const bool ein = (alt & b.m) == 0;
     const i16 neu = i16(ein ? (alt | b.m) : (alt & ~b.m));
@@ -111,7 +106,7 @@ void smsUmschalten()
     if (ein)
         plant.SPS_Wort(ofen, wort) = neu;
     else
-        plant.SPS_Wort(ofen, 96 + b.w) = neu;
+        plant.SPS_Wort(ofen, word::MESSAGE_SMS_COPY + b.w) = neu;
 }
 
 } // namespace
@@ -151,7 +146,7 @@ std::array<Meld_Lampen, OFEN_MAX> CODE_Akt()
         l.sichtbar = plant.Meld_Config_Da[ofen] != 0;
         if (!l.sichtbar)
             continue;
-        const uint16_t code = uint16_t(plant.Meld_Config(ofen, WORT_CODE - WORT_STOP));
+        const uint16_t code = uint16_t(plant.Meld_Config(ofen, word::MESSAGE_CODE - word::MESSAGE_STOP));
         for (int k = 0; k < 4; ++k)
             l.farbe[k] = (code & (1u << k)) ? Farbe_Stoerung : Farbe_Normal;
     }
@@ -172,7 +167,7 @@ QList<Meld_Zeile> Meld_Akt()
 
 QString Alarme_Titel()
 {
-    return plant.Meld_Konfig != 0 ? QStringLiteral("Config") + Text_Id(48) : Text_Id(48);
+    return plant.Meld_Konfig != 0 ? QStringLiteral("Config") + Text_Id(text::MESSAGES) : Text_Id(text::MESSAGES);
 }
 
 QString Check_Text(int ofen)
@@ -203,7 +198,7 @@ std::array<QString, 8> Tasten_Texte()
     if (plant.Meld_Konfig != 0) {
         if (plant.Meld_Auswahl >= 0 && plant.Meld_Auswahl / 128 < OFEN_MAX) {
             const Meld_Bit b = meldBit(plant.Meld_Auswahl % 128);
-            t[2] = bitGesetzt(plant.Meld_Auswahl / 128, WORT_SMS + b.w, b.m) ? QStringLiteral("SMS OFF ")
+            t[2] = bitGesetzt(plant.Meld_Auswahl / 128, word::MESSAGE_SMS + b.w, b.m) ? QStringLiteral("SMS OFF ")
                                                                        : QStringLiteral("SMS ON ");
         }
     } else if (plant.Seite_Ofen >= 1 && plant.Seite_Ofen <= OFEN_MAX) {
@@ -211,7 +206,7 @@ std::array<QString, 8> Tasten_Texte()
         // reports for itself.
         t[6] = QStringLiteral("Quitt ") + Fest(plant.Ofen_Name[plant.Seite_Ofen - 1], 16);
     }
-    t[7] = Text_Id(49);
+    t[7] = Text_Id(text::BACK);
     return t;
 }
 
@@ -227,7 +222,7 @@ Tasten_Folge Taste_Klick(int index, int flag)
         return Tasten_Folge::Neu_Zeichnen;
     case 6:
         // The station only asks; the list changes when the PLC clears the bits.
-        SEND_BEF(u8(plant.Seite_Ofen), WORT_BEFEHL, BEFEHL_QUITT);
+        SEND_BEF(u8(plant.Seite_Ofen), word::COMMAND, BEFEHL_QUITT);
         return Tasten_Folge::Nichts;
     case 7:
         return Tasten_Folge::Schliessen;

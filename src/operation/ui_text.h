@@ -1,15 +1,10 @@
 #pragma once
-// Interface words of the operation forms in the language chosen now.
+// Interface words of the operation forms in the language chosen now, and the
+// number format they share.
 
-#include "core/plant_state.h"
+#include "config/text_ids.h"
 
 namespace kal {
-
-/// `Sprachtext` row `id` in the current language `Sprache`.
-inline QString Text_Id(int id)
-{
-    return plant.Sprachtext(plant.Sprache, id);
-}
 
 /// A number in the "00" format: at least two digits.
 inline QString Zwei_Stellen(int n)

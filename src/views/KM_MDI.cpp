@@ -1,6 +1,7 @@
 #include "views/KM_MDI.h"
 
 #include "config/languages.h"
+#include "config/text_ids.h"
 #include "core/plant_state.h"
 #include "station/main_cycle.h"
 #include "station/shutdown.h"
@@ -20,11 +21,6 @@ namespace kal {
 
 namespace {
 KM_MDI *g_main = nullptr;
-
-QString text(int id)
-{
-    return plant.Sprachtext(plant.Sprache, id);
-}
 } // namespace
 
 KM_MDI *mainWindow()
@@ -96,45 +92,45 @@ void KM_MDI::menusBauen()
         return m;
     };
 
-    QMenu *datei = menu(20); // "Datei"
-    m_mnuPrintForm = eintrag(datei, 22, nullptr); // "Seite Drucken"
-    m_mnuSchliessen = eintrag(datei, 23, [this] { mnuSchliessen_Click(); });
+    QMenu *datei = menu(text::FILE); // "Datei"
+    m_mnuPrintForm = eintrag(datei, text::PRINT_PAGE, nullptr); // "Seite Drucken"
+    m_mnuSchliessen = eintrag(datei, text::CLOSE, [this] { mnuSchliessen_Click(); });
     datei->addSeparator();
-    m_mnuBeenden = eintrag(datei, 24, [] { Programm_Ende(); });
+    m_mnuBeenden = eintrag(datei, text::QUIT, [] { Programm_Ende(); });
 
     // The form menu `mnuform`: 0 live page, 1 curve, 2 log data, 3 programs,
     // 4 batch data, 5 messages, 6 settings, 7 system.
-    QMenu *formen = menu(26); // "Menü"
-    m_mnuform.append(eintrag(formen, 26, [this] { Menue_Zeigen(); }));
-    m_mnuform.append(eintrag(formen, 27, nullptr));
-    m_mnuform.append(eintrag(formen, 28, nullptr));
-    m_mnuform.append(eintrag(formen, 21, nullptr));
-    m_mnuform.append(eintrag(formen, 32, nullptr));
-    m_mnuform.append(eintrag(formen, 48, [this] { zeigeAlarme(false); }));
-    m_mnuform.append(eintrag(formen, 30, nullptr));
-    m_mnuform.append(eintrag(formen, 70, nullptr));
+    QMenu *formen = menu(text::MENU); // "Menü"
+    m_mnuform.append(eintrag(formen, text::MENU, [this] { Menue_Zeigen(); }));
+    m_mnuform.append(eintrag(formen, text::TEMPERATURE_CURVE, nullptr));
+    m_mnuform.append(eintrag(formen, text::LOG_DATA, nullptr));
+    m_mnuform.append(eintrag(formen, text::PROGRAMS, nullptr));
+    m_mnuform.append(eintrag(formen, text::BATCH_DATA, nullptr));
+    m_mnuform.append(eintrag(formen, text::MESSAGES, [this] { zeigeAlarme(false); }));
+    m_mnuform.append(eintrag(formen, text::SETTINGS, nullptr));
+    m_mnuform.append(eintrag(formen, text::SYSTEM, nullptr));
 
-    QMenu *regler = menu(31); // "Regelparameter"
-    m_mnuRegler = eintrag(regler, 31, nullptr);
+    QMenu *regler = menu(text::CONTROL_PARAMETERS); // "Regelparameter"
+    m_mnuRegler = eintrag(regler, text::CONTROL_PARAMETERS, nullptr);
 
-    QMenu *extras = menu(36); // "Extras"
-    m_mnuMeldConfig = eintrag(extras, 48, [this] { zeigeAlarme(true); });
+    QMenu *extras = menu(text::EXTRAS); // "Extras"
+    m_mnuMeldConfig = eintrag(extras, text::MESSAGES, [this] { zeigeAlarme(true); });
     m_beschriftungen.back().vorsatz = QStringLiteral("Config ");
     QMenu *sprache = extras->addMenu(QString());
-    m_beschriftungen.push_back({sprache, 69, QString()}); // "Sprache"
+    m_beschriftungen.push_back({sprache, text::LANGUAGE, QString()}); // "Sprache"
     for (int s = 0; s < 6; ++s)
         eintrag(sprache, languageNameId(s), [this, s] { spracheWaehlen(s); });
 
-    QMenu *fenster = menu(37); // "Fenster"
-    eintrag(fenster, 33, [this] { m_mdi->cascadeSubWindows(); });
-    eintrag(fenster, 34, [this] { nebenUntereinander(Qt::Vertical); });
-    eintrag(fenster, 35, [this] { nebenUntereinander(Qt::Horizontal); });
+    QMenu *fenster = menu(text::WINDOW); // "Fenster"
+    eintrag(fenster, text::CASCADE, [this] { m_mdi->cascadeSubWindows(); });
+    eintrag(fenster, text::ONE_BELOW_ANOTHER, [this] { nebenUntereinander(Qt::Vertical); });
+    eintrag(fenster, text::SIDE_BY_SIDE, [this] { nebenUntereinander(Qt::Horizontal); });
 }
 
 void KM_MDI::Menue_Beschriften()
 {
     for (const Beschriftung &b : m_beschriftungen) {
-        const QString t = b.vorsatz + text(b.textId).trimmed();
+        const QString t = b.vorsatz + Text_Id(b.textId).trimmed();
         if (auto *a = qobject_cast<QAction *>(b.ziel))
             a->setText(t);
         else if (auto *m = qobject_cast<QMenu *>(b.ziel))

@@ -126,11 +126,12 @@ void KM_Menue::LogList_Zeile(const QString &line)
 
 void KM_Menue::Beschriften()
 {
-    setWindowTitle(Text_Id(26).trimmed());
-    const int ids[7] = {0, 6, 1, 2, 41, 42, 39};
+    setWindowTitle(Text_Id(text::MENU).trimmed());
+    const int ids[7] = {text::FURNACE, text::STATE, text::COMMAND, text::PRESET,
+                         text::SET_VALUE, text::ACTUAL_VALUE, text::END};
     for (int c = 0; c < 7; ++c)
         m_kopf[c]->setText(Text_Id(ids[c]).trimmed());
-    m_meldungen->setText(Text_Id(48).trimmed());
+    m_meldungen->setText(Text_Id(text::MESSAGES).trimmed());
     Zeigen();
 }
 

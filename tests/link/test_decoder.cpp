@@ -126,6 +126,13 @@ TEST_F(Decoder, LogTriggerRecordsRefusesBadDatesAndRaisesBacklog)
     Block_Decode(1, 400, 100);
     EXPECT_EQ(chargen.size(), 2u);
     EXPECT_EQ(plant.SPS_Wort(1, 400), 154);
+
+    // Without a recorder nothing may tell the PLC its record was taken.
+    hooks.Charge_Schreiben = nullptr;
+    anbieten(jetzt);
+    Block_Decode(1, 400, 100);
+    EXPECT_EQ(plant.SPS_Wort(1, 400), 154);
+    EXPECT_EQ(plant.Write_Len[1], 0);
 }
 
 class Abgeleitet : public Anlage {

@@ -161,6 +161,23 @@ TEST_F(Zyklus, QueuedWriteGoesFirstByItsLinkAndIsClearedEvenWhenRefused)
     EXPECT_EQ(plant.LogList[0], QStringLiteral("15.03.2024 10:00:00   Line 100   Err: 40006   10.0.0.11"));
 }
 
+TEST_F(Zyklus, TheFirstErrorPausesTheLogForAHundredRepeats)
+{
+    Timer1_Fehler(40006, 100);
+    ASSERT_EQ(plant.Fehler_Pause, 100);
+    for (int i = 0; i < 99; ++i)
+        Timer1_Fehler(40006, 100);
+    EXPECT_EQ(plant.Fehler_Pause, 1);
+    EXPECT_EQ(plant.Fehler_Letzter, 40006);
+    Timer1_Fehler(40006, 100); // the hundredth repeat ends the pause
+    EXPECT_EQ(plant.Fehler_Pause, 0);
+    EXPECT_EQ(plant.Fehler_Letzter, -1);
+    EXPECT_EQ(plant.LogList.size(), 1);
+    Timer1_Fehler(40006, 100);
+    EXPECT_EQ(plant.LogList.size(), 2) << "logged again once the pause ran out";
+    EXPECT_EQ(scr.logList, plant.LogList);
+}
+
 TEST_F(Zyklus, FailedConnectWaitsTwoSecondsWhileEventsRunThenRests)
 {
     Ofen(0, false);
@@ -254,6 +271,12 @@ TEST_F(Zyklus, TakeDownAndNewAddressSetTheChannelsUpAgain)
     Kanal_Setup(1);
     EXPECT_EQ(panel[2], QStringLiteral("Ofen 2 IP:10.0.0.99 / .7"));
     EXPECT_EQ(sock[8]->connects, 1) << "channel 8 already points at that server";
+    EXPECT_EQ(sock[8]->Protocol, SocketProtocol::UDP);
+    EXPECT_EQ(sock[8]->RemotePort, 1024) << "the panel's memory link port";
+    plant.Ofen_UDP[1] = -1;
+    Kanal_Setup(1);
+    EXPECT_EQ(sock[1]->Protocol, SocketProtocol::UDP);
+    EXPECT_EQ(sock[1]->RemotePort, 1024);
 }
 
 } // namespace
