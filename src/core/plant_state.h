@@ -239,6 +239,8 @@ struct PlantState {
     i16 Druck_Rand_X = 60;
     i16 Druck_Rand_Y = 55;
     i16 Kurve_Option = 0;
+    i16 Aktive_Seite = 0;                            ///< page in front for printing: 1 editor, 2 curve, 3 furnace page,
+                                                     ///< 4 program view, 6 element currents, 7 16-channel view, 0 none
     Table2<i16, 3, 12> CSV_Spalten;                  ///< three column sets of 12 flags
     i16 Neu_Datei = 0;
     i16 Neu_Laden = 0;
