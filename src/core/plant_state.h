@@ -186,6 +186,11 @@ struct PlantState {
     Table<i16, OFEN_MAX> Element_Spuren;             ///< limited to 18
     Table<i16, OFEN_MAX> Element_Rest;
 
+    // ---- USB import, temperature log, element statistics ------------------
+    // The furnace's heating groups (`Ofen_Gruppen`) are `Element_Anz`, its
+    // elements (`Ofen_Elemente`) `Element_Spuren`.
+    i16 USB_Menue = 0;                               ///< the import menu entry is on: the live page lists the sources
+
     // ---- batch recording ---------------------------------------------------
     Table<i32, OFEN_MAX> Charge_Nr;                  ///< open batch; below 1 none
     Table<i32, OFEN_MAX> Charge_Nr_Neu;

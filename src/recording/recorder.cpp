@@ -1,10 +1,13 @@
 #include "recording/recorder.h"
 
 #include "core/conversions.h"
+#include "core/dates.h"
 #include "core/hooks.h"
 #include "core/plant_state.h"
 #include "recording/batch_file.h"
 #include "recording/batch_names.h"
+#include "recording/element_file.h"
+#include "recording/element_stats.h"
 #include "recording/recorder_block.h"
 #include "recording/recorder_charge.h"
 
@@ -25,6 +28,7 @@ enum Schritt : int {
     S_MARKEN = 60,
     S_KOPF = 70,
     S_SAETZE = 90,
+    S_ELEMENTE = 95,
     S_LIVE = 100,
     S_TEXT = 110,
 };
@@ -146,6 +150,13 @@ void Saetze_Schreiben(int ofen, Charge_Dateien &d, const SatzZeit &zeit)
         w[0] = plant.Log_Art;
         const auto gruppe = Satz_Gruppe(w, zeit);
         d.schreiben(nr, gruppe.data(), int(gruppe.size()));
+        // The element statistics take the group outputs and the currents of
+        // the stored group; a failing element file loses the round, not the sample.
+        try {
+            Element_Gruppe(ofen, gruppe, Datum_Voll(plant.Datum_Log[ofen]));
+        } catch (const RunError &e) {
+            Charge_Fehler(ofen, S_ELEMENTE, e.number, KM_EL_Pfad(ofen + 1));
+        }
     } else {
         d.schreiben(nr, Satz_Einzel(Block_Worte(ofen, plant.Adr_Trigger[ofen]), zeit));
     }

@@ -32,7 +32,7 @@ LogBlock Block_Worte(int ofen, int basis, int count)
     return w;
 }
 
-LogBlock Kompakt_Entpacken(const KompaktBlock &c)
+LogBlock Kompakt_Entpacken(const KompaktBlock &c, bool usb)
 {
     LogBlock w{};
     w[0] = Satz_Charge;
@@ -50,8 +50,8 @@ LogBlock Kompakt_Entpacken(const KompaktBlock &c)
     // c13: output in the low byte, two more bits of it in the high byte, and
     // the ninth bits of the two values packed into c14.
     const int stufe = highByte(c[13]) & 3;
-    w[5] = wort(stufe, lowByte(c[13]));
-    w[21] = static_cast<i16>(stufe);
+    w[5] = usb ? static_cast<i16>(lowByte(c[13])) : wort(stufe, lowByte(c[13]));
+    w[21] = static_cast<i16>(usb ? highByte(c[13]) : stufe);
     const int erster = highByte(c[14]) + ((c[13] & 0x4000) ? 256 : 0);
     const int zweiter = lowByte(c[14]) + ((c[13] & 0x2000) ? 256 : 0);
     w[22] = static_cast<i16>(zweiter);
@@ -63,12 +63,12 @@ LogBlock Kompakt_Entpacken(const KompaktBlock &c)
     return w;
 }
 
-bool Kompakt_Lesen(int ofen, int basis, LogBlock &ziel)
+bool Kompakt_Lesen(int ofen, int basis, LogBlock &ziel, bool usb)
 {
     KompaktBlock c{};
     for (int n = 0; n < KOMPAKT_WORTE; ++n)
         c[n] = plant.SPS_Wort(ofen, basis + n);
-    ziel = Kompakt_Entpacken(c);
+    ziel = Kompakt_Entpacken(c, usb);
     return true;
 }
 

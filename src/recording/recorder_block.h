@@ -53,13 +53,15 @@ extern Log_Felder Log_Satz;
 /// of a shorter block are 0). An address past the image raises RunError(9).
 LogBlock Block_Worte(int ofen, int basis, int count = 40);
 
-/// The 154 form of a compact block (table above); w0 = 154.
-LogBlock Kompakt_Entpacken(const KompaktBlock &c);
+/// The 154 form of a compact block (table above); w0 = 154. For the USB
+/// import (`usb`) w5 is the low byte of c13 alone and w21 its whole high byte.
+LogBlock Kompakt_Entpacken(const KompaktBlock &c, bool usb = false);
 
-/// `Kompakt_Lesen(furnace index, base address)`: the compact block of 16 words
-/// at `basis` of the furnace's image, unpacked into `ziel`. Always succeeds;
-/// the USB import unpacks its own words with Kompakt_Entpacken.
-bool Kompakt_Lesen(int ofen, int basis, LogBlock &ziel);
+/// `Kompakt_Lesen(furnace index, base address, USB buffer)`: the compact block
+/// of 16 words at `basis` of the furnace's image, unpacked into `ziel`.
+/// Always succeeds. The USB import lays its records into scratch words of
+/// the image and unpacks them with `usb` set.
+bool Kompakt_Lesen(int ofen, int basis, LogBlock &ziel, bool usb = false);
 
 /// `LogBlock_Lesen(furnace index)`: takes the block at `Adr_Trigger` apart by
 /// `Log_Art`: 131 is unpacked and becomes 154; 154 and 160 are copied word by
