@@ -5,6 +5,9 @@
 #include "core/screen.h"
 #include "core/word_map.h"
 #include "operation/ui_text.h"
+#include "recording/element_stats.h"
+#include "recording/temp_log.h"
+#include "recording/usb_import.h"
 
 namespace kal {
 
@@ -223,6 +226,8 @@ void Seite_Warten_Zaehlen()
 
 bool Seite_Takt()
 {
+    if (USB_Import_Takt())
+        return false;
     if (plant.Seite_Warten > 0)
         return false;
     plant.Seite_Warten = REFRESH_RUNDEN;
@@ -262,6 +267,29 @@ Seiten_Detailtext Seite_Detail_Text(int f)
                          plant.Prog_Ende_Text[f]);
     d.zeilen << QStringLiteral("%1: %2").arg(Text_Id(text::BATCH).trimmed()).arg(plant.Charge_Nr[f]);
     return d;
+}
+
+} // namespace kal
+
+namespace kal {
+
+Elemente_Bild Elemente_Liste(int ofenNr)
+{
+    Elemente_Bild b;
+    const int f = ofenNr - 1;
+    if (f < 0 || f >= OFEN_MAX)
+        return b;
+    b.caption = QStringLiteral("Elemente");
+    if (Ofen_Charge_SPS(f) != plant.Charge_Nr[f])
+        b.caption += QStringLiteral(", Charge ") + plant.Ofen_Serie[f];
+    const int elemente = std::clamp<int>(plant.Element_Spuren[f], 1, ELEMENTE);
+    for (const RX_Eintrag &e : RX_Liste(ofenNr)) {
+        QString z = e.satz.Zeit;
+        for (int k = 0; k < elemente; ++k)
+            z += QStringLiteral(" ") + Format_Zahl(e.satz.RX[k], QStringLiteral("#0.00")).rightJustified(6, QLatin1Char(' '));
+        b.zeilen << z;
+    }
+    return b;
 }
 
 } // namespace kal

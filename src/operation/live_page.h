@@ -73,8 +73,9 @@ void Seite_Schliessen();
 
 /// Counted down by the main cycle once a tick, towards 0.
 void Seite_Warten_Zaehlen();
-/// The page's own timer, when no import runs: when the wait has run out it
-/// sets the count to 3 and runs `Seite_Act` on `Seite`. True after a refresh.
+/// The page's own timer. While the USB import runs, the tick is its step and
+/// the rows stand still; otherwise, when the wait has run out, it sets the
+/// count to 3 and runs `Seite_Act` on `Seite`. True after a refresh.
 bool Seite_Takt();
 /// The next page timer refreshes at once (after the message form closed).
 void Seite_Sofort();
@@ -87,6 +88,16 @@ struct Seiten_Detailtext {
     QStringList zeilen;
 };
 Seiten_Detailtext Seite_Detail_Text(int ofen);
+
+/// The element list `RX_List` of furnace number 1..8: the history of its
+/// heating element figures, oldest first, one line a record (time and the
+/// figure of each element); the caption "Elemente", with ", Charge " and the
+/// serial while the PLC's batch number differs from the open batch.
+struct Elemente_Bild {
+    QString caption;
+    QStringList zeilen;
+};
+Elemente_Bild Elemente_Liste(int ofenNr);
 
 /// `Block0_Zeit` of a furnace index from its last block 0 stamp, in the form
 /// "TTMMJJHHMM"; empty while the stamp is not readable. The main cycle calls

@@ -8,6 +8,7 @@
 #include "link/derived_data.h"
 #include "link/polling.h"
 #include "operation/live_page.h"
+#include "recording/temp_log.h"
 
 #include <exception>
 
@@ -157,6 +158,16 @@ void Timer1_Tick()
     Seite_Fuettern();
 }
 
+void Timer2_Tick()
+{
+    for (int ofen = 0; ofen < OFEN_MAX; ++ofen) {
+        try {
+            TempLog_Takt_Ofen(ofen);
+        } catch (const RunError &) {
+        } catch (const std::exception &) {
+        }
+    }
+}
 
 void Timer1_Fehler(int nummer, int schritt)
 {

@@ -16,6 +16,11 @@ namespace kal {
 /// connect wait returns at once.
 void Timer1_Tick();
 
+/// `Timer2`, once a second: the temperature log of each furnace in turn. A
+/// furnace whose log fails (a full disk, a missing folder) loses that line;
+/// the others go on.
+void Timer2_Tick();
+
 /// The error handler of the tick: error `nummer` at step `schritt`. Error
 /// 10048 takes `Akt_Ofen` off (`Ofen_Aktiv` 0); a repeat of the last error is
 /// not logged and counts `Fehler_Pause` down; a new one sets it to 100 and adds

@@ -3,6 +3,7 @@
 #include "config/languages.h"
 #include "config/text_ids.h"
 #include "core/plant_state.h"
+#include "recording/usb_import.h"
 #include "station/main_cycle.h"
 #include "station/shutdown.h"
 #include "station/station_start.h"
@@ -53,6 +54,8 @@ KM_MDI::KM_MDI(QWidget *parent) : QMainWindow(parent)
 
     m_timer1.setInterval(100);
     connect(&m_timer1, &QTimer::timeout, this, [] { Timer1_Tick(); });
+    m_timer2.setInterval(1000);
+    connect(&m_timer2, &QTimer::timeout, this, [] { Timer2_Tick(); });
 }
 
 KM_MDI::~KM_MDI()
@@ -69,6 +72,7 @@ void KM_MDI::Laden()
     Station_Start();
     Menue_Beschriften();
     m_timer1.start();
+    m_timer2.start();
 }
 
 QAction *KM_MDI::eintrag(QMenu *menu, int textId, std::function<void()> handler)
@@ -116,6 +120,14 @@ void KM_MDI::menusBauen()
     QMenu *extras = menu(text::EXTRAS); // "Extras"
     m_mnuMeldConfig = eintrag(extras, text::MESSAGES, [this] { zeigeAlarme(true); });
     m_beschriftungen.back().vorsatz = QStringLiteral("Config ");
+    m_mnuImport = extras->addAction(QStringLiteral("USB-Import"));
+    m_mnuImport->setCheckable(true);
+    connect(m_mnuImport, &QAction::toggled, this, [this](bool on) {
+        plant.USB_Menue = flag(on);
+        Quell_Liste_Lesen();
+        if (m_menue)
+            m_menue->USB_Zeigen();
+    });
     QMenu *sprache = extras->addMenu(QString());
     m_beschriftungen.push_back({sprache, text::LANGUAGE, QString()}); // "Sprache"
     for (int s = 0; s < 6; ++s)
@@ -185,6 +197,12 @@ void KM_MDI::Alarme_Zeichnen(bool liste)
 {
     if (m_alarme)
         m_alarme->zeichnen(liste);
+}
+
+void KM_MDI::Elemente_Zeigen()
+{
+    if (m_menue)
+        m_menue->Elemente_Zeigen();
 }
 
 void KM_MDI::Menue_Zeigen()

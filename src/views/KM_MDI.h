@@ -59,6 +59,11 @@ public:
     void Sprache_Geaendert() override;
     void LogList_Zeile(const QString &line) override;
     void Alarme_Zeichnen(bool liste) override;
+    void Elemente_Zeigen() override;
+
+    /// The import menu entry: while it is on, the live page lists the sources
+    /// of the USB folder beside the import's switch.
+    QAction *mnuImport() const { return m_mnuImport; }
 
 protected:
     void closeEvent(QCloseEvent *e) override;
@@ -83,6 +88,7 @@ private:
     QAction *m_mnuSchliessen = nullptr;
     QAction *m_mnuPrintForm = nullptr;
     QAction *m_mnuMeldConfig = nullptr;
+    QAction *m_mnuImport = nullptr;
     QList<QMenu *> m_menus;
     struct Beschriftung {
         QObject *ziel;      ///< QAction or QMenu
@@ -92,6 +98,7 @@ private:
     std::vector<Beschriftung> m_beschriftungen;
     QLabel *m_panels[8] = {};
     QTimer m_timer1;
+    QTimer m_timer2;
 };
 
 /// The main window of the process (set while it exists).

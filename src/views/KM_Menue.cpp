@@ -1,8 +1,10 @@
 #include "views/KM_Menue.h"
 
 #include "core/plant_state.h"
+#include "curves/element_export.h"
 #include "operation/live_page.h"
 #include "operation/ui_text.h"
+#include "recording/usb_import.h"
 #include "views/KM_MDI.h"
 #include "views/colours.h"
 
@@ -86,7 +88,40 @@ KM_Menue::KM_Menue(QWidget *parent) : QWidget(parent)
     m_detailText->setAlignment(Qt::AlignTop | Qt::AlignLeft);
     dl->addWidget(m_detailText);
     m_detail->setMinimumHeight(140);
-    haupt->addWidget(m_detail, 1);
+
+    // The element history of the selected furnace, with its export.
+    m_elemente = new QGroupBox(this);
+    auto *el = new QVBoxLayout(m_elemente);
+    m_rxList = new QListWidget(m_elemente);
+    m_rxList->setFont(QFont(QStringLiteral("DejaVu Sans Mono")));
+    el->addWidget(m_rxList, 1);
+    m_rxExport = new QPushButton(m_elemente);
+    connect(m_rxExport, &QPushButton::clicked, this, [this] { ElementStatistik(m_rxOfen); });
+    el->addWidget(m_rxExport, 0, Qt::AlignRight);
+    m_elemente->setVisible(false);
+
+    // The sources of the USB import and its switch.
+    m_usb = new QGroupBox(QStringLiteral("USB-Import"), this);
+    auto *ul = new QVBoxLayout(m_usb);
+    m_quellListe = new QListWidget(m_usb);
+    ul->addWidget(m_quellListe, 1);
+    m_usbText = new QLabel(m_usb);
+    m_usbText->setTextFormat(Qt::PlainText);
+    ul->addWidget(m_usbText);
+    m_usbTaste = new QPushButton(m_usb);
+    m_usbTaste->setCheckable(true);
+    connect(m_usbTaste, &QPushButton::clicked, this, [this] {
+        USB_Button();
+        USB_Zeigen();
+    });
+    ul->addWidget(m_usbTaste, 0, Qt::AlignRight);
+    m_usb->setVisible(false);
+
+    auto *mitte = new QHBoxLayout;
+    mitte->addWidget(m_detail, 3);
+    mitte->addWidget(m_elemente, 4);
+    mitte->addWidget(m_usb, 2);
+    haupt->addLayout(mitte, 1);
 
     auto *unten = new QHBoxLayout;
     m_logList = new QListWidget(this);
@@ -109,6 +144,7 @@ KM_Menue::KM_Menue(QWidget *parent) : QWidget(parent)
     connect(&m_timer1, &QTimer::timeout, this, [this] {
         if (Seite_Takt())
             Zeigen();
+        USB_Zeigen();
     });
     m_timer1.start();
 }
@@ -132,7 +168,9 @@ void KM_Menue::Beschriften()
     for (int c = 0; c < 7; ++c)
         m_kopf[c]->setText(Text_Id(ids[c]).trimmed());
     m_meldungen->setText(Text_Id(text::MESSAGES).trimmed());
+    m_rxExport->setText(QStringLiteral("CSV-Export"));
     Zeigen();
+    USB_Zeigen();
 }
 
 void KM_Menue::Zeigen()
@@ -167,6 +205,38 @@ void KM_Menue::detailZeigen()
     const Seiten_Detailtext d = Seite_Detail_Text(n - 1);
     m_detail->setTitle(d.titel);
     m_detailText->setText(d.zeilen.join(QLatin1Char('\n')));
+}
+
+void KM_Menue::Elemente_Zeigen()
+{
+    m_rxOfen = plant.Seite_Ofen;
+    const Elemente_Bild b = Elemente_Liste(m_rxOfen);
+    m_rxList->clear();
+    m_rxList->addItems(b.zeilen);
+    m_rxList->scrollToBottom();
+    m_elemente->setTitle(b.caption);
+    m_rxExport->setEnabled(!b.zeilen.isEmpty());
+    const bool mitElementen = m_rxOfen >= 1 && m_rxOfen <= 8 && plant.Element_Spuren[m_rxOfen - 1] > 0;
+    m_elemente->setVisible(!b.zeilen.isEmpty() || mitElementen);
+}
+
+void KM_Menue::USB_Zeigen()
+{
+    const USB_Anzeige a = USB_ACT();
+    m_usb->setVisible(plant.USB_Menue != 0 || a.aktiv);
+    if (!m_usb->isVisible())
+        return;
+    QStringList jetzt;
+    for (int i = 0; i < m_quellListe->count(); ++i)
+        jetzt << m_quellListe->item(i)->text();
+    if (jetzt != USB.Quell_Liste) {
+        m_quellListe->clear();
+        m_quellListe->addItems(USB.Quell_Liste);
+    }
+    m_quellListe->setCurrentRow(a.aktiv ? USB.USB_Index - 1 : -1);
+    m_usbText->setText(a.text);
+    m_usbTaste->setText(a.caption);
+    m_usbTaste->setChecked(a.aktiv);
 }
 
 void KM_Menue::ofenKlick(int n)

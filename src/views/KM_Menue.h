@@ -27,7 +27,17 @@ public:
     /// Paints the rows from the last computed page.
     void Zeigen();
 
+    /// Reads the element list of the selected furnace anew (`RX_List`).
+    void Elemente_Zeigen();
+    /// The source list of the USB import and its switch, shown while the
+    /// import menu entry is on or the import runs.
+    void USB_Zeigen();
+
     QListWidget *LogList() const { return m_logList; }
+    QListWidget *RX_List() const { return m_rxList; }
+    QListWidget *Quell_Liste() const { return m_quellListe; }
+    QPushButton *USB_Taste() const { return m_usbTaste; }
+    QPushButton *RX_Export() const { return m_rxExport; }
     /// Adds a line of the error list, selected.
     void LogList_Zeile(const QString &line);
 
@@ -52,6 +62,14 @@ private:
     QGroupBox *m_detail = nullptr;
     QLabel *m_detailText = nullptr;
     QPushButton *m_meldungen = nullptr;
+    QGroupBox *m_elemente = nullptr;
+    QListWidget *m_rxList = nullptr;
+    QPushButton *m_rxExport = nullptr;
+    int m_rxOfen = 0;                   ///< furnace number of the element list shown
+    QGroupBox *m_usb = nullptr;
+    QListWidget *m_quellListe = nullptr;
+    QLabel *m_usbText = nullptr;
+    QPushButton *m_usbTaste = nullptr;
     QListWidget *m_logList = nullptr;
     QTimer m_timer1;
 };

@@ -1,0 +1,1 @@
+#include "curves/element_export.h"

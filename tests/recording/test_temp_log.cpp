@@ -1,0 +1,152 @@
+// Temperature text log: when lines come (interval, fresh poll round, run and
+// after-run), the exact bytes of a new log with its head, the difference
+// rule, and a new batch recreating the file. The clock is pinned.
+
+#include "config/paths.h"
+#include "recording/temp_log.h"
+#include "test_recorder_fixture.h"
+
+using namespace kal;
+using namespace kal::test;
+
+namespace {
+
+class TempLogTest : public DateiTest {
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(dir.isValid());
+        FreshProcess::SetUp();
+        setJetzt(QDateTime(QDate(2024, 3, 12), QTime(9, 0, 0), Qt::UTC));
+        plant.Pfad[0] = dir.path();
+        plant.Pfad[3] = dir.path();
+        plant.Ofen_Online[0] = -1;
+        plant.Ofen_TempLog[0] = -1;
+        plant.TempLog_Takt[0] = 5;
+        plant.TempLog_Schwelle[0] = 100;
+        plant.Ofen_Stunden[0] = 77; // the PLC's batch number
+        plant.Ofen_Name[0] = QStringLiteral("Ofen Eins");
+        plant.Ofen_Serie[0] = QStringLiteral("2401-017-ABC");
+        plant.Charge_Start[0] = QStringLiteral("12.03.2024 08:15:00");
+        // The log has been idle before the program starts.
+        TempLog_Takt_Ofen(0);
+        wort(74, 1);
+        wort(43, 1000);
+        wort(44, 955);
+        // Program: a ramp, a hold, a manual segment, then a kind outside 1..5.
+        const int seg[][4] = {{0x0101, 800, 1500, 0x0250}, {2, 800, 20, 100}, {3, 500, 7, 0}, {0x0E, 1, 2, 3}};
+        for (int i = 0; i < 4; ++i)
+            for (int k = 0; k < 4; ++k)
+                wort(100 + 20 * k + i, seg[i][k]);
+    }
+    void TearDown() override
+    {
+        setJetzt(QDateTime());
+        DateiTest::TearDown();
+    }
+    void wort(int a, int v) { plant.SPS_Wort(0, a) = i16(v); }
+    /// One second with a fresh poll round behind it.
+    void takt(int n = 1)
+    {
+        for (int i = 0; i < n; ++i) {
+            plant.Block1_Zahl[0] = 2;
+            TempLog_Takt_Ofen(0);
+        }
+    }
+    QByteArray log() const { return inhalt(TempLog_Pfad(0)); }
+    int zeilen() const { return int(log().count("\r\n")); }
+};
+
+const QByteArray KOPF = "240312_0815_X1.TXT\r\n"
+                        "12.03.2024 09:00:00\r\n"
+                        "Ofen Eins       \r\n"
+                        "2401-017-ABC\r\n"
+                        "\r\n"
+                        "12.03.24 08:15\r\n"
+                        "Charge77\r\n"
+                        "\r\n"
+                        "GR 01\t   800\t  1500\t    80\r\n"
+                        "TI 02\t   800\t    20\t   100\r\n"
+                        "MN 03\t   500\t      \t     0\r\n"
+                        "04\r\n"
+                        "\r\n"
+                        "Timestamp \tSP[\xB0" "C]\tPV[\xB0" "C]\tSP-PV[K]\r\n";
+
+TEST_F(TempLogTest, FirstTickWritesTheHeadThenEverySixthTickALine)
+{
+    takt();
+    EXPECT_EQ(log(), KOPF + "2403120900\t 100.0\t  95.5\t   4.5\r\n") << log().toStdString();
+    EXPECT_EQ(TempLog_Pfad(0), Pfad_Plus(dir.path(), "Temp-X1.TXT"));
+    EXPECT_EQ(plant.TempLog_Charge[0], 77);
+    EXPECT_TRUE(QFile::exists(pfad("Kalmeron.DAT"))); // the batch number is saved
+    const int kopf = zeilen();
+    takt(5);
+    EXPECT_EQ(zeilen(), kopf);
+    takt();
+    EXPECT_EQ(zeilen(), kopf + 1);
+    takt(6);
+    EXPECT_EQ(zeilen(), kopf + 2);
+    // Without a fresh round the line of that interval is lost.
+    takt(5);
+    plant.Block1_Zahl[0] = 1;
+    TempLog_Takt_Ofen(0);
+    takt(5);
+    EXPECT_EQ(zeilen(), kopf + 2);
+}
+
+TEST_F(TempLogTest, DifferenceOnlyAbove20DegreesAndNothingWithoutBatchNumber)
+{
+    wort(43, 200);
+    takt();
+    EXPECT_TRUE(log().endsWith("\t  20.0\t  95.5\t   0.0\r\n")) << log().right(40).toStdString();
+    wort(43, 201);
+    takt(6);
+    EXPECT_TRUE(log().endsWith("\t  20.1\t  95.5\t  75.4\r\n"));
+
+    QFile::remove(TempLog_Pfad(0));
+    plant.Ofen_Stunden[0] = 0;
+    takt(6);
+    EXPECT_FALSE(QFile::exists(TempLog_Pfad(0)));
+}
+
+TEST_F(TempLogTest, NewBatchRecreatesTheFileWithItsHeadAtOnce)
+{
+    takt(7);
+    ASSERT_EQ(zeilen(), 16);
+    plant.Ofen_Stunden[0] = 78;
+    setJetzt(QDateTime(QDate(2024, 3, 12), QTime(9, 7, 0), Qt::UTC));
+    takt(6);
+    QByteArray kopf = KOPF;
+    kopf.replace("Charge77", "Charge78").replace("09:00:00", "09:07:00");
+    EXPECT_EQ(log(), kopf + "2403120907\t 100.0\t  95.5\t   4.5\r\n");
+    EXPECT_EQ(plant.TempLog_Charge[0], 78);
+}
+
+TEST_F(TempLogTest, OfflineDuringProgramChangesNothingUntilTheBitsClear)
+{
+    takt();
+    plant.Ofen_Online[0] = 0;
+    takt(20);
+    EXPECT_EQ(plant.TempLog_Laeuft[0], -1);
+    // Program over, furnace still offline: ten seconds of after-run.
+    wort(74, 0);
+    takt(10);
+    EXPECT_EQ(plant.TempLog_Laeuft[0], -1);
+    takt();
+    EXPECT_EQ(plant.TempLog_Laeuft[0], 0);
+    EXPECT_EQ(plant.TempLog_Charge[0], -1);
+
+    // Online and hot after the end: the log goes on while above the threshold.
+    plant.Ofen_Online[0] = -1;
+    plant.TempLog_Schwelle[0] = 90;
+    wort(74, 2);
+    takt();
+    wort(74, 0);
+    takt(30);
+    EXPECT_EQ(plant.TempLog_Laeuft[0], -1);
+    wort(44, 899); // 89.9 °C, below the threshold
+    takt(11);
+    EXPECT_EQ(plant.TempLog_Laeuft[0], 0);
+}
+
+} // namespace
