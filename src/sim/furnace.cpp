@@ -16,7 +16,6 @@ namespace {
 constexpr int kCommandWord = 30;
 constexpr int kClockStepWord = 58;
 constexpr int kNewProgramWord = 188; ///< bit 15 on the large layout
-constexpr int kElementEvery = 6;     ///< an element current group after this many samples
 
 } // namespace
 
@@ -222,7 +221,7 @@ void SimFurnace::queueSample()
     } else if (d_.triggerLength() >= 40) {
         queueBlock(groupBlock(v));
         const int elements = std::min(16, d_.trackCode / 100);
-        if (elements > 0 && samples_ % kElementEvery == 0) {
+        if (elements > 0 && samples_ % d_.elementEvery == 0) {
             QVector<int16_t> currents;
             for (int i = 0; i < elements; ++i)
                 currents.append(static_cast<int16_t>(std::min(255, v.output * 2 + 3 * i)));

@@ -48,6 +48,7 @@ struct FurnaceDescription {
     int panelCode = 0;        ///< high byte of word 215 when behind the panel server (0x48..0x56), 0 = not
     int clockOffsetSeconds = 0; ///< the PLC clock runs this much ahead of the plant
     int sampleSeconds = 10;   ///< log block interval while a program runs
+    int elementEvery = 6;     ///< element current group (160) after this many samples
     int32_t firstBatch = 1;   ///< batch number of the first program run
     uint32_t hours = 0;       ///< operating hours counter at start
     ProgramDescription program;            ///< the active program at start

@@ -9,7 +9,7 @@
 //       "name": "Kammerofen 1", "serial": "1203-017-KHP", "version": "01",
 //       "identity": [24 words], "values216": [a, b, c], "trackCode": 612, "elementValue": 0,
 //       "maxTemp": 1200, "overTempMessage": 2, "panelCode": 80 or "0x50",
-//       "clockOffset": 0, "sampleSeconds": 10, "firstBatch": 1, "hours": 0,
+//       "clockOffset": 0, "sampleSeconds": 10, "elementEvery": 6, "firstBatch": 1, "hours": 0,
 //       "program": { "name": "Anlassen 550", "segments": [[1, 550, 3000, 100], [2, 0, 5, 100]] },
 //       "places": [ program, ... ], "autoStart": true, "pause": 300,
 //       "messageTexts": [...], "trackNames": [...], "pageNames": [...], "codes": [...],
@@ -171,7 +171,7 @@ FurnaceDescription furnace(const QJsonValue &v, int i)
     onlyKeys(o, where,
              {"number", "address", "protocol", "layout", "base", "large", "type", "name", "serial", "version",
               "identity", "values216", "trackCode", "elementValue", "maxTemp", "overTempMessage", "panelCode",
-              "clockOffset", "sampleSeconds", "firstBatch", "hours", "program", "places", "autoStart", "pause",
+              "clockOffset", "sampleSeconds", "elementEvery", "firstBatch", "hours", "program", "places", "autoStart", "pause",
               "messageTexts", "trackNames", "pageNames", "codes", "messageConfig", "stop", "n2", "sms"});
     FurnaceDescription f;
     if (!o.contains(QLatin1String("number")) || !o.contains(QLatin1String("address")))
@@ -203,6 +203,7 @@ FurnaceDescription furnace(const QJsonValue &v, int i)
     f.panelCode = integer(o, "panelCode", where, 0, 0, 255);
     f.clockOffsetSeconds = integer(o, "clockOffset", where, 0, -400000000, 400000000);
     f.sampleSeconds = integer(o, "sampleSeconds", where, f.sampleSeconds, 1, 86400);
+    f.elementEvery = integer(o, "elementEvery", where, f.elementEvery, 1, 1000);
     f.firstBatch = integer(o, "firstBatch", where, 1, 1, 32000);
     f.hours = uint32_t(integer(o, "hours", where, 0, 0, 2000000000));
     if (o.contains(QLatin1String("program")))

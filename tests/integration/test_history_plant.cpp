@@ -1,0 +1,177 @@
+// The station's histories against the simulated plant: a headed Modbus
+// furnace with element measurement runs a program with the temperature log
+// on; its text log grows by the interval rule, its element groups fill
+// KM_EL and KM_RX. A form-80 and a form-20 source dropped into the USB folder
+// become "US" batch files through the live page's timer while the furnace
+// keeps being polled.
+
+#include "config/channel_tables.h"
+#include "core/dates.h"
+#include "core/hooks.h"
+#include "operation/live_page.h"
+#include "plant_fixture.h"
+#include "recording/batch_file.h"
+#include "recording/element_file.h"
+#include "recording/recorder.h"
+#include "recording/temp_log.h"
+#include "recording/usb_import.h"
+#include "sim/log_blocks.h"
+#include "station/main_cycle.h"
+#include "support/usb_quelle.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QTemporaryDir>
+
+using namespace kal;
+using namespace kal::test;
+using kal::sim::Protocol;
+
+namespace {
+
+constexpr int OFEN = 0;
+constexpr uint32_t CHARGE_SPS = 4711; ///< the PLC's running batch number (words 7/8)
+
+class HistoryAnlage : public PlantFixture {
+protected:
+    QTemporaryDir daten;
+    int takte = 0;
+    QVector<int> logZeilen; ///< lines of the temperature log after each second
+
+    void SetUp() override
+    {
+        PlantFixture::SetUp();
+        ASSERT_TRUE(daten.isValid());
+        sim::FurnaceDescription d = Beschreibung(OFEN, Protocol::Modbus, true, 500);
+        d.trackCode = 416;    // four heating groups, sixteen elements
+        d.sampleSeconds = 2;
+        d.elementEvery = 1;   // an element group with every sample
+        d.hours = CHARGE_SPS;
+        d.autoStart = true;
+        d.program.name = QStringLiteral("Aufheizen");
+        d.program.segments = {{1, 900, 30000, 100}, {2, 900, 10, 100}};
+        beschreibung.furnaces = {d};
+        ASSERT_NO_FATAL_FAILURE(Plant_Starten());
+
+        plant.Pfad[0] = daten.path();
+        const char *ordner[] = {"LogBuch", "USB", "CSV", "Sicherung"};
+        for (int k = 1; k <= 4; ++k) {
+            plant.Pfad[k] = daten.filePath(QString::fromLatin1(ordner[k - 1]));
+            QDir().mkpath(plant.Pfad[k]);
+        }
+        plant.Charge_Ordner[0] = daten.filePath("LogBuch/2026");
+        QDir().mkpath(plant.Charge_Ordner[0]);
+        Ofen_Eintragen();
+        plant.Ofen_Charge[OFEN] = -1;
+        plant.Ofen_TempLog[OFEN] = -1;
+        plant.TempLog_Takt[OFEN] = 5;
+        Kanaele_Einrichten();
+        Spuren_Setzen(OFEN + 1);
+        hooks.Charge_Schreiben = Charge_Schreiben;
+    }
+
+    /// The station's three timers as the main window and the live page run
+    /// them: the main cycle and the page every 100 ms, Timer2 every second.
+    bool Stationslauf(const std::function<bool()> &fertig, int grenze)
+    {
+        for (int i = 0; i < grenze; ++i) {
+            if (fertig())
+                return true;
+            Timer1_Tick();
+            Seite_Takt();
+            if (++takte % 10 == 0) {
+                Timer2_Tick();
+                logZeilen << int(Datei(TempLog_Pfad(OFEN)).count("\r\n"));
+            }
+            for (int k = 0; k < 3; ++k)
+                QCoreApplication::processEvents();
+            sim->advance(100);
+        }
+        return fertig();
+    }
+    static QByteArray Datei(const QString &p)
+    {
+        QFile f(p);
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+    }
+};
+
+TEST_F(HistoryAnlage, TemperatureLogAndElementHistoryFillWhileTheProgramRuns)
+{
+    ASSERT_TRUE(Stationslauf([] { return QFile::exists(KM_RX_Pfad(OFEN + 1)); }, 8000));
+    EXPECT_TRUE(plant.LogList.isEmpty()) << plant.LogList.join('\n').toStdString();
+
+    // The log: its head names the PLC's batch; after the first line, lines
+    // come only at every sixth second (a second without a fresh poll round
+    // loses its line, never moves the rhythm).
+    const QList<QByteArray> zeilen = Datei(TempLog_Pfad(OFEN)).split('\n');
+    ASSERT_GT(zeilen.size(), 16);
+    EXPECT_EQ(zeilen[0], Datum_Wert(plant.Charge_Start[OFEN]).toString("yyMMdd_HHmm").toLatin1() + "_X1.TXT\r");
+    EXPECT_EQ(zeilen[6], "Charge4711\r");
+    EXPECT_EQ(zeilen[8], "GR 01\t   900\t 30000\t   100\r");
+    EXPECT_EQ(zeilen[9], "TI 02\t   900\t    10\t   100\r");
+    int letzte = -1, neue = 0;
+    for (int s = 1; s < logZeilen.size(); ++s)
+        if (logZeilen[s] != logZeilen[s - 1]) {
+            if (letzte >= 0)
+                EXPECT_EQ((s - letzte) % 6, 0) << "second " << s;
+            letzte = s;
+            ++neue;
+        }
+    EXPECT_GE(neue, 3);
+
+    // Thirty good samples: one history record, the round starts again.
+    const ElementSatz kopf = Element_Lesen(KM_RX_Pfad(OFEN + 1), 1);
+    EXPECT_EQ(kopf.Anzahl, 2);
+    const ElementSatz rx = Element_Lesen(KM_RX_Pfad(OFEN + 1), 2);
+    EXPECT_EQ(rx.Anzahl, 2);
+    EXPECT_GT(rx.RX[0], 0.0f);
+    EXPECT_EQ(Element_Lesen(KM_EL_Pfad(OFEN + 1), 1).Anzahl, 0);
+}
+
+TEST_F(HistoryAnlage, UsbSourcesBecomeBatchFilesWhileThePlantIsPolled)
+{
+    UsbQuelle q80(80);
+    for (int i = 0; i < 300; ++i) {
+        Worte &w = q80.satz(154, 12, 3, 2024, 8 + i / 60, i % 60, 0, {int16_t(1000 + i), 990, 50, 21, 0});
+        w[31] = 0x3232;
+    }
+    ASSERT_TRUE(q80.schreiben(QDir(plant.Pfad[2]).filePath("P1.DAT")));
+    UsbQuelle q20(20);
+    q20.satz(205, 13, 3, 2024, 6, 0, 0);
+    for (int i = 0; i < 3000; ++i)
+        q20.satz(1, 13, 3, 2024, 6 + i / 3600, i / 60 % 60, i % 60, {0, 0, int16_t(i)});
+    ASSERT_TRUE(q20.schreiben(QDir(plant.Pfad[2]).filePath("Q2")));
+
+    ASSERT_TRUE(Stationslauf([] { return plant.Ofen_Online[OFEN] != 0; }, 200));
+    plant.USB_Menue = -1;
+    Seite_Takt();
+    USB_Button();
+    int offline = 0, angeboten = 0;
+    ASSERT_TRUE(Stationslauf(
+        [&] {
+            offline += plant.Ofen_Online[OFEN] == 0;
+            // A block the PLC offers in the middle of the import is taken.
+            if (USB.USB_Satz > 1000 && angeboten++ == 0)
+                plc(OFEN).queueOperatorText(QStringLiteral("mitten im Import"));
+            return QDir(plant.Pfad[2]).isEmpty();
+        },
+        3000));
+    EXPECT_EQ(offline, 0);
+    const auto textGenommen = [&] {
+        for (const auto &b : plc(OFEN).log().taken())
+            if (b.value(0) == 9001)
+                return true;
+        return false;
+    };
+    EXPECT_TRUE(Stationslauf(textGenommen, 300));
+
+    BatchFile f80, f20;
+    ASSERT_TRUE(f80.openRead(QDir(plant.Charge_Ordner[0]).filePath("US2311042KLM00021120324.OVD")));
+    EXPECT_EQ(f80.count(), 39 + 4 * 300);
+    // Form 20 has no header of its own: the serial of the form-80 file stays.
+    ASSERT_TRUE(f20.openRead(QDir(plant.Charge_Ordner[0]).filePath("US2311042KLM00005130324.OVD")));
+    EXPECT_EQ(f20.count(), 1 + 1 + 3000);
+}
+
+} // namespace
