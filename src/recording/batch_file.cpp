@@ -164,6 +164,11 @@ i16 Check_LogSatz80(BatchFile &datei, int nummer, const BatchRecord &satz)
     i16 result = 0;
     if (nummer < SATZ_DATEN_START)
         return result;
+    // The import asks with the next free record, which differs at once: that
+    // one record is read alone rather than a whole run behind it.
+    const BatchRecord erster = datei.read(nummer);
+    if (erster.Satz_Art != Satz_Charge || !(erster == satz))
+        return -1;
     forEachRecordDown(datei, nummer, SATZ_DATEN_START, [&](int, const BatchRecord &s) {
         if (s.Satz_Art != Satz_Charge || !(s == satz)) {
             result = -1;
