@@ -286,7 +286,7 @@ Elemente_Bild Elemente_Liste(int ofenNr)
     for (const RX_Eintrag &e : RX_Liste(ofenNr)) {
         QString z = e.satz.Zeit;
         for (int k = 0; k < elemente; ++k)
-            z += QStringLiteral(" ") + Format_Zahl(e.satz.RX[k], QStringLiteral("#0.00")).rightJustified(6, QLatin1Char(' '));
+            z += Format_Zahl(e.satz.RX[k], QStringLiteral("#0.00")).rightJustified(5, QLatin1Char(' '));
         b.zeilen << z;
     }
     return b;

@@ -118,10 +118,10 @@ KM_Menue::KM_Menue(QWidget *parent) : QWidget(parent)
     m_usb->setVisible(false);
 
     auto *mitte = new QHBoxLayout;
-    mitte->addWidget(m_detail, 3);
-    mitte->addWidget(m_elemente, 4);
+    mitte->addWidget(m_detail, 2);
+    mitte->addWidget(m_elemente, 6);
     mitte->addWidget(m_usb, 2);
-    haupt->addLayout(mitte, 1);
+    haupt->addLayout(mitte, 3);
 
     auto *unten = new QHBoxLayout;
     m_logList = new QListWidget(this);

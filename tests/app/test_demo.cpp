@@ -11,11 +11,16 @@
 #include "operation/message_store.h"
 #include "operation/live_page.h"
 #include "operation/messages_view_model.h"
+#include "recording/element_file.h"
+#include "recording/usb_import.h"
 #include "sim/plant.h"
 #include "views/KM_Alarme.h"
 #include "support/scripted_dialogs.h"
+#include "support/usb_quelle.h"
 #include "views/KM_MDI.h"
 
+#include <QAction>
+#include <QKeyEvent>
 #include <QListWidget>
 #include <QPushButton>
 
@@ -128,6 +133,47 @@ TEST_F(DemoStation, EveryFurnaceComesOnline)
     Sprachumschalt();
     warteBis([] { return false; }, 600);
     bildSichern(*w, QStringLiteral("main_en.png"));
+}
+
+TEST_F(DemoStation, ElementHistoryAndUsbSourcesOnTheLivePage)
+{
+    constexpr int VAKUUM = 3; // the furnace with element measurement
+    for (int nr = 1; nr <= 9; ++nr) {
+        ElementSatz s;
+        s.Anzahl = nr == 1 ? i16(9) : i16(2);
+        if (nr > 1)
+            s.Zeit = QStringLiteral("%1.03.2024 %2:15:00").arg(10 + nr / 3).arg(8 + nr, 2, 10, QLatin1Char('0'));
+        for (int e = 0; e < 12; ++e)
+            s.RX[e] = 1.9f + 0.01f * float(e) + 0.02f * float(nr);
+        Element_Schreiben(KM_RX_Pfad(VAKUUM), nr, s);
+    }
+    kal::test::UsbQuelle q(20);
+    q.satz(201, 12, 3, 2024, 8, 0, 0);
+    for (const char *name : {"OF.DAT", "PANEL3.usb", "X7"})
+        q.schreiben(QDir(plant.Pfad[2]).filePath(QString::fromLatin1(name)));
+
+    ASSERT_TRUE(warteBis([&] { return online(VAKUUM) && plant.Element_Spuren[VAKUUM - 1] == 12; }, 60000));
+    KM_Menue &seite = *w->menuePage();
+    QKeyEvent taste(QEvent::KeyPress, Qt::Key_0 + VAKUUM, Qt::NoModifier);
+    QCoreApplication::sendEvent(&seite, &taste);
+    ASSERT_EQ(seite.RX_List()->count(), 8);
+    EXPECT_TRUE(seite.RX_List()->item(0)->text().startsWith("10.03.2024 10:15:00"));
+    w->mnuImport()->setChecked(true);
+    warteBis([&] { return seite.Quell_Liste()->count() == 3; }, 3000);
+    EXPECT_EQ(seite.Quell_Liste()->item(0)->text(), "OF.DAT");
+    warteBis([] { return false; }, 600);
+    bildSichern(*w, QStringLiteral("elements_usb_de.png"));
+    plant.Sprache = 1;
+    Sprachumschalt();
+    warteBis([] { return false; }, 600);
+    bildSichern(*w, QStringLiteral("elements_usb_en.png"));
+
+    seite.RX_Export()->click();
+    EXPECT_TRUE(QFile::exists(QDir(plant.Pfad[3]).filePath("RX_" + plant.Ofen_Serie[VAKUUM - 1] + ".CSV")));
+    // The switch imports the three sources; the list empties.
+    seite.USB_Taste()->click();
+    EXPECT_TRUE(warteBis([&] { return seite.Quell_Liste()->count() == 0; }, 20000));
+    EXPECT_TRUE(dialogs.shown.empty()) << qPrintable(dialogs.shown.front().text);
 }
 
 TEST_F(DemoStation, DoorMessageComesIsAcknowledgedAndGoes)
