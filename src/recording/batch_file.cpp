@@ -21,11 +21,11 @@ namespace {
 
 } // namespace
 
-int satzZahlVonLaenge(qint64 laenge)
+int satzZahlVonLaenge(qint64 laenge, int satzLaenge)
 {
-    const qint64 q = laenge / SATZ_LAENGE;
-    const qint64 r = laenge % SATZ_LAENGE;
-    const bool auf = 2 * r > SATZ_LAENGE || (2 * r == SATZ_LAENGE && (q & 1));
+    const qint64 q = laenge / satzLaenge;
+    const qint64 r = laenge % satzLaenge;
+    const bool auf = 2 * r > satzLaenge || (2 * r == satzLaenge && (q & 1));
     return static_cast<int>(q + (auf ? 1 : 0));
 }
 

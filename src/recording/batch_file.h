@@ -63,8 +63,10 @@ private:
     QByteArray buffer_;
 };
 
-/// Record count of a byte length: length / 22 rounded to nearest, ties to even.
-int satzZahlVonLaenge(qint64 laenge);
+/// Record count of a byte length: length / record length rounded to the
+/// nearest whole number, ties to even (every record file of the station is
+/// counted so).
+int satzZahlVonLaenge(qint64 laenge, int satzLaenge = SATZ_LAENGE);
 
 /// Next free data record behind `satzZahl` records: count + 1, but never
 /// below 40, so the first sample of a file lands at record 40 behind the

@@ -2,6 +2,7 @@
 
 #include "config/paths.h"
 #include "core/conversions.h"
+#include "recording/batch_file.h"
 
 #include <QFile>
 #include <QtEndian>
@@ -62,11 +63,7 @@ QString KM_RX_Pfad(int ofenNr)
 
 int Element_Saetze(const QString &pfad)
 {
-    const qint64 laenge = QFile(pfad).size();
-    const qint64 q = laenge / ELEMENT_SATZ;
-    const qint64 r = laenge % ELEMENT_SATZ;
-    const bool auf = 2 * r > ELEMENT_SATZ || (2 * r == ELEMENT_SATZ && (q & 1));
-    return int(q + (auf ? 1 : 0));
+    return satzZahlVonLaenge(QFile(pfad).size(), ELEMENT_SATZ);
 }
 
 ElementSatz Element_Lesen(const QString &pfad, int nr)

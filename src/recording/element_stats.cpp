@@ -13,7 +13,6 @@ std::array<Element_Speicher, OFEN_MAX> Elemente;
 namespace {
 StateReset reset{[] { Elemente = {}; }};
 
-
 /// The round is complete: its means go into KM_EL, or every third round into
 /// the ring of KM_RX.
 void Runde_Schreiben(int ofen, Element_Speicher &m, const QString &zeit)

@@ -1,6 +1,7 @@
 #include "recording/usb_source.h"
 
 #include "core/conversions.h"
+#include "recording/batch_file.h"
 
 #include <QDir>
 #include <QtEndian>
@@ -65,11 +66,7 @@ int USB_Quelle::count() const
 {
     if (!file_.isOpen() || laenge_ <= 0)
         return 0;
-    const qint64 laenge = file_.size();
-    const qint64 q = laenge / laenge_;
-    const qint64 r = laenge % laenge_;
-    const bool auf = 2 * r > laenge_ || (2 * r == laenge_ && (q & 1));
-    return int(q + (auf ? 1 : 0));
+    return satzZahlVonLaenge(file_.size(), laenge_);
 }
 
 std::vector<i16> USB_Quelle::read(int nr)

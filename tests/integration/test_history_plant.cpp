@@ -113,8 +113,9 @@ TEST_F(HistoryAnlage, TemperatureLogAndElementHistoryFillWhileTheProgramRuns)
     int letzte = -1, neue = 0;
     for (int s = 1; s < logZeilen.size(); ++s)
         if (logZeilen[s] != logZeilen[s - 1]) {
-            if (letzte >= 0)
+            if (letzte >= 0) {
                 EXPECT_EQ((s - letzte) % 6, 0) << "second " << s;
+            }
             letzte = s;
             ++neue;
         }

@@ -1,6 +1,6 @@
 // Heating element statistics: which samples count, the rounds into KM_EL and
-// the ring of KM_RX with their exact bytes, the wrap from 2200 to 2, and the
-// element groups fed through the recorder.
+// the ring of KM_RX with their exact bytes, the wrap from 2200 to 2. (The
+// recorder feeding them is checked end to end against the simulator.)
 
 #include "recording/element_stats.h"
 #include "test_recorder_fixture.h"
@@ -108,37 +108,6 @@ TEST_F(ElementTest, RingWrapsFrom2200To2AndKeepsTheHead)
     EXPECT_EQ(rx.left(6), hex("0200") + "Kopf");
     EXPECT_EQ(rx.mid(93, 93), elSatz("0200", "12.03.2024 08:00:09").replace(21, 72, QByteArray(72, '\0')));
     EXPECT_EQ(rx.mid(2199 * 93, 21), hex("0000") + "01.01.2024 00:00:00");
-}
-
-TEST_F(ElementTest, RecorderFeedsTheStatisticsFromItsGroups)
-{
-    // Furnace 1 of the recorder plant: headed, trigger at 400.
-    plant.Ofen_Typ[1] = static_cast<i16>(0x8000 | 500);
-    plant.Adr_Trigger[0] = 400;
-    plant.Ofen_Serie[0] = QStringLiteral("2401-017-ABC");
-    plant.Charge_Ordner[0] = dir.path();
-    auto anbieten = [](std::vector<i16> w) {
-        for (int n = 0; n < 40; ++n)
-            plant.SPS_Wort(0, 400 + n) = w[n];
-        plant.Datum_Log[0] = SPS_Datum(w[1], w[2]);
-        plant.Log_Neu[0] = plant.SPS_Datum_OK;
-        Charge_Schreiben(1);
-    };
-    for (int i = 0; i < 10; ++i) {
-        std::vector<i16> g = block(154, 5, um(i));
-        g[31] = 0x2828, g[32] = 0x2828; // every group at 40
-        anbieten(g);
-        std::vector<i16> s = block(160, 5, um(i, 30));
-        for (int n = 3; n <= 23; ++n)
-            s[n] = 9;
-        s[6] = 5; // the batch number stands where element 3 would
-        anbieten(s);
-    }
-    const ElementSatz el = Element_Lesen(KM_EL_Pfad(1), 1);
-    EXPECT_EQ(el.Anzahl, 1);
-    EXPECT_EQ(el.Zeit, "12.03.2024 08:09:30");
-    EXPECT_FLOAT_EQ(el.RX[0], 4.0f);
-    EXPECT_FLOAT_EQ(el.RX[3], 40.0f / 6.0f);
 }
 
 } // namespace

@@ -92,21 +92,17 @@ TEST_F(TempLogTest, FirstTickWritesTheHeadThenEverySixthTickALine)
     TempLog_Takt_Ofen(0);
     takt(5);
     EXPECT_EQ(zeilen(), kopf + 2);
-}
-
-TEST_F(TempLogTest, DifferenceOnlyAbove20DegreesAndNothingWithoutBatchNumber)
-{
+    // A set value at or below 20.0 °C shows no difference.
     wort(43, 200);
-    takt();
-    EXPECT_TRUE(log().endsWith("\t  20.0\t  95.5\t   0.0\r\n")) << log().right(40).toStdString();
+    takt(6);
+    EXPECT_TRUE(log().endsWith("\t  20.0\t  95.5\t   0.0\r\n"));
     wort(43, 201);
     takt(6);
     EXPECT_TRUE(log().endsWith("\t  20.1\t  95.5\t  75.4\r\n"));
-
-    QFile::remove(TempLog_Pfad(0));
+    // Without a batch number of the PLC nothing is written.
     plant.Ofen_Stunden[0] = 0;
     takt(6);
-    EXPECT_FALSE(QFile::exists(TempLog_Pfad(0)));
+    EXPECT_EQ(zeilen(), kopf + 4);
 }
 
 TEST_F(TempLogTest, NewBatchRecreatesTheFileWithItsHeadAtOnce)
