@@ -86,37 +86,6 @@ i16 sollBegrenzt(i16 v)
 {
     return static_cast<i16>(std::clamp<int>(v, 0, prog.Soll_Max));
 }
-
-/// Befehl_Maske and the two option flags of the furnace of the working copy.
-void optionenSetzen()
-{
-    const int opt = prog.Prog_Ofen >= 1 ? Ofen_Option(prog.Prog_Ofen - 1) : 0;
-    int maske = plant.Befehl_Maske;
-    maske = (opt & OPT_MANUELL) ? maske | 4 : maske & ~4;
-    maske = (opt & OPT_ZYKLUS) ? maske | 16 : maske & ~16;
-    plant.Befehl_Maske = static_cast<i16>(maske);
-    prog.Mit_Ausgang = flag(opt & OPT_AUSGANG);
-    prog.Mit_Zuluft = flag(opt & OPT_ZULUFT);
-}
-
-/// Soll_Max from the furnace's maximum temperature, then from the file name;
-/// the first name that matches decides.
-void sollMaxSetzen(const QString &datei)
-{
-    prog.Soll_Max = prog.Prog_Ofen >= 1 ? static_cast<i16>(plant.Ofen_Max_Temp[prog.Prog_Ofen - 1] / 10) : 0;
-    if (datei.contains(QLatin1String("OV_DEN"))) {
-        prog.Soll_Max = SOLL_MAX_STANDARD;
-    } else if (datei.contains(QLatin1String("OV_SNT"))) {
-        prog.Soll_Max = SOLL_MAX_STANDARD;
-        prog.Mit_Ausgang = prog.Mit_Zuluft = TRUE16;
-    } else if (datei.contains(QLatin1String("OV_ENT"))) {
-        prog.Soll_Max = SOLL_MAX_ENT;
-        prog.Mit_Ausgang = prog.Mit_Zuluft = TRUE16;
-    } else if (datei.contains(QLatin1String("OV_ADD"))) {
-        prog.Soll_Max = SOLL_MAX_STANDARD;
-    }
-}
-
 } // namespace
 
 QDateTime Kopf_Datum(const QByteArray &satz)
@@ -131,14 +100,15 @@ QDateTime Kopf_Datum(const QByteArray &satz)
 
 bool Prog_Laden(const QString &datei, int p)
 {
-    optionenSetzen();
+    // The limits come before the paste too: a pasted program is saved with
+    // the set values of this furnace.
+    Prog_Grenzen_Setzen(datei);
     if (p < 1 || p > plant.Prog_Anzahl)
         return false;
     if (prog.Prog_Aus_Puffer != 0) {
         Programm_Einfuegen();
         return true;
     }
-    sollMaxSetzen(datei);
 
     Datei f(datei);
     if (!f.lesen())

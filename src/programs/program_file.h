@@ -31,13 +31,10 @@ constexpr int PROG_DATEI_SAETZE = 2101;          ///< records of a whole file
 /// Record number of the header of program p.
 inline int Prog_Kopf(int p) { return (p - 1) * PROG_SAETZE + 2; }
 
-/// `Prog_Laden(file, p)`: program p into the working copy. Sets
-/// `Befehl_Maske` (bit 2 from option bit 8, bit 4 from option bit 9) and the
-/// output and `Zuluft` flags from the option word of `Prog_Ofen`; pastes the
-/// buffer instead when `Prog_Aus_Puffer` is set; else `Soll_Max` from the
-/// furnace's maximum, then from the file name ("OV_DEN" 1720, "OV_SNT" 1720
-/// with outputs and Zuluft, "OV_ENT" 350 with both, "OV_ADD" 1720), and reads
-/// the slot: an empty one gives 20 fresh segments dated now. `Sollwert` is
+/// `Prog_Laden(file, p)`: program p into the working copy. Sets the limits of
+/// the file (Prog_Grenzen_Setzen); pastes the buffer instead when
+/// `Prog_Aus_Puffer` is set; else reads the slot: an empty one gives 20 fresh
+/// segments dated now. `Sollwert` is
 /// clamped to 0..Soll_Max, `Analog` keeps 11 bits. False when the file
 /// cannot be read.
 bool Prog_Laden(const QString &datei, int p);

@@ -8,6 +8,37 @@ Programm_Zustand prog;
 
 namespace {
 StateReset reset{[] { prog = Programm_Zustand{}; }};
+
+/// Befehl_Maske and the two option flags of the furnace of the working copy.
+void optionenSetzen()
+{
+    const int opt = prog.Prog_Ofen >= 1 ? Ofen_Option(prog.Prog_Ofen - 1) : 0;
+    int maske = plant.Befehl_Maske;
+    maske = (opt & OPT_MANUELL) ? maske | 4 : maske & ~4;
+    maske = (opt & OPT_ZYKLUS) ? maske | 16 : maske & ~16;
+    plant.Befehl_Maske = static_cast<i16>(maske);
+    prog.Mit_Ausgang = flag(opt & OPT_AUSGANG);
+    prog.Mit_Zuluft = flag(opt & OPT_ZULUFT);
+}
+
+/// Soll_Max from the furnace's maximum temperature, then from the file name;
+/// the first name that matches decides.
+void sollMaxSetzen(const QString &datei)
+{
+    prog.Soll_Max = prog.Prog_Ofen >= 1 ? static_cast<i16>(plant.Ofen_Max_Temp[prog.Prog_Ofen - 1] / 10) : 0;
+    if (datei.contains(QLatin1String("OV_DEN"))) {
+        prog.Soll_Max = SOLL_MAX_STANDARD;
+    } else if (datei.contains(QLatin1String("OV_SNT"))) {
+        prog.Soll_Max = SOLL_MAX_STANDARD;
+        prog.Mit_Ausgang = prog.Mit_Zuluft = TRUE16;
+    } else if (datei.contains(QLatin1String("OV_ENT"))) {
+        prog.Soll_Max = SOLL_MAX_ENT;
+        prog.Mit_Ausgang = prog.Mit_Zuluft = TRUE16;
+    } else if (datei.contains(QLatin1String("OV_ADD"))) {
+        prog.Soll_Max = SOLL_MAX_STANDARD;
+    }
+}
+
 } // namespace
 
 QString Prog_Datei_Name(int ofenNr)
@@ -25,6 +56,13 @@ void Prog_Ofen_Setzen(int ofenNr)
     prog.Prog_Name_Len = (plant.Ofen_Typ[ofenNr] & 0x1000) ? PROG_NAME_MAX : PROG_NAME_KURZ;
     prog.Prog_Lang = flag(prog.Prog_Name_Len > PROG_NAME_KURZ);
     prog.Prog_Datei = Prog_Datei_Name(ofenNr);
+    Prog_Grenzen_Setzen(prog.Prog_Datei);
+}
+
+void Prog_Grenzen_Setzen(const QString &datei)
+{
+    optionenSetzen();
+    sollMaxSetzen(datei);
 }
 
 int Ofen_Option(int ofen)

@@ -87,9 +87,18 @@ struct Programm_Zustand {
 extern Programm_Zustand prog;
 
 /// Sets the furnace of the working copy (number 1..8): `Prog_Ofen`,
-/// `Prog_Name_Len` (30 with bit 12 of the version word, else 16), `Prog_Lang`
-/// and `Prog_Datei`. A number outside 1..8 sets `Prog_Ofen` 0 and nothing else.
+/// `Prog_Name_Len` (30 with bit 12 of the version word, else 16), `Prog_Lang`,
+/// `Prog_Datei` and the limits of its file. A number outside 1..8 sets
+/// `Prog_Ofen` 0 and nothing else.
 void Prog_Ofen_Setzen(int ofenNr);
+
+/// The limits of the working copy's furnace for a program file: `Befehl_Maske`
+/// bit 2 from option bit 8 and bit 4 from option bit 9 (the other bits stay),
+/// the output and `Zuluft` flags from option bits 10 and 11, `Soll_Max` a
+/// tenth of the furnace's maximum, then by the file name: "OV_DEN" 1720,
+/// "OV_SNT" 1720 with outputs and Zuluft, "OV_ENT" 350 with both, "OV_ADD"
+/// 1720; the first name that matches decides.
+void Prog_Grenzen_Setzen(const QString &datei);
 
 /// Program file of a furnace number: Prog_Ordner + "OV_" + kind + ".PRG".
 QString Prog_Datei_Name(int ofenNr);
