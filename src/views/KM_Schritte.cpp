@@ -56,10 +56,10 @@ KM_Schritte::KM_Schritte(QWidget *parent) : QWidget(parent)
     m_text1->setMinimumWidth(300);
     m_text1->setFont(QFont(QStringLiteral("DejaVu Sans Mono")));
     connect(m_text1, &QLineEdit::textEdited, this, [this] {
-        if (prog.Prog_Aus_Puffer == 0) {
-            prog.Prog_Geaendert = TRUE16;
-            Loadtaste();
-        }
+        // A new name is a change to be saved, also after a paste.
+        prog.Prog_Aus_Puffer = 0;
+        prog.Prog_Geaendert = TRUE16;
+        Loadtaste();
     });
     m_label1 = new QLabel(this);
     oben->addWidget(m_text1, 1);
