@@ -11,6 +11,7 @@
 #include "views/qt_dialogs.h"
 
 #include <QCloseEvent>
+#include <algorithm>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -232,8 +233,16 @@ QMdiSubWindow *KM_MDI::kindZeigen(QWidget *form, QPointer<QMdiSubWindow> &fenste
         fenster->setAttribute(Qt::WA_DeleteOnClose, false); // closing hides; the form lives on
     }
     form->show();
-    fenster->show();
+    // A form of its own size beside the maximised live page, kept inside the
+    // area so that none of it is cut off.
+    fenster->showNormal();
     fenster->adjustSize();
+    const QRect flaeche = m_mdi->viewport()->rect();
+    QRect r = fenster->geometry();
+    r.setSize(r.size().boundedTo(flaeche.size()));
+    r.moveLeft(std::clamp(r.left(), 0, std::max(0, flaeche.width() - r.width())));
+    r.moveTop(std::clamp(r.top(), 0, std::max(0, flaeche.height() - r.height())));
+    fenster->setGeometry(r);
     m_mdi->setActiveSubWindow(fenster);
     return fenster;
 }

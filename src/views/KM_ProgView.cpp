@@ -41,7 +41,6 @@ KM_ProgView::KM_ProgView(QWidget *parent) : QWidget(parent)
     m_tabelle->setSelectionMode(QAbstractItemView::NoSelection);
     m_tabelle->verticalHeader()->hide();
     m_tabelle->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    m_tabelle->horizontalHeader()->setStretchLastSection(true);
     m_tabelle->setMinimumSize(760, 300);
     haupt->addWidget(m_tabelle, 1);
 
@@ -84,8 +83,6 @@ void KM_ProgView::Oeffnen()
 void KM_ProgView::Beschriften()
 {
     setWindowTitle(Text_Id(text::PROGRAM).trimmed() + QLatin1Char(' ') + Text_Id(text::CURRENT).trimmed());
-    m_tabelle->setHorizontalHeaderLabels({QStringLiteral("Nr"), QString(), QString(), QString(), QStringLiteral("1"),
-                                          QStringLiteral("2"), QStringLiteral("3"), QStringLiteral("4")});
     m_taste[6]->setText(Text_Id(text::COPY).trimmed());
     m_taste[7]->setText(Text_Id(text::END_BUTTON).trimmed());
     Seite_Act();
@@ -105,6 +102,13 @@ void KM_ProgView::Seite_Act()
         m_taste[size_t(i)]->setText(plaetze[size_t(i)]);
         m_taste[size_t(i)]->setEnabled(!plaetze[size_t(i)].isEmpty());
     }
+    // The output columns carry the captions of the label file, and are shown
+    // only for a furnace with outputs.
+    m_tabelle->setHorizontalHeaderLabels({QStringLiteral("Nr"), QString(), QString(), QString(), m_label.Text[0],
+                                          m_label.Text[1], m_label.Text[2], m_label.Text[3]});
+    const bool ausgaenge = n >= 1 && n <= OFEN_MAX && (Ofen_Option(n - 1) & OPT_AUSGANG);
+    for (int c = 4; c < SPALTEN; ++c)
+        m_tabelle->setColumnHidden(c, !ausgaenge);
     const Ansicht_Seite a = kal::Seite_Act(n, m_label);
     m_taste[6]->setEnabled(!a.leer);
     m_offset = a.offset;

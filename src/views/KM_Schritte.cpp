@@ -254,6 +254,10 @@ void KM_Schritte::Loadtaste()
 
 void KM_Schritte::zeilenSpalten()
 {
+    bool max = false;
+    for (const Reihe &r : m_reihe)
+        max = max || !r.MaxOUT->isHidden();
+    m_kopf[6]->setVisible(max);
     // Without the options the output and air feed columns are not shown.
     const bool aus = prog.Mit_Ausgang != 0, luft = prog.Mit_Zuluft != 0;
     for (QLabel *k : m_ausgangKopf)

@@ -10,6 +10,7 @@
 #include "demo_station.h"
 #include "link/write_journal.h"
 #include "operation/live_page.h"
+#include "programs/program_editor.h"
 #include "programs/program_file.h"
 #include "programs/program_transfer.h"
 #include "sim/plant.h"
@@ -208,6 +209,15 @@ TEST_F(ProgrammRunde, EditSaveSendRunFetchPasteAndJournal)
 TEST_F(ProgrammRunde, Screenshots)
 {
     ASSERT_TRUE(warteBis([&] { return online(2) && online(4); }, 60000));
+    // A few stored programs for the list.
+    const std::pair<int, const char *> gespeichert[] = {
+        {1, "Anlassen 450"}, {5, "Nitrieren 580 / 12 h"}, {12, "Spannungsarm glühen"}, {40, "Härten 820"}};
+    for (const auto &[p, name] : gespeichert) {
+        ASSERT_TRUE(Editor_Oeffnen(2, p));
+        prog.Prog.Segment[0].Befehl = 1;
+        prog.Prog.Segment[0].Sollwert = 450;
+        ASSERT_TRUE(Editor_Sichern(QString::fromUtf8(name)));
+    }
     for (int sprache : {0, 1}) {
         plant.Sprache = u8(sprache);
         Sprachumschalt();
@@ -226,8 +236,12 @@ TEST_F(ProgrammRunde, Screenshots)
             tippe(ed->Gradient(0), "300");
             befehl(ed, 1, 2);
             tippe(ed->Gradient(1), "2");
-            befehl(ed, 2, 4);
-            tippe(ed->Sollwert(2), "300");
+            befehl(ed, 2, ofen == 4 ? 3 : 5); // furnace 4 takes "Manuell", furnace 2 "Zyklus"
+            tippe(ed->Sollwert(2), "1");
+            tippe(ed->Gradient(2), "40");
+            befehl(ed, 3, 1);
+            tippe(ed->Sollwert(3), "300");
+            tippe(ed->Gradient(3), "150");
             if (ofen == 4) {
                 QTest::mouseClick(ed->OUTPUT(0, 3), Qt::LeftButton);
                 tippe(ed->Zuluft(0), "120");
