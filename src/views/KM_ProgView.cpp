@@ -4,10 +4,9 @@
 #include "core/plant_state.h"
 #include "programs/program_transfer.h"
 #include "programs/program_view.h"
+#include "views/form_keys.h"
 
-#include <QApplication>
 #include <QCloseEvent>
-#include <QGridLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
@@ -53,21 +52,8 @@ KM_ProgView::KM_ProgView(QWidget *parent) : QWidget(parent)
     fuss->addWidget(m_status);
     haupt->addLayout(fuss);
 
-    auto *tasten = new QGridLayout;
-    for (int i = 0; i < 8; ++i) {
-        auto *t = new QPushButton(this);
-        t->setMinimumHeight(32);
-        t->setMinimumWidth(100);
-        connect(t, &QPushButton::clicked, this, [this, i] { tasteGedrueckt(i); });
-        m_taste[size_t(i)] = t;
-        tasten->addWidget(t, 0, i);
-    }
-    haupt->addLayout(tasten);
-
-    connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *jetzt) {
-        if (jetzt && (jetzt == this || isAncestorOf(jetzt)))
-            plant.Aktive_Seite = 4;
-    });
+    m_taste = Tasten_Reihe(this, haupt, [this](int i) { tasteGedrueckt(i); });
+    Aktive_Seite_Bei_Fokus(this, 4);
     setFocusPolicy(Qt::StrongFocus);
     m_timer1.setInterval(REFRESH_MS);
     connect(&m_timer1, &QTimer::timeout, this, [this] { Seite_Act(); });

@@ -5,6 +5,7 @@
 #include "core/dialogs.h"
 #include "programs/program_editor.h"
 #include "views/KM_COUNTER.h"
+#include "views/form_keys.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -181,22 +182,8 @@ KM_Schritte::KM_Schritte(QWidget *parent) : QWidget(parent)
     fuss->addWidget(m_fuss);
     haupt->addLayout(fuss);
 
-    auto *tasten = new QGridLayout;
-    for (int i = 0; i < 8; ++i) {
-        auto *t = new QPushButton(this);
-        t->setMinimumHeight(34);
-        t->setMinimumWidth(120);
-        connect(t, &QPushButton::clicked, this, [this, i] { tasteGedrueckt(i); });
-        m_taste[size_t(i)] = t;
-        tasten->addWidget(t, 0, i);
-    }
-    haupt->addLayout(tasten);
-
-    // The page in front for printing is the editor while it has the focus.
-    connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *jetzt) {
-        if (jetzt && (jetzt == this || isAncestorOf(jetzt)))
-            plant.Aktive_Seite = 1;
-    });
+    m_taste = Tasten_Reihe(this, haupt, [this](int i) { tasteGedrueckt(i); });
+    Aktive_Seite_Bei_Fokus(this, 1); // the page in front for printing while the editor has the focus
     m_timer1.setInterval(1000);
     connect(&m_timer1, &QTimer::timeout, this, [this] { Loadtaste(); });
 }
