@@ -195,6 +195,12 @@ void Befehl_Waehlen(int k, int befehl)
     if (s.Befehl == befehl)
         return;
     s.Befehl = static_cast<u8>(befehl);
+    // A ramp or hold without a value starts at 0.1 (K/h or h), as its empty
+    // field reads.
+    if (befehl == BEF_RAMPE && s.Gradient <= 0)
+        s.Gradient = 1;
+    if (befehl == BEF_HALTEZEIT && s.Haltezeit <= 0)
+        s.Haltezeit = 1;
     if (befehl == BEF_ZYKLUS) {
         s.MaxOut = static_cast<u8>(std::clamp<int>(s.MaxOut, 1, std::max(1, k)));
         s.Gradient = static_cast<i16>(std::clamp<int>(s.Gradient, 1, 99));
@@ -315,7 +321,12 @@ bool Editor_Oeffnen(int ofenNr, int p)
     prog.Prog_Nr = static_cast<i16>(p);
     prog.Erste_Zeile = 0;
     prog.Prog_Geaendert = 0;
-    Prog_Laden(prog.Prog_Datei, p);
+    if (!Prog_Laden(prog.Prog_Datei, p)) {
+        // An unreadable file opens an empty program, never the one before.
+        prog.Prog.Segment.fill(Segment_Neu());
+        prog.Prog.Prog_Name.clear();
+        prog.Prog.Datum = QDateTime();
+    }
     prog.Prog.Prog_Name = Name_Bereinigen(prog.Prog.Prog_Name, prog.Prog_Name_Len);
     if (!prog.Prog.Datum.isValid())
         prog.Prog.Datum = Jetzt();

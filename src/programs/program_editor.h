@@ -61,7 +61,8 @@ void GradientFormat(int k, const QString &text);
 void MaxOutFormat(int k, const QString &text);
 void ZuluftFormat(int k, const QString &text);
 void AnalogFormat(int k, const QString &text);
-/// A command chosen in the list of segment k.
+/// A command chosen in the list of segment k; a ramp or hold without a value
+/// gets 0.1, a cycle a target and count within their limits.
 void Befehl_Waehlen(int k, int befehl);
 /// A click on output `bit` (0..3) of segment k flips it.
 void Ausgang_Klick(int k, int bit);
@@ -102,8 +103,8 @@ bool Editor_Sichern(const QString &name);
 QString Schliessen_Frage();
 
 /// Opens the editor's working copy: furnace number and program number
-/// (0 or above 100 becomes 1), name cleaned and cut, an empty date today.
-/// False with no furnace.
+/// (0 or above 100 becomes 1), name cleaned and cut, an empty date today; an
+/// unreadable file gives an empty program. False with no furnace.
 bool Editor_Oeffnen(int ofenNr, int p);
 
 /// Characters below 32 turn to blanks, trailing blanks go, cut to `laenge`.

@@ -46,6 +46,11 @@ QString Prog_Datei_Name(int ofenNr)
     return Pfad_Plus(plant.Prog_Ordner, QStringLiteral("OV_") + plant.Datei_Art[ofenNr] + QStringLiteral(".PRG"));
 }
 
+int Prog_Name_Laenge(int ofenNr)
+{
+    return (plant.Ofen_Typ[ofenNr] & 0x1000) ? PROG_NAME_MAX : PROG_NAME_KURZ;
+}
+
 void Prog_Ofen_Setzen(int ofenNr)
 {
     if (ofenNr < 1 || ofenNr > OFEN_MAX) {
@@ -53,7 +58,7 @@ void Prog_Ofen_Setzen(int ofenNr)
         return;
     }
     prog.Prog_Ofen = static_cast<u8>(ofenNr);
-    prog.Prog_Name_Len = (plant.Ofen_Typ[ofenNr] & 0x1000) ? PROG_NAME_MAX : PROG_NAME_KURZ;
+    prog.Prog_Name_Len = Prog_Name_Laenge(ofenNr);
     prog.Prog_Lang = flag(prog.Prog_Name_Len > PROG_NAME_KURZ);
     prog.Prog_Datei = Prog_Datei_Name(ofenNr);
     Prog_Grenzen_Setzen(prog.Prog_Datei);

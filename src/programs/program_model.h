@@ -100,6 +100,10 @@ void Prog_Ofen_Setzen(int ofenNr);
 /// 1720; the first name that matches decides.
 void Prog_Grenzen_Setzen(const QString &datei);
 
+/// Program name width of a furnace number: 30 with bit 12 of the version
+/// word, else 16.
+int Prog_Name_Laenge(int ofenNr);
+
 /// Program file of a furnace number: Prog_Ordner + "OV_" + kind + ".PRG".
 QString Prog_Datei_Name(int ofenNr);
 

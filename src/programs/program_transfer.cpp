@@ -145,7 +145,7 @@ Prog_Typ Prog_Aus_Worten(int ofen, int offset)
     QByteArray name;
     for (int i = 0; i < 8; ++i)
         name += MKI(plant.SPS_Wort(ofen, offset + 180 + i));
-    if (plant.Ofen_Typ[ofen + 1] & 0x1000)
+    if (Prog_Name_Laenge(ofen + 1) > PROG_NAME_KURZ)
         for (int i = 0; i < 7; ++i)
             name += MKI(plant.SPS_Wort(ofen, offset + 90 + i));
     t.Prog_Name = Text_Sauber(Latin1Text(name));

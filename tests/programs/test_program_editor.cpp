@@ -77,6 +77,12 @@ TEST_F(Editor, TypedValuesAreTakenWithinTheirLimits)
     Ofen(1, 1);
     ZuluftFormat(1, QStringLiteral("999"));
     EXPECT_EQ(S(1).Zuluft, 400);
+    // A ramp or hold chosen on an empty segment starts at 0.1.
+    S(9) = Segment_Neu();
+    Befehl_Waehlen(9, 1);
+    EXPECT_EQ(S(9).Gradient, 1);
+    Befehl_Waehlen(9, 2);
+    EXPECT_EQ(S(9).Haltezeit, 1);
 }
 
 TEST_F(Editor, CommandListByMaskAndRow)
@@ -191,6 +197,11 @@ TEST_F(Editor, OpeningAndTheQuestionOnClosing)
     EXPECT_EQ(Schliessen_Frage(),
               QStringLiteral("Kammerofen, Programm Nr.5\ngeändert !\nProgramm speichern? "));
     EXPECT_FALSE(Editor_Oeffnen(0, 5));
+    // An unreadable file opens an empty program, not the one before.
+    QFile::remove(prog.Prog_Datei);
+    ASSERT_TRUE(Editor_Oeffnen(1, 5));
+    EXPECT_EQ(prog.Prog.Prog_Name, QString());
+    EXPECT_EQ(prog.Prog.Datum, jetzt);
     EXPECT_EQ(Ausgang_Text(true, false), QStringLiteral("-1-"));
     EXPECT_EQ(Ausgang_Text(false, true), QStringLiteral("-N2-"));
     Ausgang_Klick(3, 2);
