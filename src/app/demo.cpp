@@ -5,6 +5,7 @@
 #include "core/conversions.h"
 #include "core/plant_state.h"
 #include "link/socket.h"
+#include "programs/program_file.h"
 #include "sim/plant.h"
 
 #include <QDir>
@@ -15,6 +16,20 @@
 namespace kal {
 
 namespace {
+
+/// The label file of a furnace number as a site prepares it: the captions of
+/// the four outputs (60 characters each, Latin-1, blank-padded), a fifth text
+/// empty, every hide flag 0.
+void Label_Datei_Schreiben(int ofenNr, const QStringList &texte)
+{
+    QByteArray b;
+    for (int i = 0; i < 5; ++i)
+        b += Latin1Bytes(Fest(texte.value(i), 60));
+    b += QByteArray(LABEL_SATZ - b.size(), '\0');
+    QFile f(Label_Datei_Name(ofenNr));
+    if (f.open(QIODevice::WriteOnly))
+        f.write(b);
+}
 
 /// The station's configuration of the simulated plant: address, kind, type
 /// word, names and serial of each furnace, recording on; then the file is
@@ -53,6 +68,8 @@ void konfigurationSchreiben(const sim::PlantDescription &d)
     for (int k = 1; k <= 3; ++k)
         plant.Pfad[k] = Standard_Ordner(k);
     Config_Schreiben(false);
+    Label_Datei_Schreiben(4, {QStringLiteral("Kühlung"), QStringLiteral("Tür auf"), QStringLiteral("Umwälzer"),
+                              QStringLiteral("Argon / Stickstoff")});
 }
 
 } // namespace

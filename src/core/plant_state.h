@@ -230,6 +230,10 @@ struct PlantState {
     Table2<i16, OFEN_MAX, REGLER_MAX + 1> Reg_Kanal; ///< (furnace, controller number)
     Table2<i16, SLOTS, SPUR_MAX * 4> Reg_Adr;        ///< (slot, channel * 4 + k) parameter words
 
+    // ---- programs ---------------------------------------------------------------
+    Table<i16, OFEN_MAX> Ofen_Max_Temp;              ///< maximum temperature, 0.1 °C (system data);
+                                                     ///< a tenth of it is the highest program set value
+
     // ---- plant-wide configuration ---------------------------------------------
     u8 Sprache = 0;                                  ///< 0..5
     Table2<QString, SPRACHEN, SPRACH_IDS> Sprachtext; ///< (language, text id)
@@ -264,7 +268,7 @@ struct PlantState {
     QString Datum_Trenner = ".";
     QString Sekunden_Text = "s";
     i16 Live_Raster = 10;
-    i16 Befehl_Maske = 3;                            ///< low bits of a segment word that hold the command
+    i16 Befehl_Maske = 3;                            ///< segment commands the editor offers: bit k-1 for command k
     i16 Prog_Anzahl = 100;                           ///< program places
     QString Datum_Von;
     QString Datum_Bis;

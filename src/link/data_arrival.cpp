@@ -24,12 +24,24 @@ i16 Antwort_Wort(const QByteArray &daten, int pos)
     return CVI_BE(paar);
 }
 
+/// Stores an arriving word, unless it lies in the furnace's queued write: the
+/// station's own words there (a program, an acknowledgement) wait to go out,
+/// and a read answered just before must not put the PLC's old words back
+/// into the block that will be written.
+void Wort_Speichern(int ofen, int a, i16 w)
+{
+    if (Table<i16, OFEN_MAX>::valid(ofen) && plant.Write_Len[ofen] > 0 && a >= plant.Write_Adr[ofen] &&
+        a < plant.Write_Adr[ofen] + plant.Write_Len[ofen])
+        return;
+    plant.SPS_Wort(ofen, a) = w;
+}
+
 /// The words of a direct memory link answer into the furnace's image at `a`.
 void Direkt_Speichern(int kanal, int a, const QByteArray &daten, int &schritt)
 {
     const int start = a;
     for (int pos = KOPF_UDP + 1; pos <= daten.size(); pos += 2)
-        plant.SPS_Wort(kanal, a++) = Antwort_Wort(daten, pos);
+        Wort_Speichern(kanal, a++, Antwort_Wort(daten, pos));
     if (a > start)
         Block_Decode(kanal, start, a - start);
     schritt = 20;
@@ -62,7 +74,7 @@ int Server_Speichern(int a, const QByteArray &daten, int &schritt)
         return -1;
     const int basis = plant.Server_Offset[ofen];
     for (int k = 0; k < BLOCK_WORTE; ++k)
-        plant.SPS_Wort(ofen, fenster + k) = plant.Server_Wort[basis + fenster + k];
+        Wort_Speichern(ofen, fenster + k, plant.Server_Wort[basis + fenster + k]);
     Block_Decode(ofen, fenster, BLOCK_WORTE);
     schritt = 50;
     return ofen;
@@ -122,7 +134,7 @@ void TCP_Antwort(int Index, int &schritt)
                     QByteArray paar;
                     paar.append(static_cast<char>(plant.Empfang_Puffer[pos + 1]));
                     paar.append(static_cast<char>(plant.Empfang_Puffer[pos]));
-                    plant.SPS_Wort(Index, a++) = CVI(paar);
+                    Wort_Speichern(Index, a++, CVI(paar));
                 }
             }
             schritt = 80;

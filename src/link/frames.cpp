@@ -2,6 +2,7 @@
 
 #include "core/conversions.h"
 #include "link/socket.h"
+#include "link/write_journal.h"
 
 #include <exception>
 
@@ -223,16 +224,19 @@ int SEND_UDP(i16 ofen, i16 adresse, i16 n)
                 return;
             // The frame is built before anything is noted: a word past the
             // image stops the write here.
-            const QByteArray rahmen = Rahmen_Schreiben_UDP(adresse, Worte_Holen(ofen, adresse, n));
+            const QList<i16> worte = Worte_Holen(ofen, adresse, n);
+            const QByteArray rahmen = Rahmen_Schreiben_UDP(adresse, worte);
             plant.UDP_Read_Adr[ofen] = -1;
             plant.UDP_Write_Adr[ofen] = adresse;
             Winsock1[ofen].SendData(rahmen);
+            Journal_Schreiben(ofen, adresse, worte, QString(), true);
         } else if (server || offset > 0) {
-            const QByteArray rahmen =
-                Rahmen_Schreiben_UDP(summe16(offset, adresse), Worte_Holen(ofen, adresse, n));
+            const QList<i16> worte = Worte_Holen(ofen, adresse, n);
+            const QByteArray rahmen = Rahmen_Schreiben_UDP(summe16(offset, adresse), worte);
             plant.UDP_Read_Adr[SERVER_KANAL] = -1;
             plant.UDP_Write_Adr[SERVER_KANAL] = adresse; // without the offset
             Winsock1[SERVER_KANAL].SendData(rahmen);
+            Journal_Schreiben(ofen, adresse, worte, QString(), true);
         }
     });
 }
@@ -245,13 +249,15 @@ void SEND_IP(i16 kanal, i16 adresse, i16 n)
     Socket &s = Winsock1[kanal];
     if (s.State() != SCK_CONNECTED)
         return;
-    const QByteArray rahmen = Rahmen_Schreiben_IP(adresse, Worte_Holen(kanal, adresse, n));
+    const QList<i16> worte = Worte_Holen(kanal, adresse, n);
+    const QByteArray rahmen = Rahmen_Schreiben_IP(adresse, worte);
     plant.Lese_Antwort = FALSE16;
     plant.Schreib_Antwort = TRUE16;
     s.SendData(rahmen);
+    Journal_Schreiben(kanal, adresse, worte, QString(), true);
 }
 
-int SEND_BEF(u8 ofenNr, i16 adresse, i16 wert)
+int SEND_BEF(u8 ofenNr, i16 adresse, i16 wert, const QString &anlass)
 {
     return fehlerIgnorieren([&] {
         const int ofen = ofenNr - 1;
@@ -265,6 +271,7 @@ int SEND_BEF(u8 ofenNr, i16 adresse, i16 wert)
             if (s.State() != SCK_CONNECTED)
                 return;
             s.SendData(Rahmen_Befehl_IP(adresse, wert));
+            Journal_Schreiben(ofen, adresse, {wert}, anlass, false);
             plant.Lese_Antwort = FALSE16;
             plant.Schreib_Antwort = TRUE16;
             // Serve this furnace again on the next tick, from the start of its
@@ -277,6 +284,7 @@ int SEND_BEF(u8 ofenNr, i16 adresse, i16 wert)
             plant.UDP_Read_Adr[SERVER_KANAL] = -1;
             plant.UDP_Write_Adr[SERVER_KANAL] = adresse;
             Winsock1[SERVER_KANAL].SendData(rahmen);
+            Journal_Schreiben(ofen, adresse, {wert}, anlass, false);
         } else {
             // A UDP furnace takes the command on its own channel, without the
             // server offset.
@@ -284,6 +292,7 @@ int SEND_BEF(u8 ofenNr, i16 adresse, i16 wert)
             plant.UDP_Read_Adr[ofen] = -1;
             plant.UDP_Write_Adr[ofen] = adresse;
             Winsock1[ofen].SendData(rahmen);
+            Journal_Schreiben(ofen, adresse, {wert}, anlass, false);
         }
     });
 }

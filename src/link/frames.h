@@ -17,6 +17,9 @@
 // fit) and keep what they stored before the failing step; they return the
 // number of the swallowed error, 0 when all went well, so a caller or a test
 // can see it. SEND_IP and FETCH_Ofen let errors travel to their caller.
+//
+// Every write frame handed to a socket (SEND_UDP, SEND_IP, SEND_BEF) is
+// appended to the write journal (write_journal.h).
 
 #include "core/plant_state.h"
 
@@ -85,7 +88,8 @@ void SEND_IP(i16 kanal, i16 adresse, i16 n);
 /// SPS_Wort. TCP furnaces get a Modbus single command and are served again on
 /// the next tick from a fresh poll sequence (Next_Ofen / Next_Phase); words
 /// 300..399 of a furnace behind a panel server and UDP furnaces get a memory
-/// link write.
-int SEND_BEF(u8 ofenNr, i16 adresse, i16 wert);
+/// link write. `anlass` names the cause for the write journal; empty, the
+/// journal tells it from the address.
+int SEND_BEF(u8 ofenNr, i16 adresse, i16 wert, const QString &anlass = QString());
 
 } // namespace kal

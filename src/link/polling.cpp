@@ -7,6 +7,7 @@
 #include "link/channels.h"
 #include "link/frames.h"
 #include "link/socket.h"
+#include "link/write_journal.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -87,6 +88,12 @@ void Schreiben(int ofen)
     const i16 adr = plant.Write_Adr[ofen];
     const i16 len = plant.Write_Len[ofen];
     plant.Write_Len[ofen] = 0;
+    // The cause named for this queue is gone with it, also when the write is
+    // lost, so that it never labels a later write.
+    struct Vergessen {
+        int ofen;
+        ~Vergessen() { Schreib_Anlass(ofen, QString()); }
+    } vergessen{ofen};
     const auto f = static_cast<i16>(ofen);
     if (plant.Ofen_UDP[ofen] != 0)
         SEND_UDP(f, adr, len);

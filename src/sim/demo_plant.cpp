@@ -63,6 +63,7 @@ PlantDescription demoPlant()
 
     FurnaceDescription f4 = furnace(4, "Härteofen 4", "1512-108-HRT", Protocol::Modbus, true, 500);
     f4.clockOffsetSeconds = 150; // the station steps this clock back
+    f4.version = QStringLiteral("1O"); // option bits 8..11: manual, cycle, four outputs, air feed and analog
     f4.program = {QString::fromUtf8("Härten 820"), {seg(1, 820, 9000), seg(2, 0, 3), seg(4, 300, 0)}};
     f4.places = {{QString::fromUtf8("Normalglühen"), {seg(1, 880, 6000), seg(2, 0, 5)}},
                  {QStringLiteral("Spannungsarm"), {seg(1, 600, 3000), seg(2, 0, 20), seg(1, 100, 3000)}}};

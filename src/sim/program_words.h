@@ -4,7 +4,7 @@
 // 1000 for the transfer area):
 //   P-10..P-4  name characters 17..30 (long names only)
 //   P+k        command word of segment k
-//   P+20+k     target, whole °C
+//   P+20+k     target, whole °C (a hold carries the target of the segment before)
 //   P+40+k     value word: rate (ramp), time (hold), repeat count (cycle), else 0
 //   P+60+k     limit word: output limit %, or the target segment of a cycle
 //   P+80..87   name characters 1..16, two a word, first in the low byte

@@ -12,6 +12,7 @@
 #include "views/qt_dialogs.h"
 
 #include <QCloseEvent>
+#include <algorithm>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -108,7 +109,9 @@ void KM_MDI::menusBauen()
     m_mnuform.append(eintrag(formen, text::MENU, [this] { Menue_Zeigen(); }));
     m_mnuform.append(eintrag(formen, text::TEMPERATURE_CURVE, nullptr));
     m_mnuform.append(eintrag(formen, text::LOG_DATA, nullptr));
-    m_mnuform.append(eintrag(formen, text::PROGRAMS, nullptr));
+    m_mnuform.append(eintrag(formen, text::PROGRAMS, [this] { zeigeProgWahl(); }));
+    m_mnuProgView = eintrag(formen, text::PROGRAM, [this] { zeigeProgView(); });
+    m_beschriftungen.back().nachsatzId = text::CURRENT; // "Programm aktuell"
     m_mnuform.append(eintrag(formen, text::BATCH_DATA, nullptr));
     m_mnuform.append(eintrag(formen, text::MESSAGES, [this] { zeigeAlarme(false); }));
     m_mnuform.append(eintrag(formen, text::SETTINGS, nullptr));
@@ -142,7 +145,9 @@ void KM_MDI::menusBauen()
 void KM_MDI::Menue_Beschriften()
 {
     for (const Beschriftung &b : m_beschriftungen) {
-        const QString t = b.vorsatz + Text_Id(b.textId).trimmed();
+        QString t = b.vorsatz + Text_Id(b.textId).trimmed();
+        if (b.nachsatzId >= 0)
+            t += QLatin1Char(' ') + Text_Id(b.nachsatzId).trimmed();
         if (auto *a = qobject_cast<QAction *>(b.ziel))
             a->setText(t);
         else if (auto *m = qobject_cast<QMenu *>(b.ziel))
@@ -152,6 +157,12 @@ void KM_MDI::Menue_Beschriften()
         m_menue->Beschriften();
     if (m_alarme)
         m_alarme->Beschriften();
+    if (m_progWahl)
+        m_progWahl->Beschriften();
+    if (m_schritte)
+        m_schritte->Beschriften();
+    if (m_progView)
+        m_progView->Beschriften();
 }
 
 QString KM_MDI::panelText(int panel) const
@@ -231,6 +242,71 @@ void KM_MDI::zeigeAlarme(bool konfig)
     });
     w->show();
     m_mdi->setActiveSubWindow(w);
+}
+
+QMdiSubWindow *KM_MDI::kindZeigen(QWidget *form, QPointer<QMdiSubWindow> &fenster)
+{
+    if (!fenster) {
+        fenster = m_mdi->addSubWindow(form);
+        fenster->setAttribute(Qt::WA_DeleteOnClose, false); // closing hides; the form lives on
+    }
+    form->show();
+    // A form of its own size beside the maximised live page, kept inside the
+    // area so that none of it is cut off.
+    fenster->showNormal();
+    fenster->adjustSize();
+    const QRect flaeche = m_mdi->viewport()->rect();
+    QRect r = fenster->geometry();
+    r.setSize(r.size().boundedTo(flaeche.size()));
+    r.moveLeft(std::clamp(r.left(), 0, std::max(0, flaeche.width() - r.width())));
+    r.moveTop(std::clamp(r.top(), 0, std::max(0, flaeche.height() - r.height())));
+    fenster->setGeometry(r);
+    m_mdi->setActiveSubWindow(fenster);
+    return fenster;
+}
+
+void KM_MDI::zeigeProgWahl()
+{
+    if (!m_progWahl) {
+        m_progWahl = new KM_ProgWahl;
+        connect(m_progWahl, &KM_ProgWahl::oeffnen, this, [this](int ofenNr, int p) { zeigeSchritte(ofenNr, p); });
+        connect(m_progWahl, &KM_ProgWahl::geschlossen, this, [this] {
+            if (m_progWahlFenster)
+                m_progWahlFenster->hide();
+        });
+    }
+    m_progWahl->Laden();
+    kindZeigen(m_progWahl, m_progWahlFenster);
+}
+
+void KM_MDI::zeigeSchritte(int ofenNr, int p)
+{
+    if (!m_schritte) {
+        m_schritte = new KM_Schritte;
+        connect(m_schritte, &KM_Schritte::geschlossen, this, [this] {
+            if (m_schritteFenster)
+                m_schritteFenster->hide();
+        });
+    }
+    // The editor holds one program; a changed one is asked about first.
+    if (m_schritteFenster && m_schritteFenster->isVisible() && !m_schritte->close())
+        return;
+    if (!m_schritte->Oeffnen(ofenNr, p))
+        return;
+    kindZeigen(m_schritte, m_schritteFenster);
+}
+
+void KM_MDI::zeigeProgView()
+{
+    if (!m_progView) {
+        m_progView = new KM_ProgView;
+        connect(m_progView, &KM_ProgView::geschlossen, this, [this] {
+            if (m_progViewFenster)
+                m_progViewFenster->hide();
+        });
+    }
+    m_progView->Oeffnen();
+    kindZeigen(m_progView, m_progViewFenster);
 }
 
 void KM_MDI::nebenUntereinander(Qt::Orientation richtung)

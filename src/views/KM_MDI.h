@@ -5,6 +5,9 @@
 #include "core/screen.h"
 #include "views/KM_Alarme.h"
 #include "views/KM_Menue.h"
+#include "views/KM_ProgView.h"
+#include "views/KM_ProgWahl.h"
+#include "views/KM_Schritte.h"
 
 #include <QMainWindow>
 #include <QPointer>
@@ -47,6 +50,15 @@ public:
     KM_Alarme *alarme() const { return m_alarme; }
     QMdiArea *mdiArea() const { return m_mdi; }
 
+    /// The program forms, each made on first use and kept to the end.
+    void zeigeProgWahl();
+    void zeigeSchritte(int ofenNr, int p);
+    void zeigeProgView();
+    KM_ProgWahl *progWahl() const { return m_progWahl; }
+    KM_Schritte *schritte() const { return m_schritte; }
+    KM_ProgView *progView() const { return m_progView; }
+    QAction *mnuProgView() const { return m_mnuProgView; }
+
     /// `mnuform` entries 0..7 (the child forms); `mnuRegler`.
     QAction *mnuform(int i) const { return m_mnuform.value(i); }
     QAction *mnuRegler() const { return m_mnuRegler; }
@@ -76,12 +88,19 @@ private:
     /// by side (Qt::Horizontal), filling the area.
     void nebenUntereinander(Qt::Orientation richtung);
     void spracheWaehlen(int sprache);
+    /// Shows a kept form in its own child window (made the first time).
+    QMdiSubWindow *kindZeigen(QWidget *form, QPointer<QMdiSubWindow> &fenster);
 
     QMdiArea *m_mdi = nullptr;
     QtDialogs *m_dialogs = nullptr;
     QPointer<KM_Menue> m_menue;
     QPointer<QMdiSubWindow> m_menueFenster;
     QPointer<KM_Alarme> m_alarme;
+    QPointer<KM_ProgWahl> m_progWahl;
+    QPointer<KM_Schritte> m_schritte;
+    QPointer<KM_ProgView> m_progView;
+    QPointer<QMdiSubWindow> m_progWahlFenster, m_schritteFenster, m_progViewFenster;
+    QAction *m_mnuProgView = nullptr;
     QList<QAction *> m_mnuform;
     QAction *m_mnuRegler = nullptr;
     QAction *m_mnuBeenden = nullptr;
@@ -94,6 +113,7 @@ private:
         QObject *ziel;      ///< QAction or QMenu
         int textId;         ///< Sprachtext id
         QString vorsatz;    ///< fixed text before the caption
+        int nachsatzId = -1; ///< Sprachtext id of a second word after a blank, -1 none
     };
     std::vector<Beschriftung> m_beschriftungen;
     QLabel *m_panels[8] = {};

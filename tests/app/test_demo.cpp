@@ -18,6 +18,7 @@
 #include "support/scripted_dialogs.h"
 #include "support/usb_quelle.h"
 #include "views/KM_MDI.h"
+#include "demo_station.h"
 
 #include <QAction>
 #include <QKeyEvent>
@@ -37,82 +38,7 @@
 using namespace kal;
 using kal::test::ScriptedDialogs;
 
-namespace {
-
-void keinEnde(int) {}
-
-/// Runs the event loop until `fertig` holds or `ms` of wall time passed.
-template <typename F>
-bool warteBis(F fertig, int ms)
-{
-    QDeadlineTimer frist(ms);
-    while (!fertig() && !frist.hasExpired())
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
-    return fertig();
-}
-
-void bildSichern(QWidget &w, const QString &name)
-{
-    QDir().mkpath(QStringLiteral(KALMERON_SHOTS));
-    w.grab().save(QStringLiteral(KALMERON_SHOTS "/") + name);
-}
-
-int freierPort()
-{
-    QTcpServer s;
-    s.listen(QHostAddress::LocalHost, 0);
-    return s.serverPort();
-}
-
-} // namespace
-
-namespace {
-
-/// The demo plant and the station's main window in this process.
-class DemoStation : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(dir.isValid());
-        resetPlant();
-        plant.Daten_Ordner_Option = dir.path();
-        plant.Modbus_Port = freierPort();
-        QString fehler;
-        ASSERT_TRUE(demo.starten(true, &fehler)) << qPrintable(fehler);
-        setProzessEnde(keinEnde); // after the demo's fresh plant
-        w = std::make_unique<KM_MDI>();
-        setDialogs(&dialogs); // no modal box may stop the test
-        w->resize(1280, 800);
-        w->show();
-        w->Laden();
-        ASSERT_NE(w->menuePage(), nullptr);
-    }
-    void TearDown() override
-    {
-        Programm_Ende();
-        w.reset();
-        resetPlant();
-    }
-    bool online(int panel) const
-    {
-        return w->panelText(panel).startsWith(plant.Sprachtext(plant.Sprache, 9));
-    }
-    bool alleOnline() const
-    {
-        for (int p = 1; p <= OEFEN; ++p)
-            if (!online(p))
-                return false;
-        return true;
-    }
-
-    static constexpr int OEFEN = 5; ///< furnaces of the demo plant
-    QTemporaryDir dir;
-    Demo demo;
-    ScriptedDialogs dialogs;
-    std::unique_ptr<KM_MDI> w;
-};
-
-} // namespace
+using namespace kal::test;
 
 TEST_F(DemoStation, EveryFurnaceComesOnline)
 {

@@ -146,3 +146,33 @@ TEST_F(ModbusEmpfang, ExceptionOversizeAndLongCountAreHandledAndReported)
 }
 
 } // namespace
+
+namespace {
+
+TEST_F(Empfang, ReadAnsweredJustBeforeAQueuedWriteLeavesItsWordsAlone)
+{
+    // A program block waits at 110..129 of a memory link furnace and of a
+    // Modbus furnace; a read of block 100 that was on its way arrives first.
+    Ofen(0, true);
+    Ofen(1, false);
+    for (int f : {0, 1}) {
+        for (int a = 110; a < 130; ++a)
+            plant.SPS_Wort(f, a) = 7;
+        plant.Write_Adr[f] = 110;
+        plant.Write_Len[f] = 20;
+    }
+    plant.UDP_Read_Adr[0] = 100;
+    sock[0]->arrive(UDP_Antwort(Folge(100, 100)));
+    plant.IP_Adr[1] = 100;
+    plant.IP_Len[1] = 100;
+    plant.Lese_Antwort = -1;
+    sock[1]->arrive(Modbus_Antwort(Folge(100, 100)));
+    for (int f : {0, 1}) {
+        EXPECT_EQ(plant.SPS_Wort(f, 109), 109) << f;
+        EXPECT_EQ(plant.SPS_Wort(f, 110), 7) << f;
+        EXPECT_EQ(plant.SPS_Wort(f, 129), 7) << f;
+        EXPECT_EQ(plant.SPS_Wort(f, 130), 130) << f;
+    }
+}
+
+} // namespace

@@ -1,0 +1,20 @@
+#pragma once
+// Pieces the program forms share: the row of function keys Taste(0..7) under
+// a form, and the page in front for printing (`Aktive_Seite`) kept while a
+// form has the focus.
+
+#include <QBoxLayout>
+#include <QPushButton>
+#include <array>
+#include <functional>
+
+namespace kal {
+
+/// Eight keys in one row at the foot of `layout`; a click calls `gedrueckt`
+/// with the key's index.
+std::array<QPushButton *, 8> Tasten_Reihe(QWidget *form, QBoxLayout *layout, const std::function<void(int)> &gedrueckt);
+
+/// Sets `Aktive_Seite` to `seite` whenever the focus enters the form.
+void Aktive_Seite_Bei_Fokus(QWidget *form, int seite);
+
+} // namespace kal
