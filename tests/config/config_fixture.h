@@ -6,6 +6,7 @@
 #include "config/paths.h"
 #include "core/dates.h"
 #include "core/plant_state.h"
+#include "support/files.h"
 #include "support/fresh.h"
 
 #include <QDir>
@@ -14,19 +15,6 @@
 #include <gtest/gtest.h>
 
 namespace kal::test {
-
-inline void writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile f(path);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    f.write(bytes);
-}
-
-inline QByteArray readFile(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
 
 class ConfigFixture : public FreshProcess {
 protected:

@@ -2,18 +2,18 @@
 
 #include "config/channel_tables.h"
 #include "config/languages.h"
-
-#include <gtest/gtest.h>
+#include "support/fresh.h"
 
 using namespace kal;
+using namespace kal::test;
 
 namespace {
 
-class ChannelTables : public ::testing::Test {
+class ChannelTables : public FreshProcess {
 protected:
     void SetUp() override
     {
-        resetPlant();
+        FreshProcess::SetUp();
         Sprachtext_Fuellen();
     }
 
@@ -49,14 +49,10 @@ TEST_F(ChannelTables, PlainFurnaceGetsTheFixedTable)
 
     Spuren_Setzen(3);
 
-    EXPECT_EQ(plant.Ofen_Typ[3], 0);
-    EXPECT_EQ(plant.Ofen_Gross[2], 0);
-    EXPECT_EQ(plant.Ofen_Opt_A[2], 0);
-    EXPECT_EQ(plant.Kanal_Regler(3, 11), 0);
-    EXPECT_EQ(plant.Kanal_Zahl[3], 4);
+    EXPECT_EQ((std::vector<int>{plant.Ofen_Typ[3], plant.Ofen_Gross[2], plant.Ofen_Opt_A[2], plant.Kanal_Regler(3, 11),
+                                plant.Kanal_Zahl[3], plant.Adr_Trigger[2], plant.Trigger_Len[2]}),
+              (std::vector<int>{0, 0, 0, 0, 4, 90, 10}));
     EXPECT_EQ(plant.Datei_Art[3], QStringLiteral("DEN03"));
-    EXPECT_EQ(plant.Adr_Trigger[2], 90);
-    EXPECT_EQ(plant.Trigger_Len[2], 10);
 
     const struct { int k; const char *name, *einheit; int teiler, adr_ist; } soll[] = {
         {0, "Sollwert", " °C  ", 1, 43}, {3, "Status", "     ", 1, 37}, {4, "Strom", " A   ", 10, 64},
@@ -97,29 +93,22 @@ TEST_F(ChannelTables, HeadedFurnaceFromItsCodeWords)
     Spuren_Setzen(n);
 
     EXPECT_EQ(plant.Datei_Art[n], QStringLiteral("ADD 2"));
-    EXPECT_EQ(plant.Adr_Trigger[f], 400);
-    EXPECT_EQ(plant.Trigger_Len[f], 40);
-    EXPECT_EQ(plant.Ofen_Opt_A[f], TRUE16);
-    EXPECT_EQ(plant.Ofen_Opt_B[f], 0);
-    EXPECT_EQ(plant.Ofen_Basis[f], 100);
-    EXPECT_EQ(plant.Prog_Page[f], 1088);
-    EXPECT_EQ(plant.Kanal_Zahl[n], 4);
+    EXPECT_EQ((std::vector<int>{plant.Adr_Trigger[f], plant.Trigger_Len[f], plant.Ofen_Opt_A[f], plant.Ofen_Opt_B[f],
+                                plant.Ofen_Basis[f], plant.Prog_Page[f], plant.Kanal_Zahl[n]}),
+              (std::vector<int>{400, 40, TRUE16, 0, 100, 1088, 4}));
 
     EXPECT_EQ(kanal(n, 0), (std::vector<int>{42, 43, 44, 1, -1, -1}));
     EXPECT_EQ(kanal(n, 1), (std::vector<int>{0, 110, 0, 100, 0, 0}));
     EXPECT_EQ(kanal(n, 2), (std::vector<int>{0, 50, 51, 10, -1, 0}));
-    EXPECT_EQ(plant.Reg_Adr(n, 0), 45);
-    EXPECT_EQ(plant.Reg_Adr(n, 3), 48);
-    EXPECT_EQ(plant.Reg_Adr(n, 4), 130);
-    EXPECT_EQ(plant.Reg_Adr(n, 7), 160);
+    EXPECT_EQ((std::vector<int>{plant.Reg_Adr(n, 0), plant.Reg_Adr(n, 3), plant.Reg_Adr(n, 4), plant.Reg_Adr(n, 7)}),
+              (std::vector<int>{45, 48, 130, 160}));
     EXPECT_EQ(plant.Kanal_Name(n, 1), QStringLiteral("  Istwert"));
     EXPECT_EQ(plant.Kanal_Status(n, 3), TRUE16);
     EXPECT_EQ(plant.Kanal_Name(n, 3), QStringLiteral("  Status"));
 
     // The controllers in channel order.
-    EXPECT_EQ(plant.Reg_Anzahl[f], 2);
-    EXPECT_EQ(plant.Reg_Kanal(f, 1), 0);
-    EXPECT_EQ(plant.Reg_Kanal(f, 2), 2);
+    EXPECT_EQ((std::vector<int>{plant.Reg_Anzahl[f], plant.Reg_Kanal(f, 1), plant.Reg_Kanal(f, 2)}),
+              (std::vector<int>{2, 0, 2}));
     EXPECT_EQ(plant.Reg_Name(f, 1), QStringLiteral("Stellwert"));
     EXPECT_EQ(plant.Reg_Einheit(f, 1), QStringLiteral(" %   "));
 }
@@ -202,11 +191,9 @@ TEST_F(ChannelTables, BatchOnViewUsesSlotZeroOnly)
 
     Spuren_Setzen(0);
     EXPECT_EQ(plant.Datei_Art[0], QStringLiteral("ADD 0"));
-    EXPECT_EQ(plant.Kanal_Adr_Ist(0, 0), 43);
-    EXPECT_EQ(plant.Kanal_Adr_Ist(1, 0), 0);
-    EXPECT_EQ(plant.Adr_Trigger[0], 90);
-    EXPECT_EQ(plant.Ofen_Basis[0], 50);
-    EXPECT_EQ(plant.Reg_Anzahl[0], 3);
+    EXPECT_EQ((std::vector<int>{plant.Kanal_Adr_Ist(0, 0), plant.Kanal_Adr_Ist(1, 0), plant.Adr_Trigger[0],
+                                plant.Ofen_Basis[0], plant.Reg_Anzahl[0]}),
+              (std::vector<int>{43, 0, 90, 50, 3}));
 
     plant.Ofen_Typ[0] = 0;
     Spuren_Setzen(0);

@@ -1,38 +1,27 @@
 #include "core/conversions.h"
 #include "core/dialogs.h"
-#include "core/plant_state.h"
+#include "support/fresh.h"
+#include "support/hex.h"
 
 #include <QLocale>
-#include <gtest/gtest.h>
 
 #include <climits>
 
 using namespace kal;
+using namespace kal::test;
 
 namespace {
 
-QByteArray bytes(std::initializer_list<int> b)
+using Conversions = FreshProcess;
+
+TEST_F(Conversions, IntegerPackingByteOrderAndFieldLength)
 {
-    QByteArray r;
-    for (int x : b)
-        r.append(static_cast<char>(x));
-    return r;
-}
-
-} // namespace
-
-TEST(ConversionsTest, IntegerPackingByteOrderAndFieldLength)
-{
-    EXPECT_EQ(MKI(-1), bytes({0xFF, 0xFF}));
-    EXPECT_EQ(MKI(-200), bytes({0x38, 0xFF}));
-    EXPECT_EQ(MKI_BE(0x1234), bytes({0x12, 0x34}));
-    EXPECT_EQ(CVI(bytes({0x34, 0x12})), 0x1234);
-    EXPECT_EQ(CVI(bytes({0x00, 0x80})), -32768);
-
-    EXPECT_EQ(MKL(0x12345678), bytes({0x78, 0x56, 0x34, 0x12}));
-    EXPECT_EQ(MKL(-16777217), bytes({0xFF, 0xFF, 0xFF, 0xFE}));
-    EXPECT_EQ(CVL(bytes({0xFE, 0xFF, 0xFF, 0xFF})), -2);
-    EXPECT_EQ(CVL(bytes({0x00, 0x00, 0x00, 0x80})), INT32_MIN);
+    EXPECT_EQ(MKI(-200), hex("38 FF"));
+    EXPECT_EQ(MKI_BE(0x1234), hex("12 34"));
+    EXPECT_EQ(CVI(hex("00 80")), -32768);
+    EXPECT_EQ(MKL(0x12345678), hex("78 56 34 12"));
+    EXPECT_EQ(MKL(-16777217), hex("FF FF FF FE"));
+    EXPECT_EQ(CVL(hex("00 00 00 80")), INT32_MIN);
     for (int32_t v : {-1, 65535, -65536, 16777216, INT32_MAX, INT32_MIN})
         EXPECT_EQ(CVL(MKL(v)), v);
 
@@ -45,7 +34,7 @@ TEST(ConversionsTest, IntegerPackingByteOrderAndFieldLength)
         ASSERT_EQ(be, MKI(w));
     }
     // A short or long frame field is no reason to stop: 0, argument untouched.
-    for (const QByteArray &falsch : {bytes({0x12}), bytes({0x12, 0x34, 0x56})}) {
+    for (const QByteArray &falsch : {hex("12"), hex("12 34 56")}) {
         QByteArray arg = falsch;
         EXPECT_EQ(CVI_BE(arg), 0);
         EXPECT_EQ(arg, falsch);
@@ -59,30 +48,29 @@ TEST(ConversionsDeathTest, WrongLengthEndsTheProgram)
 {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     setDialogs(nullptr);
-    EXPECT_EXIT(CVI(bytes({1, 2, 3})), ::testing::ExitedWithCode(1), "CVI: Illegal Function Call");
-    EXPECT_EXIT(CVI(bytes({1})), ::testing::ExitedWithCode(1), "CVI: Illegal Function Call");
-    EXPECT_EXIT(CVL(bytes({1, 2, 3})), ::testing::ExitedWithCode(1), "CVL: Illegal Function Call");
-    EXPECT_EXIT(CVL(bytes({1, 2, 3, 4, 5})), ::testing::ExitedWithCode(1), "CVL: Illegal Function Call");
+    EXPECT_EXIT(CVI(hex("01 02 03")), ::testing::ExitedWithCode(1), "CVI: Illegal Function Call");
+    EXPECT_EXIT(CVI(hex("01")), ::testing::ExitedWithCode(1), "CVI: Illegal Function Call");
+    EXPECT_EXIT(CVL(hex("01 02 03")), ::testing::ExitedWithCode(1), "CVL: Illegal Function Call");
+    EXPECT_EXIT(CVL(hex("01 02 03 04 05")), ::testing::ExitedWithCode(1), "CVL: Illegal Function Call");
 }
 
-TEST(ConversionsTest, TextSauberAndWorteText)
+TEST_F(Conversions, TextSauberAndWorteText)
 {
     EXPECT_EQ(Text_Sauber(Latin1Text(QByteArray(16, '\0'))), "");
-    EXPECT_EQ(Text_Sauber(Latin1Text(bytes({'A', 'B', 0, 0, 'C', 'D', 0, 0}))), "ABCD");
+    EXPECT_EQ(Text_Sauber(Latin1Text(hex("41 42 00 00 43 44 00 00"))), "ABCD");
     EXPECT_EQ(Text_Sauber("  A B\tC\r\n "), "  A BC");
-    EXPECT_EQ(Text_Sauber(Latin1Text(bytes({'2', '0', 0xB0, 'C', ' '}))), QString::fromUtf8("20°C"));
+    EXPECT_EQ(Text_Sauber(Latin1Text(hex("32 30 B0 43 20"))), QString::fromUtf8("20°C"));
 
     // "Ofen 1" in words 200..207, first character in the low byte, the unused
     // bytes 0 as the PLC leaves them.
-    resetPlant();
     plant.SPS_Wort(3, 200) = 0x664F; // "Of"
     plant.SPS_Wort(3, 201) = 0x6E65; // "en"
     plant.SPS_Wort(3, 202) = 0x3120; // " 1"
     EXPECT_EQ(Worte_Text(3, 200, 8), "Ofen 1");
-    EXPECT_THROW(Worte_Text(3, 1138, 4), RunError); // word 1141
+    EXPECT_EQ(runError([] { Worte_Text(3, 1138, 4); }), ERR_SUBSCRIPT); // word 1141
 }
 
-TEST(ConversionsTest, FormatZahlRoundsHalvesAwayFromZero)
+TEST_F(Conversions, FormatZahlRoundsHalvesAwayFromZero)
 {
     const QLocale saved;
     QLocale::setDefault(QLocale::c());
@@ -105,7 +93,7 @@ TEST(ConversionsTest, FormatZahlRoundsHalvesAwayFromZero)
     QLocale::setDefault(saved);
 }
 
-TEST(ConversionsTest, LeadingNumberReadsLikeVal)
+TEST_F(Conversions, LeadingNumberReadsLikeVal)
 {
     const std::pair<const char *, double> faelle[] = {
         {" 07", 7}, {"-9", -9}, {"1a", 1},   {"ab", 0},        {"", 0},   {"1 2", 12},
@@ -114,3 +102,5 @@ TEST(ConversionsTest, LeadingNumberReadsLikeVal)
     for (auto [text, wert] : faelle)
         EXPECT_DOUBLE_EQ(leadingNumber(text), wert) << text;
 }
+
+} // namespace

@@ -6,11 +6,9 @@
 #include "link/polling.h"
 #include "link/qt_socket.h"
 #include "link/socket.h"
+#include "support/events.h"
 
-#include <QCoreApplication>
-#include <QEventLoop>
 #include <QTcpServer>
-#include <QTimer>
 
 namespace kal::test {
 
@@ -45,12 +43,7 @@ sim::FurnaceDescription Beschreibung(int f, sim::Protocol p, bool headed, int ba
 void PlantFixture::SetUp()
 {
     FreshProcess::SetUp();
-    if (!QCoreApplication::instance()) {
-        static int argc = 1;
-        static char name[] = "integration_tests";
-        static char *argv[] = {name, nullptr};
-        new QCoreApplication(argc, argv); // kept to the end of the process
-    }
+    testApp();
     beschreibung.udpPort = Panel_Port;
     beschreibung.modbusPort = Freier_Port();
 }

@@ -269,20 +269,3 @@ TEST_F(RecordingAnlage, NothingIsLostAcrossALinkDropAndARestartOfTheStation)
     Datei_Pruefen(KOPF, Erwartet(angeboten[KOPF]));
 }
 
-TEST_F(RecordingAnlage, RecordingOffKeepsTheBlockRaisedUntilSwitchedOn)
-{
-    plant.Ofen_Charge[EINFACH] = 0;
-    anbieten(EINFACH, sim::announcementBlock(CHARGE, naechsterStempel()));
-    probe(EINFACH, 5555);
-    int ticks = 0;
-    Laufen([&] { return ++ticks > 400; });
-    EXPECT_EQ(plant.Trigger_Wert[EINFACH], 200 + CHARGE) << "the station has seen the block";
-    EXPECT_TRUE(plc(EINFACH).log().taken().isEmpty());
-    EXPECT_TRUE(plc(EINFACH).log().offering());
-    EXPECT_TRUE(QDir(plant.Charge_Ordner[0]).entryList(QDir::Files).isEmpty());
-
-    plant.Ofen_Charge[EINFACH] = -1;
-    ASSERT_TRUE(Laufen([&] { return alleGenommen(EINFACH); }));
-    Quittungen_Pruefen(EINFACH);
-    Datei_Pruefen(EINFACH, Erwartet(angeboten[EINFACH]));
-}

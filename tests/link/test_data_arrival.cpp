@@ -22,9 +22,8 @@ TEST_F(Empfang, MemoryLinkAnswersGoByTheNotedAddressOnly)
     // The header claims ESC "W" and 200 bytes, and the first words look like an
     // address and a count: none of it is checked, the words start at byte 10.
     sock[3]->arrive(QByteArray("B\0\0\0\0\0\0\xC8\x1BW\x12\x34\0\x3A", 14) + UDP_Antwort(Folge(98, 1002)).mid(10));
-    EXPECT_EQ(plant.SPS_Wort(3, 0), 0x1234);
-    EXPECT_EQ(plant.SPS_Wort(3, 1), 58);
-    EXPECT_EQ(plant.SPS_Wort(3, 99), 1099);
+    EXPECT_EQ((std::vector<int>{plant.SPS_Wort(3, 0), plant.SPS_Wort(3, 1), plant.SPS_Wort(3, 99)}),
+              (std::vector<int>{0x1234, 58, 1099}));
     EXPECT_EQ(plant.Block0_Neu[3], -1) << "the decoder ran";
     EXPECT_EQ(plant.IP_Adr[0], -1) << "the reset goes to furnace 0";
     EXPECT_EQ(plant.Empfang_Fehler[3], 10);
@@ -44,13 +43,11 @@ TEST_F(Empfang, MemoryLinkAnswersGoByTheNotedAddressOnly)
     plant.UDP_Read_Adr[1] = 10; // an odd last byte is a word whose low byte never came
     plant.SPS_Wort(1, 11) = 9;
     sock[1]->arrive(UDP_Antwort({0x0102}) + QByteArray(1, '\x55'));
-    EXPECT_EQ(plant.SPS_Wort(1, 10), 0x0102);
-    EXPECT_EQ(plant.SPS_Wort(1, 11), 0);
+    EXPECT_EQ(both(plant.SPS_Wort(1, 10), plant.SPS_Wort(1, 11)), both(0x0102, 0));
 
     plant.UDP_Read_Adr[1] = 1100; // past word 1140: stored up to it, step 10
     sock[1]->arrive(UDP_Antwort(Folge(100, 1)));
-    EXPECT_EQ(plant.SPS_Wort(1, 1140), 41);
-    EXPECT_EQ(plant.Empfang_Fehler[1], 10);
+    EXPECT_EQ(both(plant.SPS_Wort(1, 1140), plant.Empfang_Fehler[1]), both(41, 10));
 }
 
 TEST_F(Empfang, Channel8AnswerReachesOnlyTheFurnaceWhoseWindowHoldsIt)
@@ -63,9 +60,8 @@ TEST_F(Empfang, Channel8AnswerReachesOnlyTheFurnaceWhoseWindowHoldsIt)
     plant.IP_Adr[2] = 3;
     plant.UDP_Read_Adr[8] = 5300;
     sock[8]->arrive(UDP_Antwort(Folge(100, 1)));
-    EXPECT_EQ(plant.Server_Wort[5300], 1);
-    EXPECT_EQ(plant.SPS_Wort(2, 300), 1);
-    EXPECT_EQ(plant.SPS_Wort(2, 399), 100);
+    EXPECT_EQ((std::vector<int>{plant.Server_Wort[5300], plant.SPS_Wort(2, 300), plant.SPS_Wort(2, 399)}),
+              (std::vector<int>{1, 1, 100}));
     EXPECT_EQ(plant.Prog_Page_Fehlt[2], -1) << "block 3 of that furnace was decoded";
     EXPECT_EQ(plant.IP_Adr[2], -1);
 
@@ -79,8 +75,7 @@ TEST_F(Empfang, Channel8AnswerReachesOnlyTheFurnaceWhoseWindowHoldsIt)
 
     plant.UDP_Read_Adr[8] = 8990; // past the server image: step 30
     sock[8]->arrive(UDP_Antwort(Folge(100, 1)));
-    EXPECT_EQ(plant.Server_Wort[9000], 11);
-    EXPECT_EQ(plant.Empfang_Fehler[8], 30);
+    EXPECT_EQ(both(plant.Server_Wort[9000], plant.Empfang_Fehler[8]), both(11, 30));
 }
 
 class ModbusEmpfang : public Anlage {
@@ -103,11 +98,9 @@ protected:
 TEST_F(ModbusEmpfang, ReadAnswerIsStoredOnceAndFreesTheChannel)
 {
     sock[4]->arrive(Modbus_Antwort(Folge(100, -50)));
-    EXPECT_EQ(plant.SPS_Wort(4, 100), -50);
-    EXPECT_EQ(plant.SPS_Wort(4, 199), 49);
-    EXPECT_EQ(plant.Empfang_Fehler[4], 0);
-    EXPECT_EQ(plant.IP_Adr[4], -1);
-    EXPECT_EQ(plant.IP_Len[4], 0);
+    EXPECT_EQ((std::vector<int>{plant.SPS_Wort(4, 100), plant.SPS_Wort(4, 199), plant.Empfang_Fehler[4],
+                                plant.IP_Adr[4], plant.IP_Len[4]}),
+              (std::vector<int>{-50, 49, 0, -1, 0}));
     sock[4]->arrive(Modbus_Antwort(Folge(100, 7))); // nobody waits: dropped
     EXPECT_EQ(plant.SPS_Wort(4, 100), -50);
 
@@ -134,15 +127,13 @@ TEST_F(ModbusEmpfang, ExceptionOversizeAndLongCountAreHandledAndReported)
     Offen(200);
     QByteArray lang = Modbus_Antwort(Folge(100, 1));
     sock[4]->arrive(lang + QByteArray(1001 - lang.size(), '\x01'));
-    EXPECT_EQ(plant.Empfang_Fehler[4], 70);
-    EXPECT_EQ(plant.IP_Adr[4], -1);
-    EXPECT_EQ(plant.SPS_Wort(4, 200), 0);
+    EXPECT_EQ((std::vector<int>{plant.Empfang_Fehler[4], plant.IP_Adr[4], plant.SPS_Wort(4, 200)}),
+              (std::vector<int>{70, -1, 0}));
 
     Offen(1100); // a count that runs past the image stops at word 1140, step 71
     lang[8] = char(0xFF);
     sock[4]->arrive(lang);
-    EXPECT_EQ(plant.SPS_Wort(4, 1140), 41);
-    EXPECT_EQ(plant.Empfang_Fehler[4], 71);
+    EXPECT_EQ(both(plant.SPS_Wort(4, 1140), plant.Empfang_Fehler[4]), both(41, 71));
 }
 
 } // namespace

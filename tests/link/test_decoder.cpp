@@ -21,9 +21,8 @@ TEST_F(Decoder, ServerWindowAndOctetFromWord215)
     Ofen(2, true);
     plant.SPS_Wort(2, 215) = 0x4905; // 0x49: one window per furnace index
     Block_Decode(2, 200, 100);
-    EXPECT_EQ(plant.Server_Offset[2], 5000);
-    EXPECT_EQ(plant.Server_IP4[2], 5);
-    EXPECT_EQ(plant.Block2_Neu[2], 0) << "no name and serial yet";
+    EXPECT_EQ((std::vector<int>{plant.Server_Offset[2], plant.Server_IP4[2], plant.Block2_Neu[2]}),
+              (std::vector<int>{5000, 5, 0})) << "no name and serial yet";
     EXPECT_EQ(sock[8]->RemoteHost, QStringLiteral("10.0.0.5")) << "the new server gets channel 8";
     EXPECT_EQ(sock[8]->connects, 1);
     Block_Decode(2, 299, 1);
@@ -31,8 +30,7 @@ TEST_F(Decoder, ServerWindowAndOctetFromWord215)
 
     plant.SPS_Wort(2, 215) = 0x4707; // no server: the octet stays
     Block_Decode(2, 299, 1);
-    EXPECT_EQ(plant.Server_Offset[2], 0);
-    EXPECT_EQ(plant.Server_IP4[2], 5);
+    EXPECT_EQ(both(plant.Server_Offset[2], plant.Server_IP4[2]), both(0, 5));
 }
 
 TEST_F(Decoder, ServersInDifferentSubnetsAreReportedEveryEleventhAnswer)
@@ -64,22 +62,18 @@ TEST_F(Decoder, Block0TakesLayoutFromWord29HoursByLinkKindAndScansMessages)
     plant.SPS_Wort(3, 88) = 0x0004;
     Block_Decode(3, 99, 1);
     EXPECT_EQ(meldungen, std::vector<int>{19}) << "block 0 brings the message words";
-    EXPECT_EQ(plant.Ofen_Stunden[3], 0x7FFFFFFF);
-    EXPECT_EQ(plant.Ofen_Basis[3], 500);
-    EXPECT_EQ(plant.Ofen_Gross[3], -1);
-    EXPECT_EQ(plant.Ofen_Spuren[3], 30);
-    EXPECT_EQ(plant.Adr_Block[3], 900);
-    EXPECT_EQ(plant.Block1_Neu[3], 0);
+    EXPECT_EQ((std::vector<int>{plant.Ofen_Stunden[3], plant.Ofen_Basis[3], plant.Ofen_Gross[3], plant.Ofen_Spuren[3],
+                                plant.Adr_Block[3], plant.Block1_Neu[3]}),
+              (std::vector<int>{0x7FFFFFFF, 500, -1, 30, 900, 0}));
 
     Ofen(0, true, 3);
     plant.Ofen_Basis[0] = 77;
     plant.SPS_Wort(0, 67) = 0x5678;
     plant.SPS_Wort(0, 68) = 0x0012;
     Block_Decode(0, 99, 1);
-    EXPECT_EQ(plant.Ofen_Stunden[0], 0x00125678);
-    EXPECT_EQ(plant.Ofen_Basis[0], 0);
-    EXPECT_EQ(plant.Prog_Page[0], 388);
-    EXPECT_EQ(plant.Block1_Neu[0], -1) << "a plain furnace has no identity block to wait for";
+    EXPECT_EQ((std::vector<int>{plant.Ofen_Stunden[0], plant.Ofen_Basis[0], plant.Prog_Page[0], plant.Block1_Neu[0]}),
+              (std::vector<int>{0x00125678, 0, 388, -1}))
+        << "a plain furnace has no identity block to wait for";
 }
 
 TEST_F(Decoder, LogTriggerRecordsRefusesBadDatesAndRaisesBacklog)
@@ -96,9 +90,8 @@ TEST_F(Decoder, LogTriggerRecordsRefusesBadDatesAndRaisesBacklog)
         plant.Write_Len[1] = 0;
     };
     auto quittiert = [&] {
-        EXPECT_EQ(plant.SPS_Wort(1, 400), 0);
-        EXPECT_EQ(plant.Write_Adr[1], 400);
-        EXPECT_EQ(plant.Write_Len[1], 1);
+        EXPECT_EQ((std::vector<int>{plant.SPS_Wort(1, 400), plant.Write_Adr[1], plant.Write_Len[1]}),
+                  (std::vector<int>{0, 400, 1}));
     };
     anbieten(jetzt.addSecs(-600));
     Block_Decode(1, 400, 100);
@@ -118,8 +111,7 @@ TEST_F(Decoder, LogTriggerRecordsRefusesBadDatesAndRaisesBacklog)
     plant.SPS_Datum_OK = -1;
     Block_Decode(1, 402, 1);
     EXPECT_EQ(chargen.size(), 2u);
-    EXPECT_EQ(plant.Poll_Skip[1], 20);
-    EXPECT_EQ(plant.Poll_Rounds[1], 0);
+    EXPECT_EQ(both(plant.Poll_Skip[1], plant.Poll_Rounds[1]), both(20, 0));
 
     anbieten(jetzt); // while a write waits the record stays offered
     plant.Write_Len[1] = 1;
@@ -127,12 +119,16 @@ TEST_F(Decoder, LogTriggerRecordsRefusesBadDatesAndRaisesBacklog)
     EXPECT_EQ(chargen.size(), 2u);
     EXPECT_EQ(plant.SPS_Wort(1, 400), 154);
 
-    // Without a recorder nothing may tell the PLC its record was taken.
-    hooks.Charge_Schreiben = nullptr;
-    anbieten(jetzt);
-    Block_Decode(1, 400, 100);
-    EXPECT_EQ(plant.SPS_Wort(1, 400), 154);
-    EXPECT_EQ(plant.Write_Len[1], 0);
+    // Recording off, or no recorder: nothing may tell the PLC its record was taken.
+    for (bool ohneRecorder : {false, true}) {
+        plant.Ofen_Charge[1] = ohneRecorder ? -1 : 0;
+        if (ohneRecorder)
+            hooks.Charge_Schreiben = nullptr;
+        anbieten(jetzt);
+        Block_Decode(1, 400, 100);
+        EXPECT_EQ(both(plant.SPS_Wort(1, 400), plant.Write_Len[1]), both(154, 0));
+    }
+    EXPECT_EQ(chargen.size(), 2u);
 }
 
 class Abgeleitet : public Anlage {
@@ -211,16 +207,14 @@ TEST_F(Abgeleitet, IdentityFailureCountsOnlyOnTheSecondPass)
         Ofen_Ableiten(0, schritt);
     };
     pass();
-    EXPECT_EQ(plant.Kennung_Fehler[0], 0);
-    EXPECT_EQ(plant.Element_Anz[0], 3);
-    EXPECT_EQ(plant.Element_Spuren[0], 5);
+    EXPECT_EQ((std::vector<int>{plant.Kennung_Fehler[0], plant.Element_Anz[0], plant.Element_Spuren[0]}),
+              (std::vector<int>{0, 3, 5}));
 
     plant.SPS_Wort(0, 200) = 0x4341; // a torn read of the name
     plant.SPS_Wort(0, 217) = 3;      // a later comparison overwrites: 6
     pass();
-    EXPECT_EQ(plant.Kennung_Fehler[0], 6);
-    EXPECT_EQ(plant.Kennung_Zaehler[0], 1);
-    EXPECT_EQ(plant.Config_Save, 0);
+    EXPECT_EQ((std::vector<int>{plant.Kennung_Fehler[0], plant.Kennung_Zaehler[0], plant.Config_Save}),
+              (std::vector<int>{6, 1, 0}));
     pass();
     EXPECT_EQ(plant.Config_Save, -1) << "plain type: the configuration takes the PLC's identity";
 

@@ -2,24 +2,13 @@
 // channel gets what, which flags change, and what a failure leaves behind.
 
 #include "link/frames.h"
+#include "support/hex.h"
 #include "support/scripted_plant.h"
 
 using namespace kal;
 using namespace kal::test;
 
 namespace {
-
-QByteArray hex(const char *text) { return QByteArray::fromHex(text); }
-
-int errorOf(const std::function<void()> &f)
-{
-    try {
-        f();
-    } catch (const RunError &e) {
-        return e.number;
-    }
-    return 0;
-}
 
 /// Every channel connected; the memory link notes hold 33 and the answer
 /// flags 5, which shows whether a routine set them.
@@ -35,6 +24,9 @@ protected:
         plant.Lese_Antwort = plant.Schreib_Antwort = 5;
     }
 
+    /// The memory link notes of a channel: read address, write address.
+    static std::pair<int, int> Notiz(int k) { return {plant.UDP_Read_Adr[k], plant.UDP_Write_Adr[k]}; }
+    static std::pair<int, int> Antworten() { return {plant.Lese_Antwort, plant.Schreib_Antwort}; }
     int Gesendet() const
     {
         int n = 0;
@@ -51,10 +43,10 @@ TEST(FrameBuilders, ModbusWriteAndCommandByteFields)
     // Command values: high byte by truncating division, low byte by mask.
     EXPECT_EQ(Rahmen_Befehl_IP(30, -1).right(2), hex("00 FF"));
     EXPECT_EQ(Rahmen_Befehl_IP(30, -255).right(2), hex("00 01"));
-    EXPECT_EQ(errorOf([] { Rahmen_Befehl_IP(30, -256); }), ERR_INVALID_CALL);
+    EXPECT_EQ(runError([] { Rahmen_Befehl_IP(30, -256); }), ERR_INVALID_CALL);
     // 124 words fill the length byte (255); one more does not fit.
     EXPECT_EQ(static_cast<uint8_t>(Rahmen_Schreiben_IP(0, QList<i16>(124, 1))[5]), 255);
-    EXPECT_EQ(errorOf([] { Rahmen_Schreiben_IP(0, QList<i16>(125, 1)); }), ERR_INVALID_CALL);
+    EXPECT_EQ(runError([] { Rahmen_Schreiben_IP(0, QList<i16>(125, 1)); }), ERR_INVALID_CALL);
 }
 
 TEST_F(Rahmen, MemoryLinkReadAndWriteDirectOverTheServerOrNotAtAll)
@@ -63,8 +55,7 @@ TEST_F(Rahmen, MemoryLinkReadAndWriteDirectOverTheServerOrNotAtAll)
     i16 adr = 100;
     FETCH_UDP(0, adr, 100);
     EXPECT_EQ(sock[0]->sent.value(0), hex("42 00 00 00 00 00 00 06 1B 52 00 64 00 64"));
-    EXPECT_EQ(plant.UDP_Read_Adr[0], 100);
-    EXPECT_EQ(plant.UDP_Write_Adr[0], -1);
+    EXPECT_EQ(Notiz(0), both(100, -1));
 
     // Behind the server the offset reaches the frame, channel 8 and the caller.
     plant.Server_Offset[2] = 3000;
@@ -72,15 +63,13 @@ TEST_F(Rahmen, MemoryLinkReadAndWriteDirectOverTheServerOrNotAtAll)
     FETCH_UDP(2, adr, 100);
     EXPECT_EQ(adr, 3100);
     EXPECT_EQ(sock[8]->sent.value(0), hex("42 00 00 00 00 00 00 06 1B 52 0C 1C 00 64"));
-    EXPECT_EQ(plant.UDP_Read_Adr[8], 3100);
-    EXPECT_EQ(plant.UDP_Write_Adr[8], -1);
+    EXPECT_EQ(Notiz(8), both(3100, -1));
     // A write behind the server: offset in the frame, not in the note of channel 8.
     plant.Server_Offset[3] = 5000;
     plant.SPS_Wort(3, 1140) = -2;
     SEND_UDP(3, 1140, 1);
     EXPECT_EQ(sock[8]->sent.value(1), hex("42 00 00 00 00 00 00 08 1B 57 17 FC 00 01 FF FE"));
-    EXPECT_EQ(plant.UDP_Write_Adr[8], 1140);
-    EXPECT_EQ(plant.UDP_Read_Adr[8], -1);
+    EXPECT_EQ(Notiz(8), both(-1, 1140));
     // An index above 7 goes the server way too.
     SEND_UDP(8, 20, 0);
     EXPECT_EQ(sock[8]->sent.value(2), hex("42 00 00 00 00 00 00 06 1B 57 00 14 00 00"));
@@ -88,8 +77,7 @@ TEST_F(Rahmen, MemoryLinkReadAndWriteDirectOverTheServerOrNotAtAll)
     // A TCP furnace without offset gets nothing either way and keeps its notes.
     FETCH_UDP(1, adr, 100);
     SEND_UDP(1, 58, 1);
-    EXPECT_EQ(plant.UDP_Read_Adr[1], 33);
-    EXPECT_EQ(plant.UDP_Write_Adr[1], 33);
+    EXPECT_EQ(Notiz(1), both(33, 33));
     EXPECT_EQ(Gesendet(), 4);
 
     // Word 1141 stops the write before anything is noted or sent.
@@ -99,8 +87,7 @@ TEST_F(Rahmen, MemoryLinkReadAndWriteDirectOverTheServerOrNotAtAll)
     plant.SPS_Wort(0, 58) = 0x0102;
     SEND_UDP(0, 58, 1);
     EXPECT_EQ(sock[0]->sent.value(1), hex("42 00 00 00 00 00 00 08 1B 57 00 3A 00 01 01 02"));
-    EXPECT_EQ(plant.UDP_Write_Adr[0], 58);
-    EXPECT_EQ(plant.UDP_Read_Adr[0], -1);
+    EXPECT_EQ(Notiz(0), both(-1, 58));
     EXPECT_EQ(Gesendet(), 5);
 }
 
@@ -138,15 +125,13 @@ TEST_F(Rahmen, ModbusReadAndWriteNoteFirstAndFailTheirOwnWays)
 {
     FETCH_IP(3, 388, 100);
     EXPECT_EQ(sock[3]->sent.value(0), hex("00 00 00 00 00 06 01 03 01 84 00 64"));
-    EXPECT_EQ(plant.Lese_Antwort, TRUE16);
-    EXPECT_EQ(plant.Schreib_Antwort, FALSE16);
+    EXPECT_EQ(Antworten(), both(TRUE16, FALSE16));
     plant.SPS_Wort(2, 388) = 101;
     plant.SPS_Wort(2, 389) = 0x0203;
     SEND_IP(2, 388, 2);
     EXPECT_EQ(sock[2]->sent.value(0), hex("00 00 00 00 00 0B 01 10 01 84 00 02 04 00 65 02 03"));
     EXPECT_EQ(plant.IP_Adr[2], -2);
-    EXPECT_EQ(plant.Lese_Antwort, FALSE16);
-    EXPECT_EQ(plant.Schreib_Antwort, TRUE16);
+    EXPECT_EQ(Antworten(), both(FALSE16, TRUE16));
 
     // A read on a channel still connecting is noted as open, nothing more.
     plant.Lese_Antwort = plant.Schreib_Antwort = 5;
@@ -161,11 +146,11 @@ TEST_F(Rahmen, ModbusReadAndWriteNoteFirstAndFailTheirOwnWays)
     EXPECT_EQ(plant.IP_Adr[7], -2);
     // The write lets errors reach the caller; the bounds error comes before
     // flags and send.
-    EXPECT_EQ(errorOf([] { SEND_IP(1, 1139, 3); }), ERR_SUBSCRIPT);
+    EXPECT_EQ(runError([] { SEND_IP(1, 1139, 3); }), ERR_SUBSCRIPT);
     EXPECT_EQ(plant.IP_Adr[1], -2);
     EXPECT_EQ(plant.Schreib_Antwort, 5);
     sock[6]->refuseSends = true;
-    EXPECT_EQ(errorOf([] { SEND_IP(6, 388, 2); }), ERR_SOCKET_STATE);
+    EXPECT_EQ(runError([] { SEND_IP(6, 388, 2); }), ERR_SOCKET_STATE);
     // The read swallows a refused send; what was stored before it stays.
     sock[5]->refuseSends = true;
     EXPECT_EQ(FETCH_IP(5, 600, 100), ERR_SOCKET_STATE);
@@ -179,8 +164,7 @@ TEST_F(Rahmen, SendBefByModbusRestartsThePollSequenceOnlyAfterASend)
     EXPECT_EQ(SEND_BEF(3, 30, 4), 0);
     EXPECT_EQ(sock[2]->sent.value(0), hex("00 00 00 00 00 09 01 10 00 1E 00 01 02 00 04"));
     EXPECT_EQ(plant.IP_Adr[2], -2);
-    EXPECT_EQ(plant.Schreib_Antwort, TRUE16);
-    EXPECT_EQ(plant.Lese_Antwort, FALSE16);
+    EXPECT_EQ(Antworten(), both(FALSE16, TRUE16));
     EXPECT_EQ(plant.Next_Ofen, 2);
     EXPECT_EQ(plant.Next_Phase, 0);
     EXPECT_EQ(plant.SPS_Wort(2, 30), 0);
@@ -210,8 +194,7 @@ TEST_F(Rahmen, SendBefByMemoryLink)
     plant.Server_Offset[1] = 3000;
     SEND_BEF(2, 300, 1);
     EXPECT_EQ(sock[8]->sent.value(0), hex("42 00 00 00 00 00 00 08 1B 57 0C E4 00 01 00 01"));
-    EXPECT_EQ(plant.UDP_Write_Adr[8], 300);
-    EXPECT_EQ(plant.UDP_Read_Adr[8], -1);
+    EXPECT_EQ(Notiz(8), both(-1, 300));
     EXPECT_EQ(plant.Next_Ofen, -1);
     EXPECT_EQ(plant.IP_Adr[1], -1);
     SEND_BEF(2, 400, 1); // outside 300..399: Modbus

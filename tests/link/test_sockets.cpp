@@ -5,40 +5,20 @@
 #include "core/conversions.h"
 #include "link/frames.h"
 #include "link/qt_socket.h"
+#include "support/events.h"
+#include "support/fresh.h"
+#include "support/hex.h"
 
-#include <QCoreApplication>
-#include <QElapsedTimer>
-#include <QEventLoop>
 #include <QNetworkDatagram>
 #include <QProcess>
-#include <QTimer>
 #include <QUdpSocket>
-#include <gtest/gtest.h>
 
 using namespace kal;
+using namespace kal::test;
 
 namespace {
 
-/// Runs the event loop until `done` holds or a generous limit runs out; the
-/// limit only keeps a broken peer from hanging the run, it asserts no timing.
-bool waitUntil(const std::function<bool()> &done)
-{
-    QElapsedTimer t;
-    t.start();
-    while (!done() && t.elapsed() < 20000) {
-        QEventLoop loop;
-        QTimer::singleShot(5, &loop, &QEventLoop::quit);
-        loop.exec();
-    }
-    return done();
-}
-
-uint16_t wordAt(const QByteArray &b, int pos)
-{
-    return static_cast<uint16_t>((static_cast<uint8_t>(b[pos]) << 8) | static_cast<uint8_t>(b[pos + 1]));
-}
-
-class SocketTest : public ::testing::Test {
+class SocketTest : public FreshProcess {
 protected:
     struct Arrival {
         int index;
@@ -50,14 +30,8 @@ protected:
 
     void SetUp() override
     {
-        if (!QCoreApplication::instance()) {
-            static int argc = 1;
-            static char name[] = "link_tests";
-            static char *argv[] = {name, nullptr};
-            new QCoreApplication(argc, argv); // kept to the end of the process
-        }
-        resetPlant();
-        Winsock1.clear();
+        testApp();
+        FreshProcess::SetUp();
         Winsock1_Qt();
         // The handler fetches the notified bytes, the first one on its own.
         Winsock1.DataArrival = [this](int index, int bytesTotal) {
@@ -67,12 +41,11 @@ protected:
             alle += data;
         };
     }
-    void TearDown() override { Winsock1.clear(); }
 
     /// Waits for `n` bytes and hands over what came.
     QByteArray received(int n)
     {
-        waitUntil([&] { return alle.size() >= n; });
+        pumpUntil([&] { return alle.size() >= n; });
         return std::exchange(alle, QByteArray());
     }
     Socket &channel(int i, SocketProtocol p, quint16 port)
@@ -112,7 +85,7 @@ TEST_F(SocketTest, MemoryLinkReadOneDatagramPerArrivalAgainstAPanel)
     i16 a = 100, b = 7;
     FETCH_UDP(0, a, 100);
     FETCH_UDP(0, b, 3);
-    ASSERT_TRUE(waitUntil([&] { return arrivals.size() >= 2; }));
+    ASSERT_TRUE(pumpUntil([&] { return arrivals.size() >= 2; }));
     EXPECT_EQ(requests.value(0), Rahmen_Lesen_UDP(100, 100));
     const int starts[] = {100, 7};
     const int counts[] = {100, 3};
@@ -140,7 +113,7 @@ TEST_F(SocketTest, ModbusReadAndWriteAgainstPymodbus)
     ASSERT_TRUE(out.startsWith("READY ")) << "Modbus server (python3-pymodbus) did not start: "
                                           << out.constData() << peer.readAllStandardError().constData();
     Socket &s = channel(0, SocketProtocol::TCP, static_cast<quint16>(out.mid(6).trimmed().toUInt()));
-    ASSERT_TRUE(waitUntil([&] { return s.State() == SCK_CONNECTED; }));
+    ASSERT_TRUE(pumpUntil([&] { return s.State() == SCK_CONNECTED; }));
 
     // Read: register a holds a * 0x0101, so 388.. are negative words.
     FETCH_IP(0, 388, 100);
@@ -166,7 +139,7 @@ TEST_F(SocketTest, ModbusReadAndWriteAgainstPymodbus)
     // The server goes away: the channel no longer reports connected.
     peer.kill();
     peer.waitForFinished(10000);
-    EXPECT_TRUE(waitUntil([&] { return s.State() != SCK_CONNECTED; }));
+    EXPECT_TRUE(pumpUntil([&] { return s.State() != SCK_CONNECTED; }));
 }
 
 } // namespace

@@ -8,6 +8,7 @@
 #include "core/dates.h"
 #include "core/hooks.h"
 #include "core/plant_state.h"
+#include "support/files.h"
 #include "support/fresh.h"
 #include "support/hex.h"
 #include "support/scripted_socket.h"
@@ -53,11 +54,7 @@ protected:
 
     QString storePath() const { return QDir(dir.path()).filePath(QStringLiteral("Kalmeron.mld")); }
 
-    QByteArray storeBytes() const
-    {
-        QFile f(storePath());
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-    }
+    QByteArray storeBytes() const { return readFile(storePath()); }
 
     /// Bytes of record `nr` (from 1) as they are on disk.
     QByteArray recordBytes(int nr) const { return storeBytes().mid((nr - 1) * 62, 62); }

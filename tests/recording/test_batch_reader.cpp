@@ -75,11 +75,8 @@ TEST_F(BatchReaderTest, HeadedFileOfThirtyNineRecordsThenTheFirstGroupAtForty)
     const QString p = pfad("D1203017GKD000005050312.OVD");
     kopf(p);
     BatchRead r = readBatch(p);
-    EXPECT_EQ(r.layout.satzZahl, 39);
-    EXPECT_TRUE(r.layout.kopf);
-    EXPECT_EQ(r.layout.dateiTyp, -10);
-    EXPECT_EQ(r.span.zeitSaetze, 0);
-    EXPECT_TRUE(r.saetze.empty());
+    EXPECT_TRUE(r.layout.kopf && r.saetze.empty());
+    EXPECT_EQ((std::vector<int>{r.layout.satzZahl, r.layout.dateiTyp, r.span.zeitSaetze}), (std::vector<int>{39, -10, 0}));
 
     schreibe(p, 40, gruppe(Satz_Charge, SatzZeit{5, 3, 12, 14, 7, 9}));
     schreibe(p, 44, gruppe(Satz_Charge, SatzZeit{5, 3, 12, 15, 0, 0}));
@@ -124,11 +121,9 @@ TEST_F(BatchReaderTest, HeaderDamageAndMissingVersion)
     schreibe(b, 40, probe(1, SatzZeit{6, 3, 12, 8, 0, 0}));
     r = readBatch(b);
     EXPECT_FALSE(r.layout.kopf);
-    EXPECT_EQ(r.layout.kennungSaetze, 2);
-    EXPECT_EQ(r.layout.kennungA[4], 0x250F);
-    EXPECT_EQ(r.layout.kennungA[11], 0);
-    EXPECT_EQ(r.layout.startSatz, 5);
-    EXPECT_EQ(r.span.zeitSaetze, 1);
+    EXPECT_EQ((std::vector<int>{r.layout.kennungSaetze, r.layout.kennungA[4], r.layout.kennungA[11], r.layout.startSatz,
+                                r.span.zeitSaetze}),
+              (std::vector<int>{2, 0x250F, 0, 5, 1}));
     EXPECT_EQ(nummern(r), std::vector<int>{40});
 
     // Without the first marker no identity record counts at all.
@@ -141,9 +136,7 @@ TEST_F(BatchReaderTest, PlainAndQrvFiles)
     const QString p = pfad("plain.OVD");
     schreibe(p, 40, probe(1, SatzZeit{6, 3, 12, 8, 0, 0}), probe(2, SatzZeit{6, 3, 12, 9, 30, 0}));
     BatchRead r = readBatch(p);
-    EXPECT_EQ(r.layout.dateiTyp, 0);
-    EXPECT_EQ(r.layout.startSatz, 5);
-    EXPECT_FALSE(r.layout.alt110);
+    EXPECT_EQ((std::vector<int>{r.layout.dateiTyp, r.layout.startSatz, r.layout.alt110}), (std::vector<int>{0, 5, 0}));
     EXPECT_EQ(r.span.letzter, dt(6, 3, 2012, 9, 30, 0));
     EXPECT_EQ(nummern(r), (std::vector<int>{40, 41}));
     // Kind 110 marks the older plain form, from record 5 on only.
@@ -215,8 +208,7 @@ TEST_F(BatchReaderTest, CurvePassDropsRepeatsAndHandsOnOnlyNewRecords)
     EXPECT_EQ(nummern(r), std::vector<int>{44});
     EXPECT_EQ(r.satzLetzter, 44);
     r = readBatch(p, 44);
-    EXPECT_TRUE(r.saetze.empty());
-    EXPECT_EQ(r.satzLetzter, 44);
+    EXPECT_TRUE(r.saetze.empty() && r.satzLetzter == 44);
     // The walk ends when the receiver says so.
     BatchFile f;
     ASSERT_TRUE(f.openRead(p));
@@ -229,10 +221,8 @@ TEST_F(BatchReaderTest, MissingShortTruncatedAndJunkFiles)
     EXPECT_FALSE(readBatch(pfad("fehlt.OVD")).gefunden);
     const QString eins = pfad("eins.OVD");
     schreibe(eins, 1, probe(1, SatzZeit{6, 3, 12, 8, 0, 0}));
-    BatchRead r = readBatch(eins);
-    EXPECT_TRUE(r.gefunden);
-    EXPECT_EQ(r.span.zeitSaetze, 0); // one record: an empty batch
-    EXPECT_TRUE(r.saetze.empty());
+    BatchRead r = readBatch(eins); // one record: an empty batch
+    EXPECT_TRUE(r.gefunden && r.span.zeitSaetze == 0 && r.saetze.empty());
 
     // Torn in the middle of its message texts, and in the middle of a group.
     const QString p = pfad("riss.OVD");
@@ -241,8 +231,7 @@ TEST_F(BatchReaderTest, MissingShortTruncatedAndJunkFiles)
     QFile::copy(p, pfad("riss2.OVD"));
     QFile(p).resize(20 * 22 + 7);
     r = readBatch(p);
-    EXPECT_TRUE(r.layout.kopf);
-    EXPECT_TRUE(r.saetze.empty());
+    EXPECT_TRUE(r.layout.kopf && r.saetze.empty());
     QFile(pfad("riss2.OVD")).resize(41 * 22 + 12);
     EXPECT_EQ(nummern(readBatch(pfad("riss2.OVD"))), (std::vector<int>{40, 41, 42}));
 

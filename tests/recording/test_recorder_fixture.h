@@ -8,6 +8,7 @@
 #include "core/dates.h"
 #include "core/hooks.h"
 #include "core/plant_state.h"
+#include "support/files.h"
 #include "support/fresh.h"
 #include "support/hex.h"
 #include "recording/batch_file.h"
@@ -37,17 +38,8 @@ protected:
     QTemporaryDir dir;
 
     QString pfad(const QString &name) const { return dir.filePath(name); }
-    static QByteArray inhalt(const QString &p)
-    {
-        QFile f(p);
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-    }
-    static void roh(const QString &p, const QByteArray &bytes)
-    {
-        QFile f(p);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        f.write(bytes);
-    }
+    static QByteArray inhalt(const QString &p) { return readFile(p); }
+    static void roh(const QString &p, const QByteArray &bytes) { writeFile(p, bytes); }
     /// Record nr (from 1) of a file's bytes.
     static QByteArray satz(const QByteArray &b, int nr) { return b.mid((nr - 1) * 22, 22); }
 };

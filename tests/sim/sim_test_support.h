@@ -3,60 +3,30 @@
 // loopback with free ports, and raw clients that speak to them.
 
 #include "sim/plant.h"
+#include "support/events.h"
+#include "support/fresh.h"
+#include "support/hex.h"
 
-#include <gtest/gtest.h>
-
-#include <QByteArray>
-#include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QHostAddress>
 #include <QTcpSocket>
 #include <QUdpSocket>
-#include <functional>
 #include <memory>
 
 namespace simtest {
 
 using namespace kal::sim;
-
-/// The one application object of the test program, made on first use.
-inline QCoreApplication &app()
-{
-    static int argc = 1;
-    static char name[] = "sim_tests";
-    static char *argv[] = {name, nullptr};
-    static QCoreApplication instance(argc, argv);
-    return instance;
-}
-
-/// Processes events until `done` holds; false when it doesn't within a
-/// generous limit (a guard against a hang, not a timing condition).
-inline bool pumpUntil(const std::function<bool()> &done, int limitMs = 10000)
-{
-    app();
-    QElapsedTimer guard;
-    guard.start();
-    while (!done()) {
-        if (guard.elapsed() > limitMs)
-            return false;
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-    }
-    return true;
-}
+using kal::test::FreshProcess;
+using kal::test::hex;
+using kal::test::pumpUntil;
+using kal::test::testApp;
 
 /// Processes the events that are waiting now (several passes, so that a
 /// datagram sent on loopback has been delivered and handled).
 inline void pumpPending()
 {
-    app();
+    testApp();
     for (int i = 0; i < 20; ++i)
         QCoreApplication::processEvents(QEventLoop::AllEvents);
-}
-
-/// Bytes from "42 00 1B ..." notation.
-inline QByteArray hex(const char *text)
-{
-    return QByteArray::fromHex(QByteArray(text).replace(' ', ""));
 }
 
 /// A furnace description with the fields the tests need.
@@ -79,7 +49,7 @@ inline FurnaceDescription furnaceDesc(int number, Protocol p, bool headed, int b
 /// 1 March 2024, 07:05:00.
 inline std::unique_ptr<SimPlant> startPlant(PlantDescription d)
 {
-    app();
+    testApp();
     d.udpPort = 0;
     d.modbusPort = 0;
     auto plant = std::make_unique<SimPlant>(d, QDateTime(QDate(2024, 3, 1), QTime(7, 5, 0), Qt::UTC));
@@ -109,7 +79,7 @@ class UdpClient {
 public:
     UdpClient()
     {
-        app();
+        testApp();
         socket.bind(QHostAddress::LocalHost, 0);
     }
     void send(const QByteArray &frame, const QString &host, quint16 port)
@@ -140,7 +110,7 @@ class TcpClient {
 public:
     bool connectTo(const QString &host, quint16 port)
     {
-        app();
+        testApp();
         // The kernel completes the handshake for a listening server; no events needed.
         socket.connectToHost(host, port);
         return socket.waitForConnected(10000);
@@ -192,17 +162,18 @@ inline QVector<int16_t> answerWords(const QByteArray &a)
 {
     QVector<int16_t> w;
     for (int i = 10; i + 1 < a.size(); i += 2)
-        w.append(static_cast<int16_t>((uint8_t(a[i]) << 8) | uint8_t(a[i + 1])));
+        w.append(static_cast<int16_t>(kal::test::wordAt(a, i)));
     return w;
 }
 
 /// Furnace 1 on the memory link (plain layout) and furnace 2 on Modbus/TCP
 /// (headed, identity at 500), each with a raw client; the Modbus client is
 /// connected before the test begins.
-class LinkTest : public ::testing::Test {
+class LinkTest : public FreshProcess {
 protected:
     void SetUp() override
     {
+        FreshProcess::SetUp();
         plant = startPlant({furnaceDesc(1, Protocol::MemoryLink, false), furnaceDesc(2, Protocol::Modbus, true, 500)});
         udp = plant->furnace(0);
         tcp = plant->furnace(1);

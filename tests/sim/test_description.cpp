@@ -29,29 +29,32 @@ TEST(PlantDescriptionTest, ReadsAPlant)
     QString error;
     const auto p = parsePlantDescription(kPlant, &error);
     ASSERT_TRUE(p) << qPrintable(error);
-    EXPECT_EQ(p->modbusPort, 1502);
-    EXPECT_EQ(p->panelOctet(), 40);
-    ASSERT_EQ(p->furnaces.size(), 2);
+    EXPECT_EQ((std::vector<int>{p->modbusPort, p->panelOctet(), int(p->furnaces.size())}),
+              (std::vector<int>{1502, 40, 2}));
     const FurnaceDescription &a = p->furnaces[0];
-    EXPECT_EQ(a.index, 1);
-    EXPECT_EQ(a.typeWord(), 1);
-    EXPECT_EQ(a.sampleSeconds, 5);
     ASSERT_EQ(a.program.segments.size(), 2);
-    EXPECT_EQ(a.program.segments[1].wert, 5);
+    EXPECT_EQ((std::vector<int>{a.index, a.typeWord(), a.sampleSeconds, a.program.segments[1].wert}),
+              (std::vector<int>{1, 1, 5, 5}));
     const FurnaceDescription &b = p->furnaces[1];
     EXPECT_EQ(b.protocol, Protocol::Modbus);
-    EXPECT_EQ(uint16_t(b.typeWord()), 0x9064);
-    EXPECT_EQ(b.panelOffset(), 6000);
-    EXPECT_EQ(b.clockOffsetSeconds, -90);
+    EXPECT_EQ((std::vector<int>{uint16_t(b.typeWord()), b.panelOffset(), b.clockOffsetSeconds}),
+              (std::vector<int>{0x9064, 6000, -90}));
     EXPECT_EQ(b.smsMessages, (QVector<int>{1, 48}));
     EXPECT_EQ(b.identityWords().mid(0, 3), (QVector<int16_t>{0, 0, 0}))
         << "the block at 100 holds the (empty) active program";
     ASSERT_EQ(p->events.size(), 2);
-    EXPECT_EQ(p->events[0].atMs, 30000);
-    EXPECT_EQ(p->events[0].furnace, 1);
-    EXPECT_EQ(p->events[1].furnace, -1);
+    EXPECT_EQ((std::vector<int>{int(p->events[0].atMs), p->events[0].furnace, p->events[1].furnace, int(p->eventPeriodMs)}),
+              (std::vector<int>{30000, 1, -1, 120000}));
     EXPECT_EQ(p->events[1].action, ScenarioEvent::DropLink);
-    EXPECT_EQ(p->eventPeriodMs, 120000);
+
+    // 0x48 and 0x50..0x56 name a fixed window, 0x49 the window of the
+    // furnace's index; the codes around them name none.
+    FurnaceDescription f;
+    f.index = 5;
+    for (auto [code, offset] : {std::pair{0x48, 3000}, {0x49, 8000}, {0x50, 3000}, {0x56, 9000}, {0x47, 0}, {0x57, 0}}) {
+        f.panelCode = code;
+        EXPECT_EQ(f.panelOffset(), offset) << std::hex << code;
+    }
 }
 
 TEST(PlantDescriptionTest, RefusesWhatWouldNotWork)
@@ -86,20 +89,6 @@ TEST(PlantDescriptionTest, RefusesWhatWouldNotWork)
         QString error;
         EXPECT_FALSE(parsePlantDescription(b.json, &error)) << b.json;
         EXPECT_TRUE(error.contains(QString::fromUtf8(b.says))) << qPrintable(error);
-    }
-}
-
-TEST(PlantDescriptionTest, PanelWindowOfEachServerCode)
-{
-    FurnaceDescription f;
-    f.index = 5;
-    // 0x48 and 0x50..0x56 name a fixed window, 0x49 the window of the furnace's
-    // index; the codes around them name none.
-    const int offsets[][2] = {{0x48, 3000}, {0x49, 8000}, {0x50, 3000}, {0x51, 4000}, {0x56, 9000}, {0x47, 0},
-                              {0x57, 0}};
-    for (const auto &o : offsets) {
-        f.panelCode = o[0];
-        EXPECT_EQ(f.panelOffset(), o[1]) << std::hex << o[0];
     }
 }
 

@@ -89,28 +89,18 @@ TEST(LogHandshakeTest, BlocksQueuedDuringALinkDropComeOutInOrder)
 
 TEST(LogBlockLayoutTest, KindsCarryTheirWordsInPlace)
 {
-    SampleValues v;
-    v.stamp = QDateTime(QDate(2024, 3, 1), QTime(7, 5, 2), Qt::UTC);
-    v.setpoint = 5000;
-    v.actual = 4985;
-    v.output = 63;
-    v.state = 1;
-    v.messages = {0x0004, 0x0100, 0};
-    v.segment = 2;
-    v.kind = 1;
-    v.target = 650;
-    v.remaining = 125;
-    v.batch = 0x00012345;
+    // Set, actual, output, state, messages, segment, kind, target, time left, batch.
+    const SampleValues v{QDateTime(QDate(2024, 3, 1), QTime(7, 5, 2), Qt::UTC), 5000, 4985, 63, 1, {0x0004, 0x0100, 0},
+                         2, 1, 650, 125, 0x00012345};
 
     // Word A: day 1, month 3, year 24; word B: 07:05:02.
     const QVector<int16_t> stamp{int16_t(1 << 11 | 3 << 7 | 24), int16_t(7 << 11 | 5 << 5 | 1)};
 
+    // In the group: kind in the low byte of w36, segment in the high byte.
     const QVector<int16_t> g = groupBlock(v);
     ASSERT_EQ(g.size(), 40);
     EXPECT_EQ(g.mid(0, 10), (QVector<int16_t>{154, stamp[0], stamp[1], 5000, 4985, 63, 0x2345, 0x0001, 4, 0x100}));
-    EXPECT_EQ(g[30], 125);
-    EXPECT_EQ(uint16_t(g[36]), 0x0201) << "kind in the low byte, segment in the high byte";
-    EXPECT_EQ(g[37], 650);
+    EXPECT_EQ((QVector<int16_t>{g[30], g[36], g[37]}), (QVector<int16_t>{125, 0x0201, 650}));
 
     const QVector<int16_t> c = compactBlock(v);
     ASSERT_EQ(c.size(), 16);
@@ -118,20 +108,14 @@ TEST(LogBlockLayoutTest, KindsCarryTheirWordsInPlace)
                                    4985, 63, 0, 0}));
 
     const QVector<int16_t> p = plainSampleBlock(v);
-    EXPECT_EQ(p.size(), 10);
-    EXPECT_EQ(p.mid(0, 6), (QVector<int16_t>{1, stamp[0], stamp[1], 4985, 5000, 63}));
-    EXPECT_EQ(p[8], 1);
-    EXPECT_EQ(p[9], 4);
+    EXPECT_EQ(p.mid(0, 6) + p.mid(8), (QVector<int16_t>{1, stamp[0], stamp[1], 4985, 5000, 63, 1, 4}));
     EXPECT_EQ(announcementBlock(7, v.stamp).mid(0, 3), (QVector<int16_t>{207, stamp[0], stamp[1]}));
 
     // Program text: characters 1 and 2 in w31, low byte first.
     const QVector<int16_t> t = programTextBlock(QStringLiteral("Härten 820"), v.stamp, 5);
-    EXPECT_EQ(uint16_t(t[31]), uint16_t('H' | 0xE4 << 8));
-    EXPECT_EQ(t[6], 5);
+    EXPECT_EQ((std::vector<int>{uint16_t(t[31]), t[6]}), (std::vector<int>{'H' | 0xE4 << 8, 5}));
     const QVector<int16_t> o = operatorTextBlock(QStringLiteral("Charge 4711 Welle"), v.stamp);
-    EXPECT_EQ(o.size(), 20);
-    EXPECT_EQ(o[0], 9001);
-    EXPECT_EQ(uint16_t(o[10]), uint16_t('C' | 'h' << 8));
+    EXPECT_EQ((std::vector<int>{int(o.size()), o[0], uint16_t(o[10])}), (std::vector<int>{20, 9001, 'C' | 'h' << 8}));
     const QVector<int16_t> e = elementBlock({300, 301, 999, 303}, v.stamp, 9);
     EXPECT_EQ(e.mid(3, 6), (QVector<int16_t>{300, 301, 999 & 0xFF, 9, 0, 303}));
 }

@@ -11,6 +11,9 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <utility>
+
 namespace kal::test {
 
 class FreshProcess : public ::testing::Test {
@@ -31,5 +34,22 @@ protected:
         setScreen(nullptr);
     }
 };
+
+/// Two values compared as one, for a pair of fields that belong together.
+inline std::pair<int, int> both(int a, int b)
+{
+    return {a, b};
+}
+
+/// The number of the RunError that `f` raises; 0 when it raises none.
+inline int runError(const std::function<void()> &f)
+{
+    try {
+        f();
+    } catch (const RunError &e) {
+        return e.number;
+    }
+    return 0;
+}
 
 } // namespace kal::test
