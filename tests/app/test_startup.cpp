@@ -46,8 +46,7 @@ TEST_F(StartupTest, WithoutConfigurationRunsWithEightDisabledFurnaces)
     EXPECT_TRUE(text.endsWith(QStringLiteral("!")));
 
     for (int f = 0; f < OFEN_MAX; ++f) {
-        EXPECT_EQ(plant.Ofen_Aktiv[f], 0);
-        EXPECT_EQ(plant.Meld_Seite[f], -1);
+        EXPECT_EQ(both(plant.Ofen_Aktiv[f], plant.Meld_Seite[f]), both(0, -1));
         EXPECT_EQ(plant.Datei_Art[f + 1], QStringLiteral("DEN%1").arg(f + 1, 2, 10, QLatin1Char('0')));
     }
     for (int k = 0; k < KANAL_MAX; ++k)
@@ -93,16 +92,14 @@ TEST_F(StartupTest, WithConfigurationReadsPlantAndAsksNothing)
     Station_Start();
 
     EXPECT_TRUE(dialogs.shown.empty()) << qPrintable(dialogs.shown.front().text);
-    EXPECT_EQ(plant.Ofen_Aktiv[0], -1);
-    EXPECT_EQ(plant.Ofen_Aktiv[1], -1);
-    EXPECT_EQ(plant.Ofen_Aktiv[2], 0);
+    EXPECT_EQ((std::vector<int>{plant.Ofen_Aktiv[0], plant.Ofen_Aktiv[1], plant.Ofen_Aktiv[2]}),
+              (std::vector<int>{-1, -1, 0}));
     EXPECT_EQ(plant.Ofen_Name[0], QStringLiteral("Kammerofen"));
     EXPECT_EQ(plant.Sprache, 1);
     // Channel tables follow the type: plain furnace with its log at 90, headed
     // TCP furnace at 400.
-    EXPECT_EQ(plant.Adr_Trigger[0], 90);
-    EXPECT_EQ(plant.Adr_Trigger[1], 400);
-    EXPECT_EQ(plant.Ofen_Basis[1], 500);
+    EXPECT_EQ((std::vector<int>{plant.Adr_Trigger[0], plant.Adr_Trigger[1], plant.Ofen_Basis[1]}),
+              (std::vector<int>{90, 400, 500}));
     // The language switch ran after the configuration: English command names.
     EXPECT_EQ(plant.Befehl_Name[1].trimmed(), plant.Sprachtext(1, 10).trimmed());
     EXPECT_EQ(plant.Meld_Seite[0], -1);

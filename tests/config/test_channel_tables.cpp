@@ -125,10 +125,8 @@ TEST_F(ChannelTables, MemoryLinkFurnaceTriggerOptionsAndParameterBlock)
 
     Spuren_Setzen(n);
 
-    EXPECT_EQ(plant.Adr_Trigger[f], 220);
-    EXPECT_EQ(plant.Trigger_Len[f], 16);
-    EXPECT_EQ(plant.Ofen_Opt_B[f], TRUE16);
-    EXPECT_EQ(plant.Reg_Adr(n, 0), 13);
+    EXPECT_EQ((std::vector<int>{plant.Adr_Trigger[f], plant.Trigger_Len[f], plant.Ofen_Opt_B[f], plant.Reg_Adr(n, 0)}),
+              (std::vector<int>{220, 16, TRUE16, 13}));
     for (int j = 0; j < 4; ++j)
         EXPECT_EQ(plant.Reg_Adr(n, 4 + j), 630 + 10 * j);
     EXPECT_EQ(plant.Reg_Adr(n, 8), 33);

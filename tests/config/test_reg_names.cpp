@@ -38,8 +38,7 @@ TEST_F(RegNames, SectionsByTheirSerialWithKeysInAnyOrder)
     EXPECT_EQ(plant.Reg_Name(1, 3), QString());
     EXPECT_EQ(plant.Reg_Einheit(1, 4), QStringLiteral("mbar"));
     EXPECT_EQ(plant.Reg_Einheit(1, 0), QStringLiteral("°C"));
-    EXPECT_EQ(plant.Reg_Anzahl[1], 5);
-    EXPECT_EQ(plant.Reg_Anzahl[2], 0);
+    EXPECT_EQ(both(plant.Reg_Anzahl[1], plant.Reg_Anzahl[2]), both(5, 0));
     EXPECT_EQ(plant.Reg_Name(0, 0), QString());
     EXPECT_EQ(plant.Reg_Einheit(3, 0), QStringLiteral("°F"));
     EXPECT_EQ(plant.Reg_Name(3, 1), QString());

@@ -88,9 +88,8 @@ TEST_F(PollingAnlage, MixedPlantComesOnlineWithImagesOfThePlcs)
     for (int w = 500; w < 524; ++w)
         EXPECT_EQ(plant.SPS_Wort(3, w), plc(3).word(w)) << w;
     // Furnaces 5 and 6 found their windows in the panel server through word 215.
-    EXPECT_EQ(plant.Server_Offset[4], 4000);
-    EXPECT_EQ(plant.Server_Offset[5], 3000);
-    EXPECT_EQ(plant.Server_Akt_IP4, 20);
+    EXPECT_EQ((std::vector<int>{plant.Server_Offset[4], plant.Server_Offset[5], plant.Server_Akt_IP4}),
+              (std::vector<int>{4000, 3000, 20}));
     EXPECT_EQ(panel[6].left(12), QStringLiteral("Online M:6 S"));
     EXPECT_TRUE(plant.LogList.isEmpty()) << plant.LogList.join(QLatin1Char('\n')).toStdString();
 

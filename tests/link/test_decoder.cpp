@@ -185,14 +185,12 @@ TEST_F(Abgeleitet, ClockStepsTheLargestUnitThatDiffers)
         plant.SPS_Wort(0, 58) = plant.Write_Len[0] = 0;
         Block0(plc);
         EXPECT_EQ(plant.SPS_Wort(0, 58), befehl) << plc.toString().toStdString();
-        EXPECT_EQ(plant.Write_Adr[0], 58);
-        EXPECT_EQ(plant.Write_Len[0], 1);
+        EXPECT_EQ(both(plant.Write_Adr[0], plant.Write_Len[0]), both(58, 1));
     }
     plant.SPS_Wort(0, 58) = 16; // a step still under way
     plant.Write_Len[0] = 0;
     Block0(jetzt.addDays(-3));
-    EXPECT_EQ(plant.SPS_Wort(0, 58), 16);
-    EXPECT_EQ(plant.Write_Len[0], 0);
+    EXPECT_EQ(both(plant.SPS_Wort(0, 58), plant.Write_Len[0]), both(16, 0));
 }
 
 TEST_F(Abgeleitet, IdentityFailureCountsOnlyOnTheSecondPass)

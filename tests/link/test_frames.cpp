@@ -116,8 +116,7 @@ TEST_F(Rahmen, FetchOfenChoosesTheProtocolPerBlock)
     plant.Retry_IP[1] = plant.Retry_IP[4] = 5;
     i16 adr = 500; // never read through this routine
     FETCH_Ofen(4, adr, 100);
-    EXPECT_EQ(plant.Retry_IP[1], 0);
-    EXPECT_EQ(plant.Retry_IP[4], 5);
+    EXPECT_EQ(both(plant.Retry_IP[1], plant.Retry_IP[4]), both(0, 5));
     EXPECT_EQ(Gesendet(), 6);
 }
 
@@ -137,9 +136,8 @@ TEST_F(Rahmen, ModbusReadAndWriteNoteFirstAndFailTheirOwnWays)
     plant.Lese_Antwort = plant.Schreib_Antwort = 5;
     sock[4]->state = 6;
     EXPECT_EQ(FETCH_IP(4, 200, 100), 0);
-    EXPECT_EQ(plant.IP_Adr[4], 200);
-    EXPECT_EQ(plant.IP_Len[4], 100);
-    EXPECT_EQ(plant.Lese_Antwort, 5);
+    EXPECT_EQ((std::vector<int>{plant.IP_Adr[4], plant.IP_Len[4], plant.Lese_Antwort}),
+              (std::vector<int>{200, 100, 5}));
     // A write on a closed channel is lost without a message, still marked.
     sock[7]->state = SCK_CLOSED;
     SEND_IP(7, 388, 2);
@@ -147,15 +145,13 @@ TEST_F(Rahmen, ModbusReadAndWriteNoteFirstAndFailTheirOwnWays)
     // The write lets errors reach the caller; the bounds error comes before
     // flags and send.
     EXPECT_EQ(runError([] { SEND_IP(1, 1139, 3); }), ERR_SUBSCRIPT);
-    EXPECT_EQ(plant.IP_Adr[1], -2);
-    EXPECT_EQ(plant.Schreib_Antwort, 5);
+    EXPECT_EQ(both(plant.IP_Adr[1], plant.Schreib_Antwort), both(-2, 5));
     sock[6]->refuseSends = true;
     EXPECT_EQ(runError([] { SEND_IP(6, 388, 2); }), ERR_SOCKET_STATE);
     // The read swallows a refused send; what was stored before it stays.
     sock[5]->refuseSends = true;
     EXPECT_EQ(FETCH_IP(5, 600, 100), ERR_SOCKET_STATE);
-    EXPECT_EQ(plant.IP_Adr[5], 600);
-    EXPECT_EQ(plant.Lese_Antwort, TRUE16);
+    EXPECT_EQ(both(plant.IP_Adr[5], plant.Lese_Antwort), both(600, TRUE16));
     EXPECT_EQ(Gesendet(), 2);
 }
 
@@ -165,9 +161,8 @@ TEST_F(Rahmen, SendBefByModbusRestartsThePollSequenceOnlyAfterASend)
     EXPECT_EQ(sock[2]->sent.value(0), hex("00 00 00 00 00 09 01 10 00 1E 00 01 02 00 04"));
     EXPECT_EQ(plant.IP_Adr[2], -2);
     EXPECT_EQ(Antworten(), both(FALSE16, TRUE16));
-    EXPECT_EQ(plant.Next_Ofen, 2);
-    EXPECT_EQ(plant.Next_Phase, 0);
-    EXPECT_EQ(plant.SPS_Wort(2, 30), 0);
+    EXPECT_EQ((std::vector<int>{plant.Next_Ofen, plant.Next_Phase, plant.SPS_Wort(2, 30)}),
+              (std::vector<int>{2, 0, 0}));
 
     // Value below -255, refused send, closed channel: only the write mark stays.
     plant.Next_Ofen = -1;
@@ -180,9 +175,8 @@ TEST_F(Rahmen, SendBefByModbusRestartsThePollSequenceOnlyAfterASend)
     EXPECT_EQ(SEND_BEF(4, 30, 4), 0);
     for (int ofen : {0, 1, 3})
         EXPECT_EQ(plant.IP_Adr[ofen], -2) << ofen;
-    EXPECT_EQ(plant.Next_Ofen, -1);
-    EXPECT_EQ(plant.Next_Phase, 4);
-    EXPECT_EQ(plant.Schreib_Antwort, 5);
+    EXPECT_EQ((std::vector<int>{plant.Next_Ofen, plant.Next_Phase, plant.Schreib_Antwort}),
+              (std::vector<int>{-1, 4, 5}));
     EXPECT_EQ(SEND_BEF(0, 30, 4), ERR_SUBSCRIPT); // number 0 is no furnace
     EXPECT_EQ(Gesendet(), 1);
 }
@@ -195,8 +189,7 @@ TEST_F(Rahmen, SendBefByMemoryLink)
     SEND_BEF(2, 300, 1);
     EXPECT_EQ(sock[8]->sent.value(0), hex("42 00 00 00 00 00 00 08 1B 57 0C E4 00 01 00 01"));
     EXPECT_EQ(Notiz(8), both(-1, 300));
-    EXPECT_EQ(plant.Next_Ofen, -1);
-    EXPECT_EQ(plant.IP_Adr[1], -1);
+    EXPECT_EQ(both(plant.Next_Ofen, plant.IP_Adr[1]), both(-1, -1));
     SEND_BEF(2, 400, 1); // outside 300..399: Modbus
     EXPECT_EQ(sock[1]->sent.size(), 1);
 

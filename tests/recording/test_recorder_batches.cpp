@@ -48,8 +48,7 @@ TEST_P(RecorderNumbers, StrayNumberNeverSplitsABatch)
     probe(5, um(30));
     probe(7, um(31));
     probe(5, um(32));
-    EXPECT_EQ(plant.Charge_Nr[KOPF], 5);
-    EXPECT_EQ(plant.Charge_Nr_Neu[KOPF], 5);
+    EXPECT_EQ(both(plant.Charge_Nr[KOPF], plant.Charge_Nr_Neu[KOPF]), both(5, 5));
     EXPECT_EQ(dateien().size(), 1);
     EXPECT_EQ(saetze(5), 47);
     // 7 after the return of 5 is a first sighting again.
@@ -66,8 +65,7 @@ TEST_P(RecorderNumbers, NewNumberOpensAtSecondSightingMoreThanFiveMinutesOn)
     probe(7, um(31));
     probe(7, um(33));
     probe(7, um(35)); // five minutes after the start is not more than five
-    EXPECT_EQ(plant.Charge_Nr[KOPF], 5);
-    EXPECT_EQ(plant.Charge_Nr_Neu[KOPF], 7);
+    EXPECT_EQ(both(plant.Charge_Nr[KOPF], plant.Charge_Nr_Neu[KOPF]), both(5, 7));
     EXPECT_EQ(dateien().size(), 1);
     EXPECT_EQ(saetze(5), 43);
     probe(7, um(36));
