@@ -7,7 +7,7 @@
 #include "config/languages.h"
 #include "core/plant_state.h"
 #include "station/shutdown.h"
-#include "support/scripted_dialogs.h"
+#include "support/fresh.h"
 #include "views/KM_MDI.h"
 
 #include <QApplication>
@@ -45,19 +45,19 @@ inline int freierPort()
 }
 
 /// The demo plant and the station's main window in this process.
-class DemoStation : public ::testing::Test {
+class DemoStation : public FreshProcess {
 protected:
     void SetUp() override
     {
         ASSERT_TRUE(dir.isValid());
-        resetPlant();
+        FreshProcess::SetUp();
         plant.Daten_Ordner_Option = dir.path();
         plant.Modbus_Port = freierPort();
         QString fehler;
         ASSERT_TRUE(demo.starten(true, &fehler)) << qPrintable(fehler);
         setProzessEnde(keinEnde); // after the demo's fresh plant
         w = std::make_unique<KM_MDI>();
-        setDialogs(&dialogs); // no modal box may stop the test
+        setDialogs(&dlg); // no modal box may stop the test
         w->resize(1280, 800);
         w->show();
         w->Laden();
@@ -67,7 +67,7 @@ protected:
     {
         Programm_Ende();
         w.reset();
-        resetPlant();
+        FreshProcess::TearDown();
     }
     bool online(int panel) const
     {
@@ -84,7 +84,7 @@ protected:
     static constexpr int OEFEN = 5; ///< furnaces of the demo plant
     QTemporaryDir dir;
     Demo demo;
-    ScriptedDialogs dialogs;
+    ScriptedDialogs &dialogs = dlg;
     std::unique_ptr<KM_MDI> w;
 };
 

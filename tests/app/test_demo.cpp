@@ -47,9 +47,7 @@ TEST_F(DemoStation, EveryFurnaceComesOnline)
     warteBis([] { return !plant.Block0_Zeit[0].isEmpty(); }, 30000);
     warteBis([] { return false; }, 1500);
     bildSichern(*w, QStringLiteral("main_de.png"));
-    for (int p = 1; p <= 8; ++p)
-        std::printf("panel %d: %s\n", p, qPrintable(w->panelText(p)));
-    EXPECT_TRUE(ok);
+    EXPECT_TRUE(ok) << qPrintable(w->panelText(1) + "|" + w->panelText(2) + "|" + w->panelText(3));
     for (int p = OEFEN + 1; p <= 8; ++p)
         EXPECT_TRUE(w->panelText(p).startsWith(plant.Sprachtext(plant.Sprache, 8))) << p;
     EXPECT_TRUE(dialogs.shown.empty()) << qPrintable(dialogs.shown.front().text);

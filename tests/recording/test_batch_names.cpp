@@ -3,14 +3,16 @@
 
 #include "recording/batch_names.h"
 
-#include "core/plant_state.h"
+#include "support/fresh.h"
 
 #include <QDir>
-#include <gtest/gtest.h>
 
 using namespace kal;
+using namespace kal::test;
 
-TEST(BatchNames, LiveAndImportNames)
+using BatchNames = FreshProcess;
+
+TEST_F(BatchNames, LiveAndImportNames)
 {
     EXPECT_EQ(Charge_Dateiname(QStringLiteral("1203-017-GKD"), 5, 7, 3, 2012), QStringLiteral("D1203017GKD000005070312.OVD"));
     EXPECT_EQ(Charge_Dateiname(QStringLiteral("1203-017-GKD"), 1234567, 31, 12, 9), QStringLiteral("D1203017GKD234567311209.OVD"));
@@ -19,7 +21,6 @@ TEST(BatchNames, LiveAndImportNames)
     // The import's number is the low word of the PLC's: it may be negative.
     EXPECT_EQ(USB_Dateiname(QStringLiteral("0708001QRV"), -1, 1, 2, 2013), QStringLiteral("US0708001QRV99999010213.OVD"));
 
-    resetPlant();
     plant.Charge_Ordner[0] = QStringLiteral("/daten/LogBuch/2012");
     plant.Charge_Ordner[1] = QStringLiteral("/sicher/2012");
     plant.Ofen_Serie[7] = QStringLiteral("1105-003-ABC");
