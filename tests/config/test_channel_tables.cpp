@@ -88,7 +88,7 @@ TEST_F(ChannelTables, HeadedFurnaceFromItsCodeWords)
     paar(n, 1, 0x10B | 0x2000, 0x2000 | 0x1000 | 100); // actual value, decimals, words in tens
     paar(n, 2, 0x70C | 0x2000 | 0x4000, 49);          // output with controller
     paar(n, 3, 0x0D, 36);                             // state
-    paar(n, 5, 0x10A, 200);                           // behind a gap: not counted
+    paar(n, 5, 0x10A | 0x2000, 0x1000 | 200);         // behind a gap: not counted; words in tens, one decimal
 
     Spuren_Setzen(n);
 
@@ -100,6 +100,7 @@ TEST_F(ChannelTables, HeadedFurnaceFromItsCodeWords)
     EXPECT_EQ(kanal(n, 0), (std::vector<int>{42, 43, 44, 1, -1, -1}));
     EXPECT_EQ(kanal(n, 1), (std::vector<int>{0, 110, 0, 100, 0, 0}));
     EXPECT_EQ(kanal(n, 2), (std::vector<int>{0, 50, 51, 10, -1, 0}));
+    EXPECT_EQ(plant.Kanal_Teiler(n, 5), 10);
     EXPECT_EQ((std::vector<int>{plant.Reg_Adr(n, 0), plant.Reg_Adr(n, 3), plant.Reg_Adr(n, 4), plant.Reg_Adr(n, 7)}),
               (std::vector<int>{45, 48, 130, 160}));
     EXPECT_EQ(plant.Kanal_Name(n, 1), QStringLiteral("  Istwert"));
