@@ -6,6 +6,7 @@
 
 #include "config/config_file.h"
 #include "core/conversions.h"
+#include "support/hex.h"
 
 #include <random>
 
@@ -96,9 +97,9 @@ TEST_F(ConfigFile, WriterLayoutRoundTripAndBatchState)
     ASSERT_EQ(b.size(), 70 * 34);
     auto feld = [&](int nr, int off, int n) { return b.mid(at(nr, off), n); };
 
-    EXPECT_EQ(feld(2, 0, 6), QByteArray::fromHex("0b0c0d0e6490")); // IP, type low byte first
-    EXPECT_EQ(feld(21, 0, 1), QByteArray::fromHex("4b")); // furnace 1: on, batch, backup, curve option
-    EXPECT_EQ(feld(22, 0, 1), QByteArray::fromHex("14")); // furnace 2: log, serial link
+    EXPECT_EQ(feld(2, 0, 6), hex("0b0c0d0e6490")); // IP, type low byte first
+    EXPECT_EQ(feld(21, 0, 1), hex("4b")); // furnace 1: on, batch, backup, curve option
+    EXPECT_EQ(feld(22, 0, 1), hex("14")); // furnace 2: log, serial link
     EXPECT_EQ(feld(22, 14, 20), padded("Ofen Nr. 2", 16) + MKL(1234567));
     EXPECT_EQ(feld(42, 24, 10), MKI(0x249) + MKI(0x924) + MKI(0x492) + MKL(99993));
     EXPECT_EQ(feld(52, 14, 20), QByteArray("H\xe4rterei 2      ") + feld(42, 30, 3) + "2"); // Latin-1, digit
@@ -154,7 +155,7 @@ TEST_F(ConfigFile, FileWrittenByHandReadsWithItsRulesLimitsAndColourRepair)
     makeDefaultFolders();
     RawFile r(70);
     // Furnace 1: plain; the number is W0 (the 4 bytes are ignored); no backup bit.
-    r.put(1, 0, QByteArray::fromHex("c0a8010a") + MKI(3));
+    r.put(1, 0, hex("c0a8010a") + MKI(3));
     r.text(11, 1, "01.03.2012 07:05:00 ");
     r.byte(21, 0, 0x01 | 0x10 | 0x40 | 0x80);
     r.word(21, 0, 1234);
@@ -213,7 +214,7 @@ TEST_F(ConfigFile, FileWrittenByHandReadsWithItsRulesLimitsAndColourRepair)
             ASSERT_EQ(plant.Kanal_Farbe(s, k), k + 8) << s << "/" << k;
     const QByteArray neu = configBytes();
     for (int f = 0; f < OFEN_MAX; ++f) {
-        EXPECT_EQ(neu.mid(at(11 + f, 0), 4), QByteArray::fromHex("08090a0b"));
+        EXPECT_EQ(neu.mid(at(11 + f, 0), 4), hex("08090a0b"));
         EXPECT_EQ(neu[at(41 + f, 2)], char(13 + 8));
     }
     EXPECT_EQ(neu.mid(at(21, 14), 20), padded("Ofen eins", 16) + MKL(1234));
@@ -306,7 +307,8 @@ TEST_F(ConfigFile, TakingThePlcIdentityNeedsARepeatedFailureOnline)
     }
     Config_Schreiben(true);
 
-    EXPECT_EQ((std::vector<int>{plant.Kennung_Zaehler[2], plant.Ofen_GKD[2], plant.Ofen_Wert216[2], plant.Kennung_Zaehler[3]}),
+    EXPECT_EQ((std::vector<int>{plant.Kennung_Zaehler[2], plant.Ofen_GKD[2], plant.Ofen_Wert216[2],
+                                plant.Kennung_Zaehler[3]}),
               (std::vector<int>{0, TRUE16, 1, 1}));
     EXPECT_EQ(QStringList({plant.Ofen_Name[2], plant.Ofen_Bezeichnung[2], plant.Ofen_Version[2], plant.Ofen_Name[3]}),
               QStringList({"Neuer Ofen", "Neuer Ofen", "0D", ""}));

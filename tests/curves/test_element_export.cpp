@@ -4,6 +4,7 @@
 #include "curves/csv_writer.h"
 #include "curves/element_export.h"
 #include "recording/element_file.h"
+#include "support/files.h"
 #include "support/fresh.h"
 
 #include <QDir>
@@ -48,11 +49,7 @@ protected:
             Element_Schreiben(KM_RX_Pfad(1), nr++, s);
         }
     }
-    QByteArray datei() const
-    {
-        QFile f(csv);
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-    }
+    QByteArray datei() const { return readFile(csv); }
 };
 
 const QByteArray KOPF = "Haerterei Nord\r\n2401-017-ABC\r\n\r\n";
@@ -73,10 +70,7 @@ TEST_F(ElementExport, OneRowADayNewestFirstEachDayBeforeTheOneAbove)
 TEST_F(ElementExport, AnExistingFileIsReplacedOnlyOnYesAMissingFolderCreatedOnYes)
 {
     historie({{"12.03.2024 09:00:00", 3.0f}});
-    QFile f(csv);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write("old");
-    f.close();
+    writeFile(csv, "old");
     dlg.answers = {0};
     EXPECT_FALSE(ElementStatistik(1));
     EXPECT_EQ(datei(), "old");

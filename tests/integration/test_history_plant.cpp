@@ -17,6 +17,7 @@
 #include "recording/usb_import.h"
 #include "sim/log_blocks.h"
 #include "station/main_cycle.h"
+#include "support/files.h"
 #include "support/usb_quelle.h"
 
 #include <QCoreApplication>
@@ -89,11 +90,7 @@ protected:
         }
         return fertig();
     }
-    static QByteArray Datei(const QString &p)
-    {
-        QFile f(p);
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-    }
+    static QByteArray Datei(const QString &p) { return readFile(p); }
 };
 
 TEST_F(HistoryAnlage, TemperatureLogAndElementHistoryFillWhileTheProgramRuns)

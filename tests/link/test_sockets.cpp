@@ -119,7 +119,7 @@ TEST_F(SocketTest, ModbusReadAndWriteAgainstPymodbus)
     FETCH_IP(0, 388, 100);
     QByteArray answer = received(209);
     ASSERT_EQ(answer.size(), 209);
-    EXPECT_EQ(answer.left(9), QByteArray::fromHex("00 00 00 00 00 CB 01 03 C8"));
+    EXPECT_EQ(answer.left(9), hex("00 00 00 00 00 CB 01 03 C8"));
     for (int i = 0; i < 100; ++i)
         EXPECT_EQ(wordAt(answer, 9 + 2 * i), ((388 + i) * 0x0101) & 0xFFFF) << "register " << 388 + i;
 
@@ -128,7 +128,7 @@ TEST_F(SocketTest, ModbusReadAndWriteAgainstPymodbus)
     plant.SPS_Wort(0, 11) = -200;
     plant.SPS_Wort(0, 12) = 32767;
     SEND_IP(0, 10, 3);
-    EXPECT_EQ(received(12), QByteArray::fromHex("00 00 00 00 00 06 01 10 00 0A 00 03"));
+    EXPECT_EQ(received(12), hex("00 00 00 00 00 06 01 10 00 0A 00 03"));
     FETCH_IP(0, 9, 5);
     answer = received(19);
     ASSERT_EQ(answer.size(), 19);

@@ -6,6 +6,7 @@
 #include "config/paths.h"
 #include "core/dates.h"
 #include "programs/program_model.h"
+#include "support/files.h"
 #include "support/fresh.h"
 
 #include <QDir>
@@ -64,11 +65,7 @@ protected:
         s.Analog = i16(analog);
     }
 
-    QByteArray Datei_Bytes(const QString &name)
-    {
-        QFile f(name);
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-    }
+    QByteArray Datei_Bytes(const QString &name) { return readFile(name); }
     /// Record r (from 1) of a program file's bytes.
     static QByteArray Satz(const QByteArray &b, int r) { return b.mid((r - 1) * 19, 19); }
 };

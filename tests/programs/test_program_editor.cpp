@@ -179,8 +179,7 @@ TEST_F(Editor, ButtonCaptionsAndWhatTheyDo)
     // Place 2: the name in the working copy, the block queued at 300.
     EXPECT_EQ(Taste_Druck(1, t[1], QStringLiteral("Kurz")), Tasten_Folge::Gesendet);
     EXPECT_EQ(prog.Prog.Prog_Name, QStringLiteral("Kurz            "));
-    EXPECT_EQ(plant.Write_Adr[0], 300);
-    EXPECT_EQ(plant.SPS_Wort(0, 388), 2);
+    EXPECT_EQ(both(plant.Write_Adr[0], plant.SPS_Wort(0, 388)), both(300, 2));
     EXPECT_EQ(Taste_Druck(6, laden, QStringLiteral("Kurz")), Tasten_Folge::Nichts); // still pending
     EXPECT_EQ(Taste_Druck(3, QString(), QStringLiteral("Kurz")), Tasten_Folge::Nichts);
 }

@@ -181,10 +181,7 @@ TEST_F(ProgDatei, LabelFileOrItsDefaults)
     b.replace(350, 20, QByteArray(20, '\0'));
     b.replace(300 + 2 * (5 * 1 + 2), 2, hex("FF FF")); // hold segments: third output hidden
     b.replace(350 + 2 * (2 * 4 + 1), 2, hex("01 00")); // cycle segments: Analog2 hidden
-    QFile f(Label_Datei_Name(3));
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write(b);
-    f.close();
+    writeFile(Label_Datei_Name(3), b);
     l = Label_Lesen(3);
     EXPECT_TRUE(l.ausDatei);
     EXPECT_EQ(l.Text[0], QStringLiteral("Heizung°")); // Latin-1

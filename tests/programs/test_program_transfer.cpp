@@ -56,8 +56,7 @@ TEST_F(Transfer, ActiveProgramOfAFurnaceWithoutVersionWord)
                                                   0x2020}));
     EXPECT_EQ(plant.SPS_Wort(0, 188), 0x1234); // no place number for the active program
     EXPECT_EQ(Worte(0, 190, 3), (std::vector<int>{0x21, 0x04, 0}));
-    EXPECT_EQ(plant.Write_Adr[0], 100);
-    EXPECT_EQ(plant.Write_Len[0], 100);
+    EXPECT_EQ(both(plant.Write_Adr[0], plant.Write_Len[0]), both(100, 100));
 }
 
 TEST_F(Transfer, MemoryPlaceOfAFurnaceWithVersionWord)
@@ -72,8 +71,7 @@ TEST_F(Transfer, MemoryPlaceOfAFurnaceWithVersionWord)
     EXPECT_EQ(Worte(1, 360, 7), (std::vector<int>{100 << 8 | 90, 100, 40, 70, 2, 80 << 8 | 100, 100}));
     EXPECT_EQ(plant.SPS_Wort(1, 388), 3);
     EXPECT_EQ(plant.SPS_Wort(1, 380), i16(0xE448));
-    EXPECT_EQ(plant.Write_Adr[1], 300);
-    EXPECT_EQ(plant.Write_Len[1], 100);
+    EXPECT_EQ(both(plant.Write_Adr[1], plant.Write_Len[1]), both(300, 100));
 }
 
 TEST_F(Transfer, VersionWordOneHalvesTheAirFeedAndTheWayBackDoublesIt)
@@ -99,13 +97,9 @@ TEST_F(Transfer, LongNamesOnTheLargeImage)
     ASSERT_EQ(Prog_Senden(START_PLATZ_LANG, 2), Senden_Ergebnis::Gesendet);
     // Characters 17..30 at 990..996, the table from P = 1000, the place at 1088.
     EXPECT_EQ(Worte(2, 990, 7), (std::vector<int>{0x5251, 0x5453, 0x5655, 0x5857, 0x5A59, 0x3231, 0x3433}));
-    EXPECT_EQ(plant.SPS_Wort(2, 1000), 1);
-    EXPECT_EQ(plant.SPS_Wort(2, 1020), 700);
-    EXPECT_EQ(plant.SPS_Wort(2, 1080), 0x4241);
-    EXPECT_EQ(plant.SPS_Wort(2, 1087), 0x504F);
-    EXPECT_EQ(plant.SPS_Wort(2, 1088), 2);
-    EXPECT_EQ(plant.Write_Adr[2], 990);
-    EXPECT_EQ(plant.Write_Len[2], 110);
+    EXPECT_EQ((std::vector<int>{plant.SPS_Wort(2, 1000), plant.SPS_Wort(2, 1020), plant.SPS_Wort(2, 1080),
+                                plant.SPS_Wort(2, 1087), plant.SPS_Wort(2, 1088), plant.Write_Adr[2], plant.Write_Len[2]}),
+              (std::vector<int>{1, 700, 0x4241, 0x504F, 2, 990, 110}));
     EXPECT_EQ(plant.SPS_Wort(2, 188), i16(0x8001)); // the large image's mark of a new program
 
     ProgCopy_aus_SPS(2, Speicher_Offset(2));
@@ -113,11 +107,9 @@ TEST_F(Transfer, LongNamesOnTheLargeImage)
 
     plant.Write_Len[2] = 0;
     ASSERT_EQ(Prog_Senden(START_AKTIV_LANG, 0), Senden_Ergebnis::Gesendet);
-    EXPECT_EQ(plant.SPS_Wort(2, 90), 0x5251);
-    EXPECT_EQ(plant.SPS_Wort(2, 180), 0x4241);
+    EXPECT_EQ(both(plant.SPS_Wort(2, 90), plant.SPS_Wort(2, 180)), both(0x5251, 0x4241));
     EXPECT_EQ(plant.SPS_Wort(2, 188), i16(0x8001)); // no place number for the active program
-    EXPECT_EQ(plant.Write_Adr[2], 90);
-    EXPECT_EQ(plant.Write_Len[2], 110);
+    EXPECT_EQ(both(plant.Write_Adr[2], plant.Write_Len[2]), both(90, 110));
 }
 
 TEST_F(Transfer, RefusalRowsAndNothingQueued)
@@ -165,8 +157,7 @@ TEST_F(Transfer, PendingWriteLocksTheFurnace)
     plant.Write_Adr[0] = 90;
     plant.Write_Len[0] = 1;
     EXPECT_EQ(Prog_Senden(START_AKTIV, 0), Senden_Ergebnis::Belegt);
-    EXPECT_EQ(plant.SPS_Wort(0, 100), 0);
-    EXPECT_EQ(plant.Write_Adr[0], 90);
+    EXPECT_EQ(both(plant.SPS_Wort(0, 100), plant.Write_Adr[0]), both(0, 90));
     prog.Prog_Ofen = 0;
     EXPECT_EQ(Prog_Senden(START_AKTIV, 0), Senden_Ergebnis::Kein_Ofen);
 }

@@ -76,7 +76,8 @@ TEST_F(BatchReaderTest, HeadedFileOfThirtyNineRecordsThenTheFirstGroupAtForty)
     kopf(p);
     BatchRead r = readBatch(p);
     EXPECT_TRUE(r.layout.kopf && r.saetze.empty());
-    EXPECT_EQ((std::vector<int>{r.layout.satzZahl, r.layout.dateiTyp, r.span.zeitSaetze}), (std::vector<int>{39, -10, 0}));
+    EXPECT_EQ((std::vector<int>{r.layout.satzZahl, r.layout.dateiTyp, r.span.zeitSaetze}),
+              (std::vector<int>{39, -10, 0}));
 
     schreibe(p, 40, gruppe(Satz_Charge, SatzZeit{5, 3, 12, 14, 7, 9}));
     schreibe(p, 44, gruppe(Satz_Charge, SatzZeit{5, 3, 12, 15, 0, 0}));

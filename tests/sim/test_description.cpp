@@ -43,7 +43,8 @@ TEST(PlantDescriptionTest, ReadsAPlant)
     EXPECT_EQ(b.identityWords().mid(0, 3), (QVector<int16_t>{0, 0, 0}))
         << "the block at 100 holds the (empty) active program";
     ASSERT_EQ(p->events.size(), 2);
-    EXPECT_EQ((std::vector<int>{int(p->events[0].atMs), p->events[0].furnace, p->events[1].furnace, int(p->eventPeriodMs)}),
+    EXPECT_EQ((std::vector<int>{int(p->events[0].atMs), p->events[0].furnace, p->events[1].furnace,
+                                int(p->eventPeriodMs)}),
               (std::vector<int>{30000, 1, -1, 120000}));
     EXPECT_EQ(p->events[1].action, ScenarioEvent::DropLink);
 
