@@ -256,6 +256,10 @@ struct PlantState {
     i16 Farbe_Fehler = 0;
     i16 Karte_Da = 0;
 
+    // ---- settings, system dialog, controller parameters, message texts --------
+    Table2<i16, OFEN_MAX, 11> Code_A;                ///< (furnace, 0..10) code table of the PLC's track page
+    Table2<i16, OFEN_MAX, 11> Code_B;                ///< (furnace, 0..10), the second word of each pair
+
     // ---- paths ------------------------------------------------------------------
     QString Daten_Ordner_Option;                     ///< folder of `--data DIR`; "" the data folder is Pfad_Drive + "Kalmeron"
     QString Pfad_Drive;

@@ -161,9 +161,15 @@ bool Ofen_Abbauen(int ofen, const QString &tag)
 bool Verbindung_Pruefen(int ofen, const QString &tag, int &schritt)
 {
     schritt = 60;
+    const bool war_Online = plant.Ofen_Online[ofen] != 0;
     plant.Ofen_Online[ofen] = flag(Zustand(ofen) == SCK_CONNECTED);
-    if (plant.Ofen_Online[ofen] != 0)
+    if (plant.Ofen_Online[ofen] != 0) {
+        // A furnace with a version word that comes online hands over its
+        // message texts; a load cut by the lost link goes on from its counter.
+        if (!war_Online && plant.Ofen_Typ[ofen + 1] < 0 && plant.Meld_Seite[ofen] < 0)
+            plant.Meld_Seite[ofen] = 13;
         return true;
+    }
 
     schritt = 70;
     Socket &s = Winsock1[ofen];

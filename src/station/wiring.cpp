@@ -3,6 +3,7 @@
 #include "core/hooks.h"
 #include "operation/message_store.h"
 #include "operation/messages_view_model.h"
+#include "operation/text_load.h"
 #include "recording/recorder.h"
 
 namespace kal {
@@ -12,6 +13,7 @@ void Station_Verdrahten()
     hooks.Charge_Schreiben = Charge_Schreiben;
     hooks.MeldEintrag = MeldEintrag;
     hooks.Alarme_Refresh = Alarme_Config_Neu;
+    hooks.Load_Text = Load_Text;
 }
 
 QStringList Fehlende_Hooks()
