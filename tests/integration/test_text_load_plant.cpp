@@ -1,0 +1,118 @@
+// The text load end to end: a headed furnace of the simulator comes online,
+// the station fetches its message texts and track names through the page
+// word, keeps them in the message store, and the header of the next batch
+// file carries the PLC's texts.
+
+#include "config/channel_tables.h"
+#include "config/config_file.h"
+#include "config/paths.h"
+#include "core/conversions.h"
+#include "core/dates.h"
+#include "core/plant_state.h"
+#include "operation/message_store.h"
+#include "plant_fixture.h"
+#include "recording/batch_file.h"
+#include "recording/batch_names.h"
+#include "recording/batch_record.h"
+#include "sim/log_blocks.h"
+#include "station/wiring.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+
+using namespace kal;
+using namespace kal::test;
+
+namespace {
+
+constexpr int F = 0;
+constexpr i32 CHARGE = 31;
+
+class TextLoadPlant : public PlantFixture {
+protected:
+    QTemporaryDir daten;
+    QString cwd = QDir::currentPath();
+    QStringList texte;
+
+    void SetUp() override
+    {
+        PlantFixture::SetUp();
+        ASSERT_TRUE(daten.isValid());
+        sim::FurnaceDescription d = Beschreibung(F, sim::Protocol::Modbus, true, 100);
+        for (int n = 1; n <= 48; ++n)
+            texte << QStringLiteral("SPS Meldung Nr. %1").arg(n);
+        texte[3] = QString::fromUtf8("Tür offen, Heizung aus");
+        d.messageTexts = texte;
+        d.trackNames = {QStringLiteral("Regler"), QStringLiteral("Charge"), QStringLiteral("Decke"),
+                        QStringLiteral("Argon")};
+        d.pageNames = {QStringLiteral("Schutzgasofen"), QStringLiteral("Werk Nord")};
+        beschreibung.furnaces = {d};
+        ASSERT_NO_FATAL_FAILURE(Plant_Starten());
+
+        plant.Pfad[0] = daten.path();
+        for (int k = 1; k <= 3; ++k) {
+            plant.Pfad[k] = Standard_Ordner(k);
+            QDir().mkpath(plant.Pfad[k]);
+        }
+        Ofen_Eintragen();
+        plant.Ofen_Charge[F] = -1;
+        Config_Schreiben(false);
+
+        // The station as it starts: store open, configuration read, channels
+        // and channel tables set up, the subsystems wired.
+        resetPlant();
+        plant.Daten_Ordner_Option = daten.path();
+        Pfade_Setzen();
+        ASSERT_TRUE(Meld_Datei_Oeffnen());
+        Config_Lesen();
+        ASSERT_TRUE(dlg.shown.empty()) << dlg.shown.front().text.toStdString();
+        Kanaele_Einrichten();
+        Spuren_Setzen(F + 1);
+        Meld_Texte_Laden();
+        Station_Verdrahten();
+    }
+
+    void TearDown() override
+    {
+        QDir::setCurrent(cwd);
+        PlantFixture::TearDown();
+    }
+};
+
+} // namespace
+
+TEST_F(TextLoadPlant, TextsComeThroughThePageWordIntoTheStoreAndTheNextBatchHeader)
+{
+    bool begonnen = false;
+    ASSERT_TRUE(Laufen([&] {
+        begonnen = begonnen || plant.Meld_Seite[F] >= 0;
+        return begonnen && plant.Meld_Seite[F] == -1;
+    }));
+    ASSERT_TRUE(Laufen([&] { return plc(F).lastWritten(388) == 0; })) << "the station clears the page word";
+    QList<int> seiten;
+    for (const sim::StationWrite &w : plc(F).writes())
+        if (w.address == 388)
+            seiten << w.words.value(0);
+    EXPECT_EQ(seiten, (QList<int>{122, 117, 116, 115, 114, 113, 112, 111, 110, 0}));
+    EXPECT_EQ(plant.Spur(F, 3), QStringLiteral("Argon"));
+
+    // Identity block not at 50: 32 texts, and the track names in record 97.
+    for (int n = 1; n <= 32; ++n) {
+        const Meld_Satz s = Meld_Lesen(Meld_Satz_Nr(F, n));
+        EXPECT_EQ(s.Text, Latin1Bytes(Fest(texte[n - 1].left(22), 40))) << n;
+    }
+    EXPECT_EQ(Meld_Lesen(Meld_Satz_Nr(F, 97)).Text, QByteArray("Regler  Charge  Decke   Argon           "));
+
+    // The next batch: its header records 8..39 are the PLC's texts.
+    sim::SampleValues v;
+    v.stamp = Jetzt().addSecs(-60);
+    v.actual = 8000;
+    v.batch = CHARGE;
+    plc(F).queueBlock(sim::groupBlock(v));
+    ASSERT_TRUE(Laufen([&] { return plc(F).log().taken().size() == 1; }));
+    const QString pfad = plant.Charge_Datei[F];
+    BatchFile datei;
+    ASSERT_TRUE(datei.openRead(pfad)) << pfad.toStdString();
+    for (int i = 0; i < 32; ++i)
+        EXPECT_EQ(datei.read(8 + i), Satz_Meldtext(texte[i])) << "record " << 8 + i;
+}
