@@ -44,9 +44,45 @@ void SimFurnace::buildImage(int panelOctet)
     image_.set(278, d_.trackCode);
     image_.set(279, d_.elementValue);
     loadProgram(d_.program);
+    writePidWords();
     if (d_.messageConfig)
         MessageBank::configure(image_, d_.stopMessages, d_.n2Messages, d_.smsMessages);
     updateWords();
+}
+
+void SimFurnace::writePidWords()
+{
+    if (!d_.headed) {
+        const int words[4] = {47, 48, 49, 52};
+        for (int j = 0; j < 4; ++j)
+            image_.set(words[j], d_.pid[size_t(j)]);
+        return;
+    }
+    // A headed furnace keeps the parameters of each controlled channel behind
+    // its actual value and output (side by side, or ten apart with B bit 12);
+    // on the memory link those of the first channel with a set curve lie in a
+    // block of their own at 630, 640, 650, 660.
+    const QVector<int16_t> id = d_.identityWords();
+    bool firstCurve = true;
+    for (int k = 0; k < 12; ++k) {
+        const auto a = uint16_t(id[2 * k]);
+        const auto b = uint16_t(id[2 * k + 1]);
+        const int step = (b & 0x1000) ? 10 : 1;
+        int first = (b & 0x3FF) + 3 * step;
+        const bool curve = (a & 0x8000) != 0;
+        int spacing = step;
+        if (curve && firstCurve && d_.protocol == Protocol::MemoryLink) {
+            first = 630;
+            spacing = 10;
+        }
+        if (curve)
+            firstCurve = false;
+        if (!(a & 0x4000))
+            continue;
+        for (int j = 0; j < 4; ++j)
+            if (WordImage::contains(first + j * spacing, 1))
+                image_.set(first + j * spacing, d_.pid[size_t(j)]);
+    }
 }
 
 bool SimFurnace::listen(int udpPort, int modbusPort, QString *error)

@@ -104,6 +104,7 @@ public:
 
 private:
     void buildImage(int panelOctet);
+    void writePidWords();
     void stepOnce(double dt);
     void updateWords();
     void stationWrote(int address, int16_t value);

@@ -59,6 +59,10 @@ struct FurnaceDescription {
     QStringList trackNames;   ///< four track names of 8 characters
     QStringList pageNames;    ///< two names of 16 characters on the track page
     QVector<int16_t> codes;   ///< 22 code words (pairs A, B) of the track page
+    /// PID values of every controller at start: proportional band (1/100),
+    /// integral and derivative time (1/10), sample time (1/100). A written
+    /// value stays until the station writes another.
+    std::array<int16_t, 4> pid{250, 1200, 300, 100};
     bool messageConfig = true; ///< words 690..699 hold a configuration
     QVector<int> stopMessages, n2Messages, smsMessages;
 

@@ -118,7 +118,7 @@ void KM_MDI::menusBauen()
     m_mnuform.append(eintrag(formen, text::SYSTEM, nullptr));
 
     QMenu *regler = menu(text::CONTROL_PARAMETERS); // "Regelparameter"
-    m_mnuRegler = eintrag(regler, text::CONTROL_PARAMETERS, nullptr);
+    m_mnuRegler = eintrag(regler, text::CONTROL_PARAMETERS, [this] { zeigeRegPar(); });
 
     QMenu *extras = menu(text::EXTRAS); // "Extras"
     m_mnuMeldConfig = eintrag(extras, text::MESSAGES, [this] { zeigeAlarme(true); });
@@ -163,6 +163,8 @@ void KM_MDI::Menue_Beschriften()
         m_schritte->Beschriften();
     if (m_progView)
         m_progView->Beschriften();
+    if (m_regPar)
+        m_regPar->Beschriften();
 }
 
 QString KM_MDI::panelText(int panel) const
@@ -307,6 +309,14 @@ void KM_MDI::zeigeProgView()
     }
     m_progView->Oeffnen();
     kindZeigen(m_progView, m_progViewFenster);
+}
+
+void KM_MDI::zeigeRegPar()
+{
+    if (!m_regPar)
+        m_regPar = new KM_RegPar;
+    kindZeigen(m_regPar, m_regParFenster);
+    m_regPar->Aktualisieren();
 }
 
 void KM_MDI::nebenUntereinander(Qt::Orientation richtung)

@@ -8,6 +8,7 @@
 #include "views/KM_ProgView.h"
 #include "views/KM_ProgWahl.h"
 #include "views/KM_Schritte.h"
+#include "views/KM_RegPar.h"
 
 #include <QMainWindow>
 #include <QPointer>
@@ -48,6 +49,9 @@ public:
     /// shown its menu entries are disabled.
     void zeigeAlarme(bool konfig);
     KM_Alarme *alarme() const { return m_alarme; }
+    /// Opens the controller parameter form (made on first use, kept to the end).
+    void zeigeRegPar();
+    KM_RegPar *regPar() const { return m_regPar; }
     QMdiArea *mdiArea() const { return m_mdi; }
 
     /// The program forms, each made on first use and kept to the end.
@@ -101,6 +105,8 @@ private:
     QPointer<KM_ProgView> m_progView;
     QPointer<QMdiSubWindow> m_progWahlFenster, m_schritteFenster, m_progViewFenster;
     QAction *m_mnuProgView = nullptr;
+    QPointer<KM_RegPar> m_regPar;
+    QPointer<QMdiSubWindow> m_regParFenster;
     QList<QAction *> m_mnuform;
     QAction *m_mnuRegler = nullptr;
     QAction *m_mnuBeenden = nullptr;

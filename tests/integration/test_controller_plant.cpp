@@ -1,0 +1,50 @@
+// Controller parameters end to end: the station shows the PID values of a
+// simulated furnace, a value typed and sent with Enter reaches the PLC, and
+// the next poll brings it back into the form's values.
+
+#include "operation/controller_parameters.h"
+#include "plant_fixture.h"
+
+#include <QLocale>
+
+using namespace kal;
+using namespace kal::test;
+
+namespace {
+
+class ControllerPlant : public PlantFixture {
+protected:
+    void SetUp() override
+    {
+        PlantFixture::SetUp();
+        beschreibung.furnaces = {Beschreibung(0, sim::Protocol::MemoryLink, false, 0),
+                                 Beschreibung(1, sim::Protocol::Modbus, false, 0)};
+        ASSERT_NO_FATAL_FAILURE(Plant_Starten());
+        Ofen_Eintragen();
+        Kanaele_Einrichten();
+    }
+    QString dez(const char *text) const { return QString::fromLatin1(text).replace('.', QLocale().decimalPoint()); }
+};
+
+} // namespace
+
+TEST_F(ControllerPlant, AValueSentWithEnterReachesThePlcAndComesBackWithTheNextPoll)
+{
+    for (int f : {0, 1}) {
+        SCOPED_TRACE(f);
+        ASSERT_TRUE(Laufen([&] { return plant.SPS_Wort(f, 47) == 250; }));
+        RegPar_Ofen_Setzen(f + 1);
+        Reglerwerte r = Reglerwerte_akt();
+        EXPECT_EQ(r.Eingabe[0], dez("2.50"));
+        EXPECT_EQ(r.Ausgabe[1], dez("120.0"));
+
+        EXPECT_TRUE(Eingabe_Taste(0, 13, QStringLiteral("1,5")));
+        EXPECT_TRUE(Eingabe_Taste(1, 13, QStringLiteral("4000")));
+        ASSERT_TRUE(Laufen([&] { return plant.SPS_Wort(f, 47) == 150 && plant.SPS_Wort(f, 48) == 32767; }));
+        EXPECT_EQ(plc(f).word(47), 150);
+        EXPECT_EQ(plc(f).lastWritten(48), 32767);
+        r = Reglerwerte_akt();
+        EXPECT_EQ(r.Ausgabe[0], dez("1.50"));
+        EXPECT_EQ(r.Ausgabe[1], dez("3276.7"));
+    }
+}
