@@ -1,0 +1,15 @@
+#pragma once
+// The 24 colours of the curve channels. A channel's colour in the
+// configuration (`Kanal_Farbe`) is an index 0..23 into this table; the first
+// sixteen are the classic console colours, the last eight mixed tones.
+
+#include <cstdint>
+
+namespace kal {
+
+constexpr int FARBEN_ANZAHL = 24;
+
+/// Colour `index` (0..23) as 0xRRGGBB; an index outside the table gives black.
+uint32_t Kurven_Farbe_RGB(int index);
+
+} // namespace kal
