@@ -71,6 +71,10 @@ KM_MDI::~KM_MDI()
 void KM_MDI::Laden()
 {
     Station_Start();
+    // The settings and the system dialog are off while the station starts
+    // and open to the people who run it once it is up.
+    mnuform(6, true);
+    mnuform(7, true);
     Menue_Beschriften();
     m_timer1.start();
     m_timer2.start();
@@ -114,7 +118,7 @@ void KM_MDI::menusBauen()
     m_beschriftungen.back().nachsatzId = text::CURRENT; // "Programm aktuell"
     m_mnuform.append(eintrag(formen, text::BATCH_DATA, nullptr));
     m_mnuform.append(eintrag(formen, text::MESSAGES, [this] { zeigeAlarme(false); }));
-    m_mnuform.append(eintrag(formen, text::SETTINGS, nullptr));
+    m_mnuform.append(eintrag(formen, text::SETTINGS, [this] { zeigeParameter(); }));
     m_mnuform.append(eintrag(formen, text::SYSTEM, nullptr));
 
     QMenu *regler = menu(text::CONTROL_PARAMETERS); // "Regelparameter"
@@ -165,6 +169,8 @@ void KM_MDI::Menue_Beschriften()
         m_progView->Beschriften();
     if (m_regPar)
         m_regPar->Beschriften();
+    if (m_parameter)
+        m_parameter->Beschriften();
 }
 
 QString KM_MDI::panelText(int panel) const
@@ -317,6 +323,20 @@ void KM_MDI::zeigeRegPar()
         m_regPar = new KM_RegPar;
     kindZeigen(m_regPar, m_regParFenster);
     m_regPar->Aktualisieren();
+}
+
+void KM_MDI::zeigeParameter()
+{
+    if (!m_parameter) {
+        m_parameter = new KM_Parameter;
+        connect(m_parameter, &KM_Parameter::fertig, this, [this] {
+            if (m_parameterFenster)
+                m_parameterFenster->hide();
+        });
+    } else if (!m_parameterFenster || !m_parameterFenster->isVisible()) {
+        m_parameter->Oeffnen();
+    }
+    kindZeigen(m_parameter, m_parameterFenster);
 }
 
 void KM_MDI::nebenUntereinander(Qt::Orientation richtung)

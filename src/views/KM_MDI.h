@@ -8,6 +8,7 @@
 #include "views/KM_ProgView.h"
 #include "views/KM_ProgWahl.h"
 #include "views/KM_Schritte.h"
+#include "views/KM_Parameter.h"
 #include "views/KM_RegPar.h"
 
 #include <QMainWindow>
@@ -52,6 +53,9 @@ public:
     /// Opens the controller parameter form (made on first use, kept to the end).
     void zeigeRegPar();
     KM_RegPar *regPar() const { return m_regPar; }
+    /// Opens the settings dialog with a fresh working copy.
+    void zeigeParameter();
+    KM_Parameter *parameter() const { return m_parameter; }
     QMdiArea *mdiArea() const { return m_mdi; }
 
     /// The program forms, each made on first use and kept to the end.
@@ -107,6 +111,8 @@ private:
     QAction *m_mnuProgView = nullptr;
     QPointer<KM_RegPar> m_regPar;
     QPointer<QMdiSubWindow> m_regParFenster;
+    QPointer<KM_Parameter> m_parameter;
+    QPointer<QMdiSubWindow> m_parameterFenster;
     QList<QAction *> m_mnuform;
     QAction *m_mnuRegler = nullptr;
     QAction *m_mnuBeenden = nullptr;
