@@ -119,7 +119,7 @@ void KM_MDI::menusBauen()
     m_mnuform.append(eintrag(formen, text::BATCH_DATA, nullptr));
     m_mnuform.append(eintrag(formen, text::MESSAGES, [this] { zeigeAlarme(false); }));
     m_mnuform.append(eintrag(formen, text::SETTINGS, [this] { zeigeParameter(); }));
-    m_mnuform.append(eintrag(formen, text::SYSTEM, nullptr));
+    m_mnuform.append(eintrag(formen, text::SYSTEM, [this] { zeigeSystem(); }));
 
     QMenu *regler = menu(text::CONTROL_PARAMETERS); // "Regelparameter"
     m_mnuRegler = eintrag(regler, text::CONTROL_PARAMETERS, [this] { zeigeRegPar(); });
@@ -171,6 +171,8 @@ void KM_MDI::Menue_Beschriften()
         m_regPar->Beschriften();
     if (m_parameter)
         m_parameter->Beschriften();
+    if (m_system)
+        m_system->Beschriften();
 }
 
 QString KM_MDI::panelText(int panel) const
@@ -337,6 +339,20 @@ void KM_MDI::zeigeParameter()
         m_parameter->Oeffnen();
     }
     kindZeigen(m_parameter, m_parameterFenster);
+}
+
+void KM_MDI::zeigeSystem()
+{
+    if (!m_system) {
+        m_system = new KM_System;
+        connect(m_system, &KM_System::fertig, this, [this] {
+            if (m_systemFenster)
+                m_systemFenster->hide();
+        });
+    }
+    if (!m_systemFenster || !m_systemFenster->isVisible())
+        m_system->Oeffnen(plant.Seite_Ofen >= 1 ? plant.Seite_Ofen : 1);
+    m_systemFenster = kindZeigen(m_system, m_systemFenster);
 }
 
 void KM_MDI::nebenUntereinander(Qt::Orientation richtung)

@@ -10,6 +10,7 @@
 #include "views/KM_Schritte.h"
 #include "views/KM_Parameter.h"
 #include "views/KM_RegPar.h"
+#include "views/KM_System.h"
 
 #include <QMainWindow>
 #include <QPointer>
@@ -56,6 +57,9 @@ public:
     /// Opens the settings dialog with a fresh working copy.
     void zeigeParameter();
     KM_Parameter *parameter() const { return m_parameter; }
+    /// Opens the system dialog on the furnace selected on the live page.
+    void zeigeSystem();
+    KM_System *system() const { return m_system; }
     QMdiArea *mdiArea() const { return m_mdi; }
 
     /// The program forms, each made on first use and kept to the end.
@@ -113,6 +117,8 @@ private:
     QPointer<QMdiSubWindow> m_regParFenster;
     QPointer<KM_Parameter> m_parameter;
     QPointer<QMdiSubWindow> m_parameterFenster;
+    QPointer<KM_System> m_system;
+    QPointer<QMdiSubWindow> m_systemFenster;
     QList<QAction *> m_mnuform;
     QAction *m_mnuRegler = nullptr;
     QAction *m_mnuBeenden = nullptr;
