@@ -121,8 +121,9 @@ QWidget *KM_Parameter::allgemeinBauen()
 
     m_spracheLabel = new QLabel(seite);
     m_sprache = new QComboBox(seite);
+    m_sprache->setMinimumWidth(200);
     raster->addWidget(m_spracheLabel, z, 0);
-    raster->addWidget(m_sprache, z++, 1, 1, 2);
+    raster->addWidget(m_sprache, z++, 1, Qt::AlignLeft);
     connect(m_sprache, &QComboBox::activated, this, [this](int i) {
         Sprache_Waehlen(m_sprache->itemData(i).toInt()); // the station re-captions this dialog
     });
@@ -303,6 +304,13 @@ QWidget *KM_Parameter::ofenBauen()
     m_farbText->setAutoFillBackground(true);
     m_farbText->setMinimumWidth(120);
     m_farbText->setFrameShape(QFrame::Panel);
+    m_farbText->setFrameShadow(QFrame::Sunken);
+    m_farbText->setTextFormat(Qt::RichText);
+    {
+        QPalette weiss = m_farbText->palette();
+        weiss.setColor(QPalette::Window, Qt::white);
+        m_farbText->setPalette(weiss);
+    }
     topf->addWidget(m_farbTopf);
     topf->addWidget(m_farbText, 1);
     farben->addLayout(topf);
@@ -419,12 +427,12 @@ void KM_Parameter::Beschriften()
     m_option1[0]->setText(QStringLiteral("Modbus/TCP"));
     m_option1[1]->setText(Wort("Seriell", "Serial"));
     m_option1[2]->setText(QStringLiteral("UDP (Panel)"));
-    m_aktiv->setText(Text_Id(text::RELEASE).trimmed());
-    m_charge->setText(Text_Id(text::BATCH_DATA).trimmed());
-    m_tempLog->setText(Text_Id(text::TEMPERATURE_COURSE).trimmed());
-    m_taktLabel->setText(Text_Id(text::TEMPERATURE_COURSE).trimmed() + QStringLiteral(" [s]"));
-    m_schwelleLabel->setText(Wort("Schwelle [°C]", "Threshold [°C]"));
-    m_nrProgLabel->setText(Text_Id(text::PROGRAMS).trimmed() + QLatin1Char(' ') + Text_Id(text::FURNACE).trimmed());
+    m_aktiv->setText(Wort("aktiv (wird abgefragt)", "active (polled)"));
+    m_charge->setText(Wort("Chargen aufzeichnen", "Record batches"));
+    m_tempLog->setText(Wort("Temperaturlog", "Temperature log"));
+    m_taktLabel->setText(Wort("Temperaturlog Takt [s]", "Temperature log interval [s]"));
+    m_schwelleLabel->setText(Wort("Temperaturlog Schwelle [°C]", "Temperature log threshold [°C]"));
+    m_nrProgLabel->setText(Wort("Programmwahl Ofen", "Program selection furnace"));
     m_bezeichnungLabel->setText(Wort("Bezeichnung", "Description"));
     m_farbTopf->setText(Text_Id(text::COLOUR).trimmed());
     m_mtxtButton->setText(Text_Id(text::NEXT).trimmed());
@@ -489,13 +497,13 @@ void KM_Parameter::farbenZeigen()
         m_kanaele->item(k)->setIcon(QIcon(p));
     }
     m_farbSift[size_t(Parameter.Farbe_Stift)]->setChecked(true);
-    // The test text: the channel in the colour picked, on its own colour.
+    // The test text shows the pair: the channel in its colour now, and in
+    // the colour picked.
     const int kanal = std::max(0, m_kanaele->currentRow());
-    QPalette pal = m_farbText->palette();
-    pal.setColor(QPalette::Window, farbe(w.Farbe[size_t(kanal)]));
-    pal.setColor(QPalette::WindowText, farbe(Parameter.Farbe_Stift));
-    m_farbText->setPalette(pal);
-    m_farbText->setText(Farb_Kanal_Name(Parameter.Tab_Ofen - 1, kanal).trimmed());
+    const QString name = Farb_Kanal_Name(Parameter.Tab_Ofen - 1, kanal).trimmed().toHtmlEscaped();
+    m_farbText->setText(QStringLiteral("<b><span style=\"color:%1\">%3</span> &rarr; "
+                                       "<span style=\"color:%2\">%3</span></b>")
+                            .arg(farbe(w.Farbe[size_t(kanal)]).name(), farbe(Parameter.Farbe_Stift).name(), name));
 }
 
 void KM_Parameter::statusZeigen()

@@ -101,6 +101,8 @@ KM_System::KM_System(QWidget *parent) : QWidget(parent)
 
     // Right: the text file of the panels.
     auto *rechts = new QVBoxLayout;
+    m_dateiTitel = titel(this);
+    rechts->addWidget(m_dateiTitel);
     auto *ordner = new QHBoxLayout;
     m_dir = new QLineEdit(this);
     auto *such = new QToolButton(this);
@@ -201,6 +203,7 @@ void KM_System::Beschriften()
     m_ofenTitel->setText(Text_Id(text::FURNACE).trimmed());
     m_texteTitel->setText(Text_Id(text::MESSAGES).trimmed());
     m_karteTitel->setText(Wort("Speicherkarte", "Memory card"));
+    m_dateiTitel->setText(Wort("Textdatei der Panels", "Text file of the panels"));
     m_text1Label[SYS_TYP]->setText(Text_Id(text::TYPE).trimmed());
     m_text1Label[SYS_SERIE]->setText(Text_Id(text::SERIAL_NO).trimmed());
     m_text1Label[SYS_MAX_TEMP]->setText(Text_Id(text::MAX_TEMPERATURE).trimmed() + QStringLiteral(" [°C]"));

@@ -60,6 +60,7 @@ private:
     QLabel *m_ofenTitel = nullptr;
     QLabel *m_texteTitel = nullptr;
     QLabel *m_karteTitel = nullptr;
+    QLabel *m_dateiTitel = nullptr;
     QTimer m_timer;
 };
 

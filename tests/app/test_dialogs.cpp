@@ -1,0 +1,213 @@
+// The settings dialog, the system dialog and the controller parameter form in
+// the running station against the demo plant, driven by mouse and keyboard
+// as a user does, with screenshots of every tab in German and English.
+
+#include "app/demo.h"
+#include "config/languages.h"
+#include "config/settings_dialog.h"
+#include "config/system_dialog.h"
+#include "core/plant_state.h"
+#include "operation/controller_parameters.h"
+#include "sim/plant.h"
+#include "station/shutdown.h"
+#include "support/scripted_dialogs.h"
+#include "views/KM_MDI.h"
+#include "views/KM_Parameter.h"
+#include "views/KM_RegPar.h"
+#include "views/KM_System.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMdiSubWindow>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabBar>
+#include <QTcpServer>
+#include <QTemporaryDir>
+#include <QTest>
+#include <gtest/gtest.h>
+
+using namespace kal;
+using kal::test::ScriptedDialogs;
+
+namespace {
+
+void keinEnde(int) {}
+
+template <typename F>
+bool warteBis(F fertig, int ms)
+{
+    QDeadlineTimer frist(ms);
+    while (!fertig() && !frist.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
+    return fertig();
+}
+
+void bild(QWidget *w, const QString &name)
+{
+    QDir().mkpath(QStringLiteral(KALMERON_SHOTS));
+    QCoreApplication::processEvents();
+    w->grab().save(QStringLiteral(KALMERON_SHOTS "/") + name);
+}
+
+class DialogStation : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(dir.isValid());
+        resetPlant();
+        plant.Daten_Ordner_Option = dir.path();
+        QTcpServer s;
+        s.listen(QHostAddress::LocalHost, 0);
+        plant.Modbus_Port = s.serverPort();
+        s.close();
+        QString fehler;
+        ASSERT_TRUE(demo.starten(true, &fehler)) << qPrintable(fehler);
+        setProzessEnde(keinEnde);
+        w = std::make_unique<KM_MDI>();
+        setDialogs(&dialogs);
+        w->resize(1280, 860);
+        w->show();
+        w->Laden();
+        ASSERT_TRUE(warteBis([] { return plant.Ofen_Online[0] != 0 && plant.SPS_Wort(0, 47) != 0; }, 60000));
+    }
+    void TearDown() override
+    {
+        Programm_Ende();
+        w.reset();
+        resetPlant();
+    }
+    QWidget *fenster(QWidget *form) { return form->parentWidget(); }
+    void sprache(int s)
+    {
+        plant.Sprache = static_cast<u8>(s);
+        Sprachumschalt();
+    }
+
+    QTemporaryDir dir;
+    Demo demo;
+    ScriptedDialogs dialogs;
+    std::unique_ptr<KM_MDI> w;
+};
+
+} // namespace
+
+TEST_F(DialogStation, SettingsDialogTabsLimitsLanguageAndCancel)
+{
+    ASSERT_TRUE(w->mnuform(6)->isEnabled()) << "open once the station is up";
+    w->mnuform(6)->trigger();
+    KM_Parameter *p = w->parameter();
+    ASSERT_NE(p, nullptr);
+    fenster(p)->resize(1180, 640);
+    // Furnace 4 of the demo online and identified (its PLC-Info is shown).
+    warteBis([] { return !plant.PLC_Name[3].isEmpty(); }, 60000);
+
+    // The general tab: the language picked switches the station at once.
+    auto *sprachen = p->findChild<QComboBox *>();
+    ASSERT_NE(sprachen, nullptr);
+    const char *kuerzel[2] = {"de", "en"};
+    for (int s : {0, 1}) {
+        if (s == 1) {
+            sprachen->setCurrentIndex(1);
+            Q_EMIT sprachen->activated(1);
+            EXPECT_EQ(plant.Sprache, 1);
+        }
+        for (int tab = 0; tab <= TAB_PLC_INFO; ++tab) {
+            if (tab >= 2 && tab <= 8 && tab != 4)
+                continue; // furnaces 2..7 look like furnace 1 and 4
+            p->TabStrip1()->setCurrentIndex(tab);
+            bild(fenster(p), QStringLiteral("settings_%1_tab%2.png").arg(QLatin1String(kuerzel[s])).arg(tab));
+        }
+    }
+    EXPECT_EQ(p->TabStrip1()->tabText(1), QStringLiteral("furnace 1"));
+    p->TabStrip1()->setCurrentIndex(1);
+
+    // Typed and left with Tab: the replacement values stand in the fields.
+    QLineEdit *takt = p->Text1(FELD_TAKT);
+    takt->setFocus();
+    takt->selectAll();
+    QTest::keyClicks(takt, QStringLiteral("4"));
+    QTest::keyClick(takt, Qt::Key_Tab);
+    EXPECT_EQ(takt->text(), QStringLiteral("60"));
+    QLineEdit *ip0 = p->Text1(0);
+    ip0->setFocus();
+    ip0->selectAll();
+    QTest::keyClicks(ip0, QStringLiteral("300"));
+    QTest::keyClick(ip0, Qt::Key_Tab);
+    EXPECT_EQ(ip0->text(), QStringLiteral("255"));
+    EXPECT_EQ(QApplication::focusWidget(), p->Text1(1)) << "Tab goes on to the next octet";
+    QTest::mouseClick(p->Option1(1), Qt::LeftButton);
+    EXPECT_EQ(ip0->text(), QStringLiteral("16")) << "the serial limits apply at once";
+
+    // Cancel: nothing taken, German again.
+    QTest::mouseClick(p->Command1(1), Qt::LeftButton);
+    EXPECT_EQ(plant.Sprache, 0);
+    EXPECT_EQ(plant.TempLog_Takt[0], 60);
+    EXPECT_NE(plant.Ofen_IP(0, 0), 255);
+    EXPECT_FALSE(fenster(p)->isVisible());
+
+    // Opened again: a fresh copy, and OK writes the configuration.
+    w->mnuform(6)->trigger();
+    EXPECT_EQ(p->TabStrip1()->currentIndex(), 0);
+    p->TabStrip1()->setCurrentIndex(1);
+    EXPECT_EQ(p->Text1(0)->text(), QString::number(plant.Ofen_IP(0, 0)));
+    QTest::mouseClick(p->Command1(0), Qt::LeftButton);
+    EXPECT_FALSE(fenster(p)->isVisible());
+    EXPECT_TRUE(QFile::exists(QDir(dir.path()).filePath(QStringLiteral("Kalmeron.DAT"))));
+    EXPECT_TRUE(dialogs.shown.empty()) << qPrintable(dialogs.shown.front().text);
+}
+
+TEST_F(DialogStation, ControllerFormSendsWithEnterAndShowsTheNewValue)
+{
+    ASSERT_TRUE(w->mnuRegler()->isEnabled() || warteBis([&] { return w->mnuRegler()->isEnabled(); }, 5000));
+    w->mnuRegler()->trigger();
+    KM_RegPar *r = w->regPar();
+    ASSERT_NE(r, nullptr);
+    fenster(r)->resize(760, 520);
+    ASSERT_TRUE(warteBis([&] { return !r->Ausgabe(0)->text().isEmpty() && RegPar.Verlauf.size() > 8; }, 10000));
+
+    QLineEdit *xp = r->Eingabe(0);
+    xp->setFocus();
+    xp->selectAll();
+    QTest::keyClicks(xp, QStringLiteral("1,5"));
+    QTest::keyClick(xp, Qt::Key_Return);
+    sim::SimFurnace *plc = demo.plant()->furnace(RegPar.Reg_Ofen - 1);
+    ASSERT_TRUE(warteBis([&] { return plc->word(47) == 150; }, 10000));
+    ASSERT_TRUE(warteBis([&] { return r->Ausgabe(0)->text().startsWith(QStringLiteral("1")); }, 10000));
+    EXPECT_EQ(r->Ausgabe(0)->text(), QStringLiteral("1") + QLocale().decimalPoint() + QStringLiteral("50"));
+    QTest::keyClick(xp, Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), r->Eingabe(1));
+    bild(fenster(r), QStringLiteral("regpar_de.png"));
+    sprache(1);
+    warteBis([] { return false; }, 600);
+    bild(fenster(r), QStringLiteral("regpar_en.png"));
+}
+
+TEST_F(DialogStation, SystemDialogChecksTheSerialNumberAndShowsTheTexts)
+{
+    ASSERT_TRUE(w->mnuform(7)->isEnabled());
+    w->mnuform(7)->trigger();
+    KM_System *s = w->system();
+    ASSERT_NE(s, nullptr);
+    fenster(s)->resize(1180, 620);
+    s->Oeffnen(2);
+    QLineEdit *serie = s->Text1(SYS_SERIE);
+    serie->setFocus();
+    serie->selectAll();
+    QTest::keyClicks(serie, QStringLiteral("1305042SGO"));
+    QTest::keyClick(serie, Qt::Key_Tab);
+    ASSERT_EQ(dialogs.shown.size(), 1u);
+    EXPECT_EQ(dialogs.shown.front().text, QStringLiteral("Die Serien-Nr. hat nicht das\nFormat: >>>JJMM-NNN-TTT<<<"));
+    EXPECT_EQ(serie->text(), QStringLiteral("1305-042-SGO"));
+    EXPECT_GE(s->List_MLDTXT()->count(), 32);
+    bild(fenster(s), QStringLiteral("system_de.png"));
+    sprache(1);
+    bild(fenster(s), QStringLiteral("system_en.png"));
+    QTest::mouseClick(s->OKButton(), Qt::LeftButton);
+    EXPECT_FALSE(fenster(s)->isVisible());
+}
