@@ -416,6 +416,17 @@ void Config_Schreiben(bool take_plc)
     anlage_Schreiben(d, s);
 }
 
+bool Config_Speichern()
+{
+    try {
+        Config_Schreiben(false);
+        return true;
+    } catch (const RunError &) {
+        dialogs().message(QStringLiteral("ERROR:\n") + Daten_Datei(CONFIG_DATEI) + QStringLiteral("\nnot written!"));
+        return false;
+    }
+}
+
 void Charge_Zustand_Sichern(int ofen)
 {
     if (ofen < 0 || ofen >= OFEN_MAX)

@@ -37,6 +37,10 @@ void Config_Lesen();
 /// An I/O failure raises RunError(ERR_FILE).
 void Config_Schreiben(bool take_plc);
 
+/// `Config_Schreiben(false)` for a dialog's OK: a file that cannot be written
+/// is shown ("ERROR:", the file, "not written!") and gives false.
+bool Config_Speichern();
+
 /// `Charge_Zustand_Sichern(ofen)`, ofen 0..7: writes the open batch of the
 /// furnace (Charge_Pos, Charge_Start, Charge_Nr) into records 11+i and 21+i,
 /// leaving every other field of the file as it is. An I/O failure raises

@@ -265,13 +265,7 @@ bool Command1_OK()
     }
     // The recorder writes into the year folders of the folders now set.
     Backup_Pruefen();
-    try {
-        Config_Schreiben(false);
-    } catch (const RunError &) {
-        dialogs().message(QStringLiteral("ERROR:\n") + Daten_Datei(CONFIG_DATEI) + QStringLiteral("\nnot written!"));
-        return false;
-    }
-    return true;
+    return Config_Speichern();
 }
 
 void Command1_Abbruch()

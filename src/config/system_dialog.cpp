@@ -174,13 +174,7 @@ bool System_OK()
     plant.Ofen_Wert216[f] = System.Werte[0];
     plant.Ofen_Wert217[f] = System.Werte[1];
     plant.Ofen_Wert218[f] = System.Werte[2];
-    try {
-        Config_Schreiben(false);
-    } catch (const RunError &) {
-        dialogs().message(QStringLiteral("ERROR:\n") + Daten_Datei(CONFIG_DATEI) + QStringLiteral("\nnot written!"));
-        return false;
-    }
-    return true;
+    return Config_Speichern();
 }
 
 QList<Laufwerk> Laufwerke()

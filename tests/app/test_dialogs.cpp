@@ -2,24 +2,18 @@
 // the running station against the demo plant, driven by mouse and keyboard
 // as a user does, with screenshots of every tab in German and English.
 
-#include "app/demo.h"
-#include "config/languages.h"
+#include "demo_station.h"
+
 #include "config/settings_dialog.h"
 #include "config/system_dialog.h"
-#include "core/plant_state.h"
 #include "operation/controller_parameters.h"
 #include "sim/plant.h"
-#include "station/shutdown.h"
-#include "support/scripted_dialogs.h"
-#include "views/KM_MDI.h"
 #include "views/KM_Parameter.h"
 #include "views/KM_RegPar.h"
 #include "views/KM_System.h"
 
 #include <QAction>
 #include <QComboBox>
-#include <QDeadlineTimer>
-#include <QDir>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -27,72 +21,33 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabBar>
-#include <QTcpServer>
-#include <QTemporaryDir>
 #include <QTest>
-#include <gtest/gtest.h>
 
 using namespace kal;
-using kal::test::ScriptedDialogs;
+using namespace kal::test;
 
 namespace {
 
-void keinEnde(int) {}
-
-template <typename F>
-bool warteBis(F fertig, int ms)
-{
-    QDeadlineTimer frist(ms);
-    while (!fertig() && !frist.hasExpired())
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
-    return fertig();
-}
-
-void bild(QWidget *w, const QString &name)
-{
-    QDir().mkpath(QStringLiteral(KALMERON_SHOTS));
-    QCoreApplication::processEvents();
-    w->grab().save(QStringLiteral(KALMERON_SHOTS "/") + name);
-}
-
-class DialogStation : public ::testing::Test {
+/// The demo station with the dialogs' windows at a size of their own.
+class DialogStation : public DemoStation {
 protected:
     void SetUp() override
     {
-        ASSERT_TRUE(dir.isValid());
-        resetPlant();
-        plant.Daten_Ordner_Option = dir.path();
-        QTcpServer s;
-        s.listen(QHostAddress::LocalHost, 0);
-        plant.Modbus_Port = s.serverPort();
-        s.close();
-        QString fehler;
-        ASSERT_TRUE(demo.starten(true, &fehler)) << qPrintable(fehler);
-        setProzessEnde(keinEnde);
-        w = std::make_unique<KM_MDI>();
-        setDialogs(&dialogs);
+        DemoStation::SetUp();
         w->resize(1280, 860);
-        w->show();
-        w->Laden();
         ASSERT_TRUE(warteBis([] { return plant.Ofen_Online[0] != 0 && plant.SPS_Wort(0, 47) != 0; }, 60000));
     }
-    void TearDown() override
-    {
-        Programm_Ende();
-        w.reset();
-        resetPlant();
-    }
     QWidget *fenster(QWidget *form) { return form->parentWidget(); }
+    void bild(QWidget *form, const QString &name)
+    {
+        QCoreApplication::processEvents();
+        bildSichern(*fenster(form), name);
+    }
     void sprache(int s)
     {
         plant.Sprache = static_cast<u8>(s);
         Sprachumschalt();
     }
-
-    QTemporaryDir dir;
-    Demo demo;
-    ScriptedDialogs dialogs;
-    std::unique_ptr<KM_MDI> w;
 };
 
 } // namespace
@@ -121,7 +76,7 @@ TEST_F(DialogStation, SettingsDialogTabsLimitsLanguageAndCancel)
             if (tab >= 2 && tab <= 8 && tab != 4)
                 continue; // furnaces 2..7 look like furnace 1 and 4
             p->TabStrip1()->setCurrentIndex(tab);
-            bild(fenster(p), QStringLiteral("settings_%1_tab%2.png").arg(QLatin1String(kuerzel[s])).arg(tab));
+            bild(p, QStringLiteral("settings_%1_tab%2.png").arg(QLatin1String(kuerzel[s])).arg(tab));
         }
     }
     EXPECT_EQ(p->TabStrip1()->tabText(1), QStringLiteral("furnace 1"));
@@ -182,10 +137,10 @@ TEST_F(DialogStation, ControllerFormSendsWithEnterAndShowsTheNewValue)
     EXPECT_EQ(r->Ausgabe(0)->text(), QStringLiteral("1") + QLocale().decimalPoint() + QStringLiteral("50"));
     QTest::keyClick(xp, Qt::Key_Tab);
     EXPECT_EQ(QApplication::focusWidget(), r->Eingabe(1));
-    bild(fenster(r), QStringLiteral("regpar_de.png"));
+    bild(r, QStringLiteral("regpar_de.png"));
     sprache(1);
     warteBis([] { return false; }, 600);
-    bild(fenster(r), QStringLiteral("regpar_en.png"));
+    bild(r, QStringLiteral("regpar_en.png"));
 }
 
 TEST_F(DialogStation, SystemDialogChecksTheSerialNumberAndShowsTheTexts)
@@ -205,9 +160,9 @@ TEST_F(DialogStation, SystemDialogChecksTheSerialNumberAndShowsTheTexts)
     EXPECT_EQ(dialogs.shown.front().text, QStringLiteral("Die Serien-Nr. hat nicht das\nFormat: >>>JJMM-NNN-TTT<<<"));
     EXPECT_EQ(serie->text(), QStringLiteral("1305-042-SGO"));
     EXPECT_GE(s->List_MLDTXT()->count(), 32);
-    bild(fenster(s), QStringLiteral("system_de.png"));
+    bild(s, QStringLiteral("system_de.png"));
     sprache(1);
-    bild(fenster(s), QStringLiteral("system_en.png"));
+    bild(s, QStringLiteral("system_en.png"));
     QTest::mouseClick(s->OKButton(), Qt::LeftButton);
     EXPECT_FALSE(fenster(s)->isVisible());
 }
