@@ -174,6 +174,8 @@ bool System_OK()
     plant.Ofen_Wert216[f] = System.Werte[0];
     plant.Ofen_Wert217[f] = System.Werte[1];
     plant.Ofen_Wert218[f] = System.Werte[2];
+    // The program editor limits set values to a tenth of it.
+    plant.Ofen_Max_Temp[f] = System.Werte[0];
     return Config_Speichern();
 }
 

@@ -89,7 +89,8 @@ void senden(int i, const QString &text)
 {
     if (RegPar.Reg_Ofen == 0 || i < 0 || i > 3)
         return;
-    SEND_BEF(RegPar.Reg_Ofen, RegPar.Reg_Adr[i + 1], Eingabe_Wert(i, text));
+    SEND_BEF(RegPar.Reg_Ofen, RegPar.Reg_Adr[i + 1], Eingabe_Wert(i, text),
+             QStringLiteral("controller parameter %1").arg(i + 1));
     RegPar.Gezeigt[i] = text;
 }
 

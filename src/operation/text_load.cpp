@@ -20,6 +20,18 @@ constexpr int ANTWORT = 1000;         ///< answer = 1000 + request
 constexpr int SEITEN_48 = 12;         ///< text pages of a furnace with 48 messages
 constexpr int SEITEN_32 = 8;
 
+/// The program place answer the text load has seen once, per furnace: the
+/// program view takes the place from the image before the load asks on.
+Table<i16, OFEN_MAX> platz_Gesehen;
+StateReset reset{[] { platz_Gesehen = {}; }};
+
+/// The page word carries a program transfer: the station asked for or sent
+/// a memory place (1..6, 101..106), or the PLC answered one (1101..1106).
+bool programm_Wort(int wort)
+{
+    return (wort >= 1 && wort <= 6) || (wort >= 101 && wort <= 106) || (wort >= 1101 && wort <= 1106);
+}
+
 /// The identity block at word 50 marks the furnaces whose PLC has no track
 /// page contents but 48 messages.
 bool basis50(int f)
@@ -39,7 +51,8 @@ void seite_Senden(int ofenNr, int wert)
     const int f = ofenNr - 1;
     const int page = plant.Prog_Page[f];
     plant.SPS_Wort(f, page) = static_cast<i16>(wert);
-    SEND_BEF(static_cast<u8>(ofenNr), static_cast<i16>(page), static_cast<i16>(wert));
+    SEND_BEF(static_cast<u8>(ofenNr), static_cast<i16>(page), static_cast<i16>(wert),
+             QStringLiteral("page word %1: text load").arg(wert));
 }
 
 void spur_Seite_Nehmen(int f)
@@ -98,6 +111,16 @@ void Load_Text(int ofenNr)
         seite_Senden(ofenNr, 0);
         return;
     }
+    // The page word is shared with the program transfer: a request waits for
+    // its answer, and an answered place stays in the image for one more block
+    // so that the program view can take it.
+    if (programm_Wort(wort)) {
+        if (wort < 1100 || platz_Gesehen[f] != wort) {
+            platz_Gesehen[f] = static_cast<i16>(wort);
+            return;
+        }
+    }
+    platz_Gesehen[f] = 0;
     if (wort == SPUR_SEITE && zaehler == TEXT_LOAD_START) {
         zaehler = static_cast<i16>(basis50(f) ? SEITEN_48 : SEITEN_32);
         spur_Seite_Nehmen(f);

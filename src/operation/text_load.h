@@ -27,6 +27,10 @@ constexpr int TEXT_LOAD_START = 13;
 /// in the message store (records 1..32 or 1..48, 97, 98), saves the
 /// configuration with the PLC's identity and ends the load (-1).
 ///
+/// The page word is shared with the program transfer: while it carries a
+/// program request the load waits, and a place the PLC answered stays for one
+/// more block before the load asks on.
+///
 /// A page is taken only when it answers the request that stands, so a read
 /// that still shows the page before (a slow PLC, a link lost in between) asks
 /// again instead of skipping a page: a load cut by a lost link goes on from

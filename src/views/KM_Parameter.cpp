@@ -5,6 +5,7 @@
 #include "config/settings_dialog.h"
 #include "config/text_ids.h"
 #include "core/plant_state.h"
+#include "recording/usb_import.h"
 #include "views/dialog_words.h"
 
 #include <QButtonGroup>
@@ -195,6 +196,23 @@ QWidget *KM_Parameter::allgemeinBauen()
     m_command3 = new QPushButton(seite);
     raster->addWidget(m_command3, z++, 1, Qt::AlignLeft);
     connect(m_command3, &QPushButton::clicked, this, [] { Command3_Export(); });
+
+    // The USB import: its switch and what it is doing.
+    auto *usb = new QHBoxLayout;
+    m_usbButton = new QPushButton(seite);
+    m_usbButton->setCheckable(true);
+    m_usbButton->setMinimumWidth(140);
+    m_usbAct = new QLabel(seite);
+    usb->addWidget(m_usbButton);
+    usb->addWidget(m_usbAct, 1);
+    raster->addWidget(new QLabel(QStringLiteral("USB"), seite), z, 0);
+    raster->addLayout(usb, z++, 1, 1, 2);
+    connect(m_usbButton, &QPushButton::clicked, this, [this] {
+        if (USB.USB_Aktiv == 0)
+            Quell_Liste_Lesen(); // the files in the USB folder now
+        USB_Button();
+        usbZeigen();
+    });
     raster->setRowStretch(z, 1);
     raster->setColumnStretch(1, 1);
     return seite;
@@ -506,8 +524,17 @@ void KM_Parameter::farbenZeigen()
                             .arg(farbe(w.Farbe[size_t(kanal)]).name(), farbe(Parameter.Farbe_Stift).name(), name));
 }
 
+void KM_Parameter::usbZeigen()
+{
+    const USB_Anzeige a = USB_ACT();
+    m_usbButton->setText(a.caption);
+    m_usbButton->setChecked(a.aktiv);
+    m_usbAct->setText(a.text);
+}
+
 void KM_Parameter::statusZeigen()
 {
+    usbZeigen();
     const int nr = m_tabs->currentIndex() == TAB_PLC_INFO ? Parameter.Info_Ofen : Parameter.Tab_Ofen;
     if (nr < 1) {
         m_status->clear();

@@ -41,6 +41,7 @@ public:
     QPushButton *Command1(int i) const { return m_command1[size_t(i)]; }
     QRadioButton *Option1(int i) const { return m_option1[size_t(i)]; }
     QLabel *Status() const { return m_status; }
+    QPushButton *usbTaste() const { return m_usbButton; }
 
 Q_SIGNALS:
     /// The dialog is done (OK taken, or cancelled).
@@ -56,6 +57,7 @@ private:
     void tabGewaehlt(int index);
     void farbenZeigen();
     void statusZeigen();
+    void usbZeigen();
     void text1Verlassen(int i);
 
     QTabBar *m_tabs = nullptr;
@@ -73,6 +75,8 @@ private:
     QCheckBox *m_backup = nullptr;
     QCheckBox *m_kurveOption = nullptr;
     QPushButton *m_command3 = nullptr;
+    QPushButton *m_usbButton = nullptr; ///< `USB_Button`, the switch of the USB import
+    QLabel *m_usbAct = nullptr;         ///< `USB_ACT`, its progress
     QLabel *m_druckTitel = nullptr;
     QLabel *m_ordnerTitel = nullptr;
     // furnace tab

@@ -7,6 +7,7 @@
 #include "config/settings_dialog.h"
 #include "config/system_dialog.h"
 #include "operation/controller_parameters.h"
+#include "recording/usb_import.h"
 #include "sim/plant.h"
 #include "views/KM_Parameter.h"
 #include "views/KM_RegPar.h"
@@ -80,6 +81,11 @@ TEST_F(DialogStation, SettingsDialogTabsLimitsLanguageAndCancel)
         }
     }
     EXPECT_EQ(p->TabStrip1()->tabText(1), QStringLiteral("furnace 1"));
+    // The USB import's switch: with no file in the USB folder it stays off.
+    p->TabStrip1()->setCurrentIndex(0);
+    EXPECT_EQ(p->usbTaste()->text(), QStringLiteral("USB_Import"));
+    QTest::mouseClick(p->usbTaste(), Qt::LeftButton);
+    EXPECT_FALSE(p->usbTaste()->isChecked());
     p->TabStrip1()->setCurrentIndex(1);
 
     // Typed and left with Tab: the replacement values stand in the fields.

@@ -195,6 +195,22 @@ TEST_F(TextLoadTest, APageThatIsNotTheAnswerIsAskedAgainAndClearRequestsAreServe
     EXPECT_EQ(sockets[F]->sent.size(), gesendet);
 }
 
+TEST_F(TextLoadTest, AProgramTransferOnThePageWordIsLeftToFinish)
+{
+    furnace(100, true);
+    plant.Meld_Seite[F] = 5;
+    plant.SPS_Wort(F, 388) = 103; // the program view asked for place 3
+    Load_Text(NR);
+    EXPECT_TRUE(sockets[F]->sent.isEmpty());
+    plant.SPS_Wort(F, 388) = 1103; // answered: the view takes it at this block
+    Load_Text(NR);
+    EXPECT_TRUE(sockets[F]->sent.isEmpty());
+    EXPECT_EQ(plant.SPS_Wort(F, 388), 1103);
+    Load_Text(NR); // the next block: the load goes on
+    EXPECT_EQ(lastCommand(), std::make_pair(388, 114));
+    EXPECT_EQ(plant.Meld_Seite[F], 5);
+}
+
 TEST_F(TextLoadTest, ComingOnlineStartsTheLoadOnlyWhereNoneIsCut)
 {
     furnace(100, true);
