@@ -207,6 +207,23 @@ struct PlantState {
     QString Kurve_Datei;                             ///< batch file loaded in the curve view
     i16 Kurve_Online = 0;                            ///< the curve view follows Kurve_Datei live
 
+    // ---- curve view and batch browser --------------------------------------------
+    QString CSV_Datei;                               ///< CSV export of the chosen batch: Pfad[3] + name + ".CSV"
+    QString CSV_Info_Datei;                          ///< the same with "I" for the name's first character
+    i32 Wahl_Charge = 0;                             ///< batch number of the chosen line
+    QString Wahl_Serie;                              ///< serial of the chosen line, "JJMM-NNN-TTT"
+    QString Info_Text;                               ///< batch data text of the chosen batch, 160 chars
+    QString Browser_Ordner;                          ///< folder the browser shows; survives closing it
+    QString Browser_Laufwerk;                        ///< drive the browser shows
+    QString User_Ordner;                             ///< the user's saved folder (OV_USERLOG.DAT)
+    QString User_Laufwerk;
+    QString User_Datei;                              ///< full path of OV_USERLOG.DAT
+    i16 Ist_User_Ordner = 0;                         ///< Browser_Ordner is User_Ordner
+    u8 User_Taste = 0;                               ///< user folder button: 0 off, 1 open, 2 default, 3 save
+    i16 Ofen_Filter = 0;                             ///< bit i: furnace i ticked; 0 all
+    u8 Sort_Art = 0;                                 ///< 0 by date, 1 by batch number
+    i16 List16_Offen = 0;                            ///< a value list window is open: mouse moves read nothing
+
     // ---- channel tables (slot 0 view, 1..8 furnaces) ---------------------------
     Table<i16, SLOTS> Kanal_Zahl;
     Table2<QString, SLOTS, SPUR_MAX> Kanal_Name;

@@ -32,6 +32,8 @@ public:
     virtual void Alarme_Zeichnen(bool liste) { (void)liste; }
     /// The live page's element list of the selected furnace is to be refreshed.
     virtual void Elemente_Zeigen() {}
+    /// The batch on view in the curve window grew (a live refresh): redraw it.
+    virtual void Kurve_Neu() {}
 };
 
 /// The screen in use (never null).

@@ -4,6 +4,7 @@
 #include "core/dates.h"
 
 #include <QDate>
+#include <algorithm>
 #include <limits>
 
 namespace kal {
@@ -35,17 +36,6 @@ QDateTime datumVon(const SatzZeit &z)
     return Datum_Bau(tag, monat, z.Jahr, z.Stunde, z.Minute, z.Sekunde);
 }
 
-/// Minutes since a fixed origin, for comparing times at minute resolution.
-/// A real calendar date is counted directly; any other goes the long way
-/// through the date builder, which moves it onto a real date.
-int64_t minutenWert(const SatzZeit &z)
-{
-    QDate d(2000 + z.Jahr, z.Monat, z.Tag);
-    if (!d.isValid())
-        d = datumVon(SatzZeit{z.Tag, z.Monat, z.Jahr, 0, 0, 0}).date();
-    return d.toJulianDay() * 1440 + z.Stunde * 60 + z.Minute;
-}
-
 QString zeichen(u8 a, u8 b)
 {
     const char c[2] = {static_cast<char>(a), static_cast<char>(b)};
@@ -53,6 +43,14 @@ QString zeichen(u8 a, u8 b)
 }
 
 } // namespace
+
+int64_t Minuten_Wert(const SatzZeit &z)
+{
+    QDate d(2000 + z.Jahr, z.Monat, z.Tag);
+    if (!d.isValid())
+        d = datumVon(SatzZeit{z.Tag, z.Monat, z.Jahr, 0, 0, 0}).date();
+    return d.toJulianDay() * 1440 + z.Stunde * 60 + z.Minute;
+}
 
 BatchLayout detectLayout(BatchFile &datei)
 {
@@ -117,15 +115,26 @@ void Chargendaten_Eintragen(QString &chargendaten, const BatchRecord &satz)
 BatchSpan scanTimeRange(BatchFile &datei, const BatchLayout &layout)
 {
     BatchSpan S;
-    S.chargendaten = QString(CHARGENDATEN_LAENGE, QLatin1Char(' '));
+    scanTimeRange(datei, layout, layout.startSatz, S);
+    return S;
+}
+
+void scanTimeRange(BatchFile &datei, const BatchLayout &layout, int von, BatchSpan &S)
+{
+    if (S.chargendaten.size() < CHARGENDATEN_LAENGE)
+        S.chargendaten = Fest(S.chargendaten, CHARGENDATEN_LAENGE);
     if (layout.satzZahl < 2)
-        return S;
+        return;
 
     int64_t ersterWert = std::numeric_limits<int64_t>::max();
     int64_t letzterWert = std::numeric_limits<int64_t>::min();
-    SatzZeit ersterZ, letzterZ;
+    SatzZeit ersterZ = S.ersterZeit, letzterZ = S.letzterZeit;
+    if (S.zeitSaetze > 0) {
+        ersterWert = Minuten_Wert(ersterZ);
+        letzterWert = Minuten_Wert(letzterZ);
+    }
 
-    forEachRecord(datei, layout.startSatz, layout.satzZahl, [&](int, const BatchRecord &satz) {
+    forEachRecord(datei, std::max(von, layout.startSatz), layout.satzZahl, [&](int, const BatchRecord &satz) {
         const i16 art = satz.Satz_Art;
         if (istText(art)) {
             Chargendaten_Eintragen(S.chargendaten, satz);
@@ -153,7 +162,7 @@ BatchSpan scanTimeRange(BatchFile &datei, const BatchLayout &layout)
             return true;
         }
         ++S.zeitSaetze;
-        const int64_t w = minutenWert(z);
+        const int64_t w = Minuten_Wert(z);
         if (w < ersterWert) {
             ersterWert = w;
             ersterZ = z;
@@ -166,10 +175,11 @@ BatchSpan scanTimeRange(BatchFile &datei, const BatchLayout &layout)
     });
 
     if (S.zeitSaetze > 0) {
+        S.ersterZeit = ersterZ;
+        S.letzterZeit = letzterZ;
         S.erster = datumVon(ersterZ);
         S.letzter = datumVon(letzterZ);
     }
-    return S;
 }
 
 int walkRecords(BatchFile &datei, const BatchLayout &layout, int satzLetzter,

@@ -54,6 +54,8 @@ struct BatchSpan {
     int zeitSaetze = 0;            ///< records that counted as a time
     QDateTime erster;              ///< earliest time (invalid when none)
     QDateTime letzter;             ///< latest time
+    SatzZeit ersterZeit;           ///< time bytes of the earliest and the latest time
+    SatzZeit letzterZeit;
     bool programmDa = false;
     QString programmText;          ///< 16 characters of the last 159
     int textSaetze = 0;            ///< text records met
@@ -88,6 +90,15 @@ void Chargendaten_Eintragen(QString &chargendaten, const BatchRecord &satz);
 
 /// First pass: time span, program text and batch data text.
 BatchSpan scanTimeRange(BatchFile &datei, const BatchLayout &layout);
+/// The first pass continued from record `von` (never before the first data
+/// record) into what an earlier pass found: a batch that is still written is
+/// scanned once, then only its new records.
+void scanTimeRange(BatchFile &datei, const BatchLayout &layout, int von, BatchSpan &S);
+
+/// Minutes of six time bytes (hour and minute in range) on one scale with
+/// every other time: a real calendar date counts directly; any other goes
+/// through the date builder, which moves it onto a real date.
+int64_t Minuten_Wert(const SatzZeit &z);
 
 /// Second pass: hands every kept record above `satzLetzter` to `fn`, in file
 /// order; fn returns false to end the pass early. Returns the highest record
