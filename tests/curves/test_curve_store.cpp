@@ -1,1 +1,205 @@
-#include <gtest/gtest.h>
+// Loading a batch into the curve store: kind of file and slot 0, span and
+// raster, the two passes, the group decoder, the texts, the live refresh.
+
+#include "curve_fixture.h"
+
+#include "config/text_ids.h"
+#include "core/conversions.h"
+#include "curves/time_axis.h"
+
+using namespace kal;
+using namespace kal::test;
+
+namespace {
+
+using KurveLaden = KurvenTest;
+
+QString wertText(int j, int k)
+{
+    return Eintrag_Text(Kurve.listen, Liste::Wert, j, k);
+}
+
+} // namespace
+
+TEST_F(KurveLaden, HeadedFileFillsSlotZeroAndDecodesGroups)
+{
+    Probe a{200, 180, 40, 1234, 25, 0, 1, 1, 800, 50};
+    Probe b = a;
+    b.ist = 190;
+    b.zone = 1240;
+    b.meld = 0x0002; // held
+    laden(kopfDatei({a, b}));
+
+    EXPECT_EQ(plant.Ofen_Typ[0], -10);
+    EXPECT_TRUE(Kurve.Neu_Datei);
+    EXPECT_EQ(plant.Kanal_Zahl[0], 5);
+    EXPECT_EQ(plant.Kanal_Adr_Ist(0, 1), 610);
+    EXPECT_EQ(plant.Kanal_Teiler(0, 4), 10);
+    EXPECT_EQ(Kurve.Charge_Name, QStringLiteral("Ofen Test       "));
+    EXPECT_EQ(Kurve.Meld_Text[2].trimmed(), QStringLiteral("Text 3"));
+    EXPECT_EQ(Kurve.Spur_Text_1, QStringLiteral("Kalmeron"));
+    EXPECT_EQ(Kurve.Charge_Serie, QStringLiteral("2401-100-TST"));
+    EXPECT_EQ(Kurve.Label_Charge, QStringLiteral("2401-100-TST, Charge 7"));
+    EXPECT_EQ(Kurve.Satz_Letzter, 47);
+
+    // One entry a group and channel; channel 0 direct, the others by address.
+    ASSERT_EQ(Kurve.listen.Wertliste[0].size(), 2);
+    EXPECT_EQ(Kurve.listen.Wertliste[0].wert[1], 190);
+    EXPECT_EQ(Kurve.listen.Wertliste[1].wert[1], 1240);
+    EXPECT_EQ(Kurve.listen.Sollliste[1].wert[0], 200);
+    EXPECT_EQ(Kurve.listen.Sollliste[1].out[0], 40);
+    EXPECT_EQ(Kurve.listen.Wertliste[3].wert[0], 2);  // off
+    EXPECT_EQ(Kurve.listen.Wertliste[3].wert[1], 6);  // held
+    EXPECT_EQ(wertText(4, 0), QStringLiteral("240305 08:00:00   2.5 bar "));
+    EXPECT_EQ(wertText(3, 1).mid(18), plant.Run_State_Text[1]);
+    EXPECT_EQ(Eintrag_Text(Kurve.listen, Liste::Soll, 1, 0), QStringLiteral("240305 08:00:00   000040"));
+    EXPECT_EQ(Eintrag_Text(Kurve.listen, Liste::Meld, 1, 0).mid(18), QStringLiteral("0000"));
+    EXPECT_EQ(Eintrag_Text(Kurve.listen, Liste::Meld, 3, 0).mid(18),
+              QStringLiteral(" 11  800   50  0  0  40    0"));
+
+    // The segment line and the message that came.
+    EXPECT_TRUE(Kurve.Segment_Text[1].startsWith(QStringLiteral("S01 B1 ")));
+    EXPECT_TRUE(Kurve.Info_Text.contains(QStringLiteral("240305 08:01:00    kommt 02 Text 2\r\n")))
+        << qPrintable(Kurve.Info_Text);
+}
+
+TEST_F(KurveLaden, GroupsOutOfOrderAreLostAloneAndRepeatsDrop)
+{
+    std::vector<Probe> p(5);
+    for (int i = 0; i < 5; ++i)
+        p[size_t(i)] = Probe{200, i16(100 + i), 0, 0, 0, 0, 1, 1};
+    p[1].seg = 2;
+    p[2].seg = 4; // jumps by 2: this group is lost ...
+    p[3].seg = 5; // ... the next one counts again
+    p[4].seg = 6;
+    const QString f = kopfDatei(p);
+    // An exact repeat of the last record vanishes; the same time with another
+    // value stays.
+    BatchFile d;
+    d.open(f);
+    BatchRecord letzter = d.read(d.count());
+    d.close();
+    anhaengen(f, {letzter});
+    laden(f);
+    std::vector<int> ist(Kurve.listen.Wertliste[0].wert.begin(), Kurve.listen.Wertliste[0].wert.end());
+    EXPECT_EQ(ist, (std::vector<int>{100, 101, 103, 104}));
+
+    // A 156 out of its place breaks the group it is in.
+    auto g = Satz_Gruppe(gruppenBlock(Probe{1, 2}), zeit(t0.addSecs(600)));
+    anhaengen(f, {g[0], g[2], g[1], g[3]});
+    Charge_Online();
+    EXPECT_EQ(Kurve.listen.Wertliste[0].size(), 4);
+}
+
+TEST_F(KurveLaden, SpanRasterAndHour24)
+{
+    // One group: span 0, the raster that shows the file is 2, the time axis
+    // puts the page at raster 20 and both zoom buttons are off.
+    laden(kopfDatei({Probe{100, 100}}));
+    EXPECT_EQ(Kurve.Kurve_Dauer, 0);
+    EXPECT_EQ(Kurve.Raster_Start, 2);
+    EXPECT_EQ(Kurve.Zeit_Raster, 20);
+    EXPECT_FALSE(Kurve.Taste_An[TASTE_ZOOM_EIN]);
+    EXPECT_FALSE(Kurve.Taste_An[TASTE_ZOOM_AUS]);
+    EXPECT_EQ(Kurve.Label_Dauer, QStringLiteral("0,00:00"));
+
+    // Hour 24 counts as hour 0 of the same day; a span over 2 400 000 s is cut.
+    const QString p = datei(8);
+    anhaengen(p, {einzel(QDateTime(QDate(2024, 1, 2), QTime(5, 0), Qt::UTC), {10, 20}),
+                  einzel(QDateTime(QDate(2024, 3, 1), QTime(5, 0), Qt::UTC), {10, 20})});
+    BatchFile d;
+    d.open(p);
+    BatchRecord s = d.read(40);
+    s.Stunde = 24;
+    d.write(40, s);
+    d.close();
+    laden(p);
+    EXPECT_EQ(plant.Ofen_Typ[0], 0);
+    EXPECT_EQ(Kurve.Kurve_Erster, QDateTime(QDate(2024, 1, 2), QTime(0, 0), Qt::UTC));
+    EXPECT_EQ(Kurve.Kurve_Dauer, 2400000);
+    EXPECT_EQ(Kurve.Raster_Start, 2400000 / 360 + 1);
+    // In the second pass hour 24 is no time: the record is dropped.
+    EXPECT_EQ(Kurve.listen.Wertliste[0].size(), 1);
+}
+
+TEST_F(KurveLaden, EmptyAndMissingFilesShowNothing)
+{
+    const QString p = datei(9);
+    anhaengen(p, {});
+    BatchFile d;
+    d.open(dir.filePath(QStringLiteral("D2401100TST000001050324.OVD")));
+    d.write(1, einzel(t0, {1, 2}));
+    d.close();
+    for (const QString &f : {d.path(), dir.filePath(QStringLiteral("fehlt.OVD"))}) {
+        laden(f);
+        EXPECT_FALSE(Kurve.zeitDa) << qPrintable(f);
+        EXPECT_TRUE(Kurve.Label_Erster.isEmpty());
+        EXPECT_EQ(Kurve.listen.Wertliste[0].size(), 0);
+        EXPECT_FALSE(Kurve.Taste_An[TASTE_VOR]);
+    }
+}
+
+TEST_F(KurveLaden, PlainSamplesFillSevenListsWithTheirTexts)
+{
+    const QString p = datei(10);
+    anhaengen(p, {einzel(t0, {250, 248, 35, 120, 2300, 1, 0x0010}, 110),
+                  einzel(t0.addSecs(60), {251, 249, 0, 0, 50, 2, 0}, 110)});
+    laden(p);
+    EXPECT_EQ(plant.Kanal_Zahl[0], 4);
+    EXPECT_EQ(Kurve.Meld_Text[0], Fest(plant.Sprachtext(0, text::MESSAGE_FIRST), 22));
+    const QString z = QStringLiteral("240305 08:00:00   ");
+    EXPECT_EQ(wertText(0, 0), z + QStringLiteral("250°C"));
+    EXPECT_EQ(wertText(2, 0), z + QStringLiteral("35%"));
+    EXPECT_EQ(wertText(3, 0), z + plant.Run_State_Text[2]);
+    EXPECT_EQ(wertText(3, 1).mid(18), plant.Run_State_Text[1]);
+    EXPECT_EQ(wertText(4, 0), z + QStringLiteral("12.0A"));
+    // 2300 / 120 * 1000 = 19167 mOhm; W3 of 0 gives no resistance.
+    EXPECT_EQ(Kurve.listen.Wertliste[6].wert[0], 19167);
+    EXPECT_EQ(wertText(6, 0), z + QStringLiteral("19.167 Ohm"));
+    EXPECT_EQ(Kurve.listen.Wertliste[6].wert[1], 0);
+    EXPECT_EQ(Eintrag_Text(Kurve.listen, Liste::Meld, 1, 0), z + QStringLiteral("0010"));
+    EXPECT_EQ(Eintrag_Text(Kurve.listen, Liste::Meld, 2, 0), z + QString(45, QLatin1Char(' ')));
+    // Message 5 (word 1, bit 4) came and went.
+    EXPECT_TRUE(Kurve.Info_Text.contains(QStringLiteral("  kommt 21 ")));
+    EXPECT_TRUE(Kurve.Info_Text.contains(QStringLiteral("  geht 21 ")));
+}
+
+TEST_F(KurveLaden, OnlineAppendsOnlyNewRecords)
+{
+    const QString f = kopfDatei({Probe{100, 100}, Probe{100, 110}});
+    laden(f);
+    ASSERT_EQ(Kurve.listen.Wertliste[0].size(), 2);
+    Charge_Online();
+    EXPECT_EQ(Kurve.listen.Wertliste[0].size(), 2);
+    EXPECT_EQ(Kurve.Satz_Letzter, 47);
+
+    const auto g = Satz_Gruppe(gruppenBlock(Probe{100, 120}), zeit(t0.addSecs(7200)));
+    anhaengen(f, {g.begin(), g.end()});
+    Charge_Online();
+    ASSERT_EQ(Kurve.listen.Wertliste[0].size(), 3);
+    EXPECT_EQ(Kurve.listen.Wertliste[0].wert[2], 120);
+    EXPECT_EQ(Kurve.Kurve_Letzter, t0.addSecs(7200));
+    EXPECT_EQ(Kurve.Satz_Letzter, 51);
+    // The info lines are made once, not once per refresh.
+    EXPECT_EQ(Kurve.Info_Text.count(QStringLiteral("S00")), 0);
+}
+
+TEST_F(KurveLaden, SegmentLinesByKind)
+{
+    plant.Befehl_Name[1] = QStringLiteral("Rampe    ");
+    SegmentFelder s;
+    s.art = 1;
+    s.ziel = 8000;
+    s.rest = 1205;
+    s.wert3 = 12;
+    s.wort35 = 77;
+    s.wert4 = 345;
+    const QString z = Segment_Zeile(s, QStringLiteral("m³/h"), false);
+    EXPECT_EQ(z.size(), 54);
+    EXPECT_EQ(z, QStringLiteral("1 Rampe       800°C 120.5K/h    12m³/h   77 345kWh    "));
+    s.art = 4;
+    EXPECT_EQ(Segment_Zeile(s, QStringLiteral(" L/M"), true).mid(23, 4), QStringLiteral("100%"));
+    EXPECT_EQ(Segment_Zeile(s, QStringLiteral(" L/M"), true).mid(31, 7), QStringLiteral("1.2 L/M"));
+    s.art = 9; // no kind: the line holds its digit 0 and nothing else
+    EXPECT_EQ(Segment_Zeile(s, QString(), false).trimmed(), QStringLiteral("0 ") + plant.Befehl_Name[0].trimmed());
+}
