@@ -1,6 +1,7 @@
 #include "station/wiring.h"
 
 #include "core/hooks.h"
+#include "curves/curve_store.h"
 #include "operation/message_store.h"
 #include "operation/messages_view_model.h"
 #include "operation/text_load.h"
@@ -14,6 +15,7 @@ void Station_Verdrahten()
     hooks.MeldEintrag = MeldEintrag;
     hooks.Alarme_Refresh = Alarme_Config_Neu;
     hooks.Load_Text = Load_Text;
+    hooks.Charge_Online = Charge_Online;
 }
 
 QStringList Fehlende_Hooks()

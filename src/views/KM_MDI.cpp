@@ -111,8 +111,14 @@ void KM_MDI::menusBauen()
     // 4 batch data, 5 messages, 6 settings, 7 system.
     QMenu *formen = menu(text::MENU); // "Menü"
     m_mnuform.append(eintrag(formen, text::MENU, [this] { Menue_Zeigen(); }));
-    m_mnuform.append(eintrag(formen, text::TEMPERATURE_CURVE, nullptr));
-    m_mnuform.append(eintrag(formen, text::LOG_DATA, nullptr));
+    m_mnuform.append(eintrag(formen, text::TEMPERATURE_CURVE, [this] {
+        // The curve window when a batch is on view, else the browser to choose one.
+        if (m_kurve)
+            m_mdi->setActiveSubWindow(m_kurveFenster);
+        else
+            zeigeTempDatei();
+    }));
+    m_mnuform.append(eintrag(formen, text::LOG_DATA, [this] { zeigeLogdaten(plant.Seite_Ofen); }));
     m_mnuform.append(eintrag(formen, text::PROGRAMS, [this] { zeigeProgWahl(); }));
     m_mnuProgView = eintrag(formen, text::PROGRAM, [this] { zeigeProgView(); });
     m_beschriftungen.back().nachsatzId = text::CURRENT; // "Programm aktuell"
@@ -173,6 +179,10 @@ void KM_MDI::Menue_Beschriften()
         m_parameter->Beschriften();
     if (m_system)
         m_system->Beschriften();
+    if (m_kurve)
+        m_kurve->Beschriften();
+    if (m_tempDatei)
+        m_tempDatei->Beschriften();
 }
 
 QString KM_MDI::panelText(int panel) const
@@ -353,6 +363,64 @@ void KM_MDI::zeigeSystem()
     if (!m_systemFenster || !m_systemFenster->isVisible())
         m_system->Oeffnen(plant.Seite_Ofen >= 1 ? plant.Seite_Ofen : 1);
     m_systemFenster = kindZeigen(m_system, m_systemFenster);
+}
+
+void KM_MDI::Kurve_Neu()
+{
+    if (m_kurve)
+        m_kurve->Neu();
+}
+
+void KM_MDI::zeigeKurve(const QString &datei)
+{
+    if (!m_kurve) {
+        m_kurve = new KM_Kurve;
+        m_kurveFenster = m_mdi->addSubWindow(m_kurve);
+        m_kurveFenster->setAttribute(Qt::WA_DeleteOnClose);
+        connect(m_kurve, &KM_Kurve::datenLaden, this, [this] { zeigeTempDatei(); });
+        connect(m_kurve, &KM_Kurve::zurueck, this, [this] {
+            m_kurveFenster->close();
+            Menue_Zeigen();
+        });
+        // The curve is the page in front for printing while its window is active.
+        connect(m_kurveFenster, &QMdiSubWindow::windowStateChanged, this,
+                [](Qt::WindowStates, Qt::WindowStates neu) {
+                    if (neu & Qt::WindowActive)
+                        plant.Aktive_Seite = 2;
+                    else if (plant.Aktive_Seite == 2)
+                        plant.Aktive_Seite = 0;
+                });
+    }
+    plant.Kurve_Datei = datei;
+    m_kurve->Laden();
+    m_kurveFenster->showMaximized();
+    m_mdi->setActiveSubWindow(m_kurveFenster);
+}
+
+void KM_MDI::zeigeTempDatei()
+{
+    if (!m_tempDatei) {
+        m_tempDatei = new KM_TempDatei;
+        m_tempFenster = m_mdi->addSubWindow(m_tempDatei);
+        m_tempFenster->setWindowFlag(Qt::WindowMinMaxButtonsHint, false);
+        connect(m_tempDatei, &KM_TempDatei::ausgewaehlt, this, [this] { zeigeKurve(plant.Kurve_Datei); });
+    }
+    m_tempDatei->Laden();
+    m_tempFenster->resize(1180, 620);
+    m_tempFenster->show();
+    m_mdi->setActiveSubWindow(m_tempFenster);
+}
+
+void KM_MDI::zeigeLogdaten(int ofenNr)
+{
+    if (!m_logdaten) {
+        m_logdaten = new KM_Logdaten;
+        QMdiSubWindow *w = m_mdi->addSubWindow(m_logdaten);
+        w->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    m_logdaten->Laden(ofenNr);
+    m_logdaten->parentWidget()->show();
+    m_mdi->setActiveSubWindow(qobject_cast<QMdiSubWindow *>(m_logdaten->parentWidget()));
 }
 
 void KM_MDI::nebenUntereinander(Qt::Orientation richtung)

@@ -4,6 +4,8 @@
 
 #include "core/screen.h"
 #include "views/KM_Alarme.h"
+#include "views/KM_Kurve.h"
+#include "views/KM_Logdaten.h"
 #include "views/KM_Menue.h"
 #include "views/KM_ProgView.h"
 #include "views/KM_ProgWahl.h"
@@ -11,6 +13,7 @@
 #include "views/KM_Parameter.h"
 #include "views/KM_RegPar.h"
 #include "views/KM_System.h"
+#include "views/KM_TempDatei.h"
 
 #include <QMainWindow>
 #include <QPointer>
@@ -60,6 +63,15 @@ public:
     /// Opens the system dialog on the furnace selected on the live page.
     void zeigeSystem();
     KM_System *system() const { return m_system; }
+    /// The curve window with the batch file `datei` (loaded anew), brought up.
+    void zeigeKurve(const QString &datei);
+    /// The batch browser, brought up (made on first use, hidden on OK/Cancel).
+    void zeigeTempDatei();
+    /// The log data page of furnace number 1..8.
+    void zeigeLogdaten(int ofenNr);
+    KM_Kurve *kurve() const { return m_kurve; }
+    KM_TempDatei *tempDatei() const { return m_tempDatei; }
+    KM_Logdaten *logdaten() const { return m_logdaten; }
     QMdiArea *mdiArea() const { return m_mdi; }
 
     /// The program forms, each made on first use and kept to the end.
@@ -88,6 +100,7 @@ public:
     /// The import menu entry: while it is on, the live page lists the sources
     /// of the USB folder beside the import's switch.
     QAction *mnuImport() const { return m_mnuImport; }
+    void Kurve_Neu() override;
 
 protected:
     void closeEvent(QCloseEvent *e) override;
@@ -119,6 +132,11 @@ private:
     QPointer<QMdiSubWindow> m_parameterFenster;
     QPointer<KM_System> m_system;
     QPointer<QMdiSubWindow> m_systemFenster;
+    QPointer<KM_Kurve> m_kurve;
+    QPointer<QMdiSubWindow> m_kurveFenster;
+    QPointer<KM_TempDatei> m_tempDatei;
+    QPointer<QMdiSubWindow> m_tempFenster;
+    QPointer<KM_Logdaten> m_logdaten;
     QList<QAction *> m_mnuform;
     QAction *m_mnuRegler = nullptr;
     QAction *m_mnuBeenden = nullptr;

@@ -8,6 +8,7 @@
 #include "views/KM_MDI.h"
 #include "views/colours.h"
 
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QKeyEvent>
@@ -87,6 +88,29 @@ KM_Menue::KM_Menue(QWidget *parent) : QWidget(parent)
     m_detailText->setFont(QFont(QStringLiteral("DejaVu Sans Mono")));
     m_detailText->setAlignment(Qt::AlignTop | Qt::AlignLeft);
     dl->addWidget(m_detailText);
+    auto *tasten = new QHBoxLayout;
+    m_kurve = new QPushButton(m_detail);
+    m_logdaten = new QPushButton(m_detail);
+    connect(m_kurve, &QPushButton::clicked, this, [] {
+        KM_MDI *w = mainWindow();
+        const int n = plant.Seite_Ofen;
+        if (!w || n < 1 || n > 8)
+            return;
+        // The batch the furnace writes now; without one the browser.
+        const QString datei = plant.Charge_Datei[n - 1];
+        if (!datei.isEmpty() && QFileInfo(datei).isFile())
+            w->zeigeKurve(datei);
+        else
+            w->zeigeTempDatei();
+    });
+    connect(m_logdaten, &QPushButton::clicked, this, [] {
+        if (KM_MDI *w = mainWindow())
+            w->zeigeLogdaten(plant.Seite_Ofen);
+    });
+    tasten->addWidget(m_kurve);
+    tasten->addWidget(m_logdaten);
+    tasten->addStretch(1);
+    dl->addLayout(tasten);
     m_detail->setMinimumHeight(140);
 
     // The element history of the selected furnace, with its export.
@@ -169,6 +193,8 @@ void KM_Menue::Beschriften()
         m_kopf[c]->setText(Text_Id(ids[c]).trimmed());
     m_meldungen->setText(Text_Id(text::MESSAGES).trimmed());
     m_rxExport->setText(QStringLiteral("CSV-Export"));
+    m_kurve->setText(Text_Id(text::TEMPERATURE_CURVE).trimmed());
+    m_logdaten->setText(Text_Id(text::LOG_DATA).trimmed());
     Zeigen();
     USB_Zeigen();
 }

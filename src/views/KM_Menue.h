@@ -38,6 +38,8 @@ public:
     QListWidget *Quell_Liste() const { return m_quellListe; }
     QPushButton *USB_Taste() const { return m_usbTaste; }
     QPushButton *RX_Export() const { return m_rxExport; }
+    QPushButton *kurveTaste() const { return m_kurve; }
+    QPushButton *logdatenTaste() const { return m_logdaten; }
     /// Adds a line of the error list, selected.
     void LogList_Zeile(const QString &line);
 
@@ -70,6 +72,8 @@ private:
     QListWidget *m_quellListe = nullptr;
     QLabel *m_usbText = nullptr;
     QPushButton *m_usbTaste = nullptr;
+    QPushButton *m_kurve = nullptr;     ///< the running batch of the selected furnace as curves
+    QPushButton *m_logdaten = nullptr;  ///< its records as the log data page
     QListWidget *m_logList = nullptr;
     QTimer m_timer1;
 };

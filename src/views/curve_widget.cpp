@@ -1,0 +1,286 @@
+#include "views/curve_widget.h"
+
+#include "operation/status_colours.h"
+
+#include <QHelpEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <QToolTip>
+
+namespace kal {
+
+namespace {
+
+constexpr int ACHSE_BREITE = 96;  ///< strip of the unit labels left of the plot
+constexpr int RAND_RECHTS = 12;
+constexpr int RAND_OBEN = 8;
+constexpr int BAND_HOEHE = 20;
+constexpr int MARKEN_HOEHE = 20;
+
+QColor bgr(uint32_t f)
+{
+    return QColor::fromRgb(Farbe_RGB(f));
+}
+
+} // namespace
+
+KurvenBild::KurvenBild(QWidget *parent) : QWidget(parent)
+{
+    setObjectName(QStringLiteral("picture1"));
+    setMouseTracking(true);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+}
+
+QRect KurvenBild::plotRect() const
+{
+    return QRect(ACHSE_BREITE, RAND_OBEN, std::max(10, width() - ACHSE_BREITE - RAND_RECHTS),
+                 std::max(10, height() - RAND_OBEN - BAND_HOEHE - MARKEN_HOEHE));
+}
+
+void KurvenBild::setParameter(const Kurven_Bildparameter &p)
+{
+    m_p = p;
+    skalieren();
+    update();
+}
+
+void KurvenBild::skalieren()
+{
+    const QRect plot = plotRect();
+    if (m_p.seite) {
+        m_skala = Skala_Rechnen(*m_p.seite, m_p.kanaele, m_p.slot, plot.height(), plot.width());
+        m_band = Programm_Band(*m_p.seite, m_p.segmentText, m_skala);
+    } else {
+        m_skala = Kurven_Skala{};
+        m_band.clear();
+    }
+}
+
+void KurvenBild::resizeEvent(QResizeEvent *)
+{
+    // A resize re-lays the page only: the same points on the new width.
+    skalieren();
+}
+
+void KurvenBild::paintEvent(QPaintEvent *)
+{
+    QPainter p(this);
+    p.fillRect(rect(), palette().window());
+    const QRect plot = plotRect();
+    hintergrund(p, plot);
+    if (m_p.seite) {
+        p.setRenderHint(QPainter::Antialiasing);
+        kurven(p, plot);
+        p.setRenderHint(QPainter::Antialiasing, false);
+    }
+    band(p, plot);
+    achse(p, plot);
+    cursor(p, plot);
+}
+
+void KurvenBild::hintergrund(QPainter &p, const QRect &plot)
+{
+    p.fillRect(plot, Qt::white);
+    QPen gitter(QColor(220, 220, 220));
+    gitter.setCosmetic(true);
+    p.setPen(gitter);
+    for (int k = 1; k < 4; ++k) {
+        const int x = plot.left() + int(plot.width() * k / 4.0);
+        p.drawLine(x, plot.top(), x, plot.bottom());
+    }
+    for (int k = 1; k < 5; ++k) {
+        const int y = plot.top() + int(plot.height() * k / 5.0);
+        p.drawLine(plot.left(), y, plot.right(), y);
+    }
+    QPen null(QColor(90, 90, 90));
+    null.setCosmetic(true);
+    p.setPen(null);
+    const int y0 = plot.top() + int(m_skala.Null_Y);
+    p.drawLine(plot.left(), y0, plot.right(), y0); // NullLine
+    p.setPen(palette().color(QPalette::Mid));
+    p.drawRect(plot.adjusted(0, 0, -1, -1));
+}
+
+void KurvenBild::kurven(QPainter &p, const QRect &plot)
+{
+    const Kurven_Seite &s = *m_p.seite;
+    p.save();
+    p.translate(plot.topLeft());
+    p.setClipRect(QRect(QPoint(0, 0), plot.size()));
+    auto linie = [&](double x1, double y1, double x2, double y2, QPainterPath &path, bool &offen) {
+        if (!offen) {
+            path.moveTo(x1, y1);
+            offen = true;
+        }
+        path.lineTo(x2, y2);
+    };
+    for (int c = 0; c < m_skala.kanaele; ++c) {
+        const QColor farbe = m_p.farben[size_t(c)];
+        // Actual values: solid, a polyline broken where a segment is hidden.
+        QPainterPath ist, soll, out;
+        bool offen = false, offenOut = false;
+        for (int i = 0; i < SEGMENTE; ++i) {
+            const double x1 = X_Punkt(m_skala, i), x2 = X_Punkt(m_skala, i + 1);
+            if (Ist_Sichtbar(s, c, i))
+                linie(x1, Y_Wert(m_skala, c, s.Punkt_Ist[size_t(c)][size_t(i)]), x2,
+                      Y_Wert(m_skala, c, s.Punkt_Ist[size_t(c)][size_t(i + 1)]), ist, offen);
+            else
+                offen = false;
+            if (Soll_Sichtbar(m_skala, s, m_p.regeln, c, i)) {
+                soll.moveTo(x1, Y_Wert(m_skala, c, s.Punkt_Soll[size_t(c)][size_t(i)]));
+                soll.lineTo(x2, Y_Wert(m_skala, c, s.Punkt_Soll[size_t(c)][size_t(i + 1)]));
+            }
+            if (Out_Sichtbar(s, m_p.regeln, c, i))
+                linie(x1, Y_Out(m_skala, s.Punkt_Out[size_t(c)][size_t(i)]), x2,
+                      Y_Out(m_skala, s.Punkt_Out[size_t(c)][size_t(i + 1)]), out, offenOut);
+            else
+                offenOut = false;
+        }
+        QPen pen(farbe, 1.6);
+        pen.setCosmetic(true);
+        p.setPen(pen);
+        p.drawPath(ist);
+        pen.setWidthF(3);
+        pen.setCapStyle(Qt::FlatCap);
+        p.setPen(pen);
+        p.drawPath(soll);
+        QPen dot(farbe, 1, Qt::DotLine);
+        dot.setCosmetic(true);
+        p.setPen(dot);
+        p.drawPath(out);
+    }
+    p.restore();
+}
+
+void KurvenBild::band(QPainter &p, const QRect &plot)
+{
+    const QRect grund(plot.left(), plot.bottom() + 1, plot.width(), BAND_HOEHE);
+    p.fillRect(grund, palette().color(QPalette::Base)); // ProgDat 0
+    p.setPen(palette().color(QPalette::Mid));
+    p.drawRect(grund.adjusted(0, 0, -1, -1));
+    QFont f = font();
+    f.setPointSizeF(f.pointSizeF() * 0.85);
+    p.setFont(f);
+    for (const Band_Feld &b : m_band) {
+        const QRectF r(plot.left() + b.x, grund.top(), b.breite, grund.height());
+        p.fillRect(r, bgr(b.farbe));
+        p.setPen(palette().color(QPalette::Mid));
+        p.drawRect(r.adjusted(0, 0, -1, -1));
+        p.setPen(Qt::black);
+        p.drawText(r.adjusted(3, 0, -2, 0), Qt::AlignVCenter | Qt::AlignLeft,
+                   p.fontMetrics().elidedText(b.text.simplified(), Qt::ElideRight, int(r.width()) - 5));
+    }
+    p.setFont(font());
+}
+
+void KurvenBild::achse(QPainter &p, const QRect &plot)
+{
+    // Unit labels at the top of the value axis, or where the right button put them.
+    const int h = fontMetrics().height() + 2;
+    const double y0 = m_p.maus.einheiten ? m_p.maus.Einheit_Y + plot.top() : plot.top();
+    int zeile = 0;
+    for (int g = 0; g < m_skala.Einheit_Zahl; ++g) {
+        const QString t = m_p.maus.einheiten ? m_p.maus.einheitText[size_t(g)] : m_skala.Einheit_Label[size_t(g)];
+        if (t.isEmpty())
+            continue;
+        const double y = Einheit_Y_Von(y0, plot.top(), plot.bottom(), h, zeile++);
+        const int c = m_skala.Einheit_Kanal[size_t(std::min(g + 1, 4))];
+        p.setPen(g < 4 ? m_p.farben[size_t(c)] : palette().color(QPalette::WindowText));
+        p.drawText(QRectF(2, y, ACHSE_BREITE - 8, h), Qt::AlignRight | Qt::AlignVCenter, t.trimmed());
+    }
+    // Time marks under the band.
+    p.setPen(palette().color(QPalette::WindowText));
+    const int y = plot.bottom() + BAND_HOEHE + 2;
+    for (int k = 0; k < 5; ++k) {
+        const QString t = m_p.marken[size_t(k)];
+        const int w = fontMetrics().horizontalAdvance(t) + 4;
+        int x = plot.left() + int(plot.width() * k / 4.0) - w / 2;
+        x = std::clamp(x, 0, width() - w);
+        p.drawText(QRect(x, y, w, MARKEN_HOEHE - 2), Qt::AlignCenter, t);
+    }
+}
+
+void KurvenBild::cursor(QPainter &p, const QRect &plot)
+{
+    const Maus_Anzeige &m = m_p.maus;
+    if (!m.linie)
+        return;
+    const int x = plot.left() + int(m.x);
+    p.setPen(QPen(Qt::black, 1, Qt::DashLine)); // MouseLine
+    p.drawLine(x, plot.top(), x, plot.bottom());
+    const QFontMetrics fm = fontMetrics();
+    auto schild = [&](const QString &t, double y, const QColor &farbe) {
+        if (t.isEmpty())
+            return;
+        const int w = fm.horizontalAdvance(t) + 8;
+        int links = x + 6;
+        if (links + w > plot.right())
+            links = x - 6 - w;
+        const QRect r(links, int(std::clamp<double>(y, plot.top(), plot.bottom() - fm.height())), w, fm.height() + 2);
+        p.fillRect(r, QColor(255, 255, 255, 225));
+        p.setPen(farbe);
+        p.drawText(r, Qt::AlignCenter, t);
+    };
+    schild((m.text[0] + QLatin1Char(' ') + m.text[1]).trimmed(), plot.top() + 2, Qt::black);
+    // One line per channel at the curve's height, pushed apart so they don't overlap.
+    std::vector<std::pair<double, int>> zeilen;
+    for (int z = 2; z < MAUS_ZEILEN; ++z)
+        if (!m.text[size_t(z)].isEmpty())
+            zeilen.push_back({plot.top() + m.y[size_t(z)] - fm.height() / 2.0, z});
+    std::sort(zeilen.begin(), zeilen.end());
+    double frei = plot.top() + fm.height() + 4;
+    for (auto &[y, z] : zeilen) {
+        y = std::max(y, frei);
+        frei = y + fm.height() + 2;
+        schild(m.text[size_t(z)].trimmed(), y, m_p.farben[size_t(z - 2)]);
+    }
+}
+
+void KurvenBild::mausSenden(QMouseEvent *e, bool bewegung)
+{
+    const QRect plot = plotRect();
+    int knopf = 0;
+    const Qt::MouseButtons b = bewegung ? e->buttons() : Qt::MouseButtons(e->button());
+    if (b & Qt::LeftButton)
+        knopf = 1;
+    else if (b & Qt::RightButton)
+        knopf = 2;
+    if (knopf == 0)
+        return;
+    Q_EMIT maus(knopf, e->position().x() - plot.left(), e->position().y() - plot.top(), bewegung);
+}
+
+void KurvenBild::mousePressEvent(QMouseEvent *e)
+{
+    mausSenden(e, false);
+}
+
+void KurvenBild::mouseMoveEvent(QMouseEvent *e)
+{
+    mausSenden(e, true);
+}
+
+bool KurvenBild::event(QEvent *e)
+{
+    if (e->type() == QEvent::ToolTip) {
+        // The band fields carry their segment text as tool tip.
+        auto *h = static_cast<QHelpEvent *>(e);
+        const QRect plot = plotRect();
+        if (h->pos().y() > plot.bottom() && h->pos().y() <= plot.bottom() + BAND_HOEHE) {
+            for (const Band_Feld &b : m_band) {
+                if (h->pos().x() >= plot.left() + b.x && h->pos().x() < plot.left() + b.x + b.breite) {
+                    QToolTip::showText(h->globalPos(), b.text.trimmed(), this);
+                    return true;
+                }
+            }
+        }
+        QToolTip::hideText();
+        e->ignore();
+        return true;
+    }
+    return QWidget::event(e);
+}
+
+} // namespace kal
