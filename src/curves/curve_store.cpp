@@ -276,7 +276,7 @@ void Charge_geladen()
         Kurve.Kurve_Ofen = i16(Treffer_Ofen(n.serie));
 
         Kurven_ART();
-        Kurve.Label_Name = Kurve.Charge_Name;
+        Kurve.Label_Name = Text_Sauber(Kurve.Charge_Name);
         // A file of the USB import folder: "\U" in its path.
         if (plant.Kurve_Datei.contains(QStringLiteral("/U")) ||
             plant.Kurve_Datei.contains(QDir::separator() + QStringLiteral("U")))

@@ -73,15 +73,16 @@ KM_Kurve::KM_Kurve(QWidget *parent) : QWidget(parent)
 
     auto *rechts = new QVBoxLayout;
     m_bildLadung = new QLabel(this);
-    m_bildLadung->setFixedWidth(260);
+    m_bildLadung->setFixedWidth(300);
     m_bildLadung->setAlignment(Qt::AlignCenter);
     m_bildLadung->hide();
     rechts->addWidget(m_bildLadung);
     m_info = new QPlainTextEdit(this);
     m_info->setReadOnly(true);
     m_info->setLineWrapMode(QPlainTextEdit::NoWrap);
-    m_info->setFont(QFont(QStringLiteral("DejaVu Sans Mono"), font().pointSize() - 1));
-    m_info->setFixedWidth(260);
+    m_info->setFont(QFont(QStringLiteral("DejaVu Sans Mono"), std::max(7, font().pointSize() - 2)));
+    // Wide enough for a segment line (62 characters) without scrolling.
+    m_info->setFixedWidth(m_info->fontMetrics().horizontalAdvance(QString(63, QLatin1Char('0'))) + 24);
     rechts->addWidget(m_info, 1);
     haupt->addLayout(rechts);
 
