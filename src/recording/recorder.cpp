@@ -192,25 +192,33 @@ void Charge_Ablauf(int ofen, int &schritt)
 
     schritt = S_DATEIEN;
     Charge_Namen_Bauen(ofen);
-    Charge_Dateien d(ofen, schritt);
+    bool probe = false;
+    {
+        Charge_Dateien d(ofen, schritt);
 
-    // The time of every record comes from Datum_Log, on plain furnaces too,
-    // whose blocks are never taken apart into the fields.
-    const SatzZeit zeit = zeitVonText(plant.Datum_Log[ofen]);
-    schritt = S_MARKEN;
-    if (plant.Ofen_Typ[ofen + 1] < 0 && !Marken_Da(d.haupt)) {
-        schritt = S_KOPF;
-        Kopf_Schreiben(ofen, d, zeit);
+        // The time of every record comes from Datum_Log, on plain furnaces too,
+        // whose blocks are never taken apart into the fields.
+        const SatzZeit zeit = zeitVonText(plant.Datum_Log[ofen]);
+        schritt = S_MARKEN;
+        if (plant.Ofen_Typ[ofen + 1] < 0 && !Marken_Da(d.haupt)) {
+            schritt = S_KOPF;
+            Kopf_Schreiben(ofen, d, zeit);
+        }
+        if (plant.Log_Art != 0 && plant.Log_Art < 200) {
+            schritt = S_SAETZE;
+            Saetze_Schreiben(ofen, d, zeit);
+            probe = true;
+        }
+        if (plant.Log_Art == Satz_Text) {
+            schritt = S_TEXT;
+            Text_Schreiben(ofen, d);
+        }
     }
-    if (plant.Log_Art != 0 && plant.Log_Art < 200) {
-        schritt = S_SAETZE;
-        Saetze_Schreiben(ofen, d, zeit);
+    // The curve view reads the file anew: only once it is closed does the
+    // file hold the whole sample.
+    if (probe) {
         schritt = S_LIVE;
         Live_Melden(ofen);
-    }
-    if (plant.Log_Art == Satz_Text) {
-        schritt = S_TEXT;
-        Text_Schreiben(ofen, d);
     }
 }
 
