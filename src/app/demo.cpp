@@ -31,10 +31,9 @@ void Label_Datei_Schreiben(int ofenNr, const QStringList &texte)
         f.write(b);
 }
 
-/// The station's configuration of the simulated plant: address, kind, type
-/// word, names and serial of each furnace, recording on; then the file is
-/// written and the plant state cleared again for the start-up to read it.
-void konfigurationSchreiben(const sim::PlantDescription &d)
+} // namespace
+
+void Demo_Konfiguration(const sim::PlantDescription &d)
 {
     for (const sim::FurnaceDescription &s : d.furnaces) {
         const int f = s.index;
@@ -72,8 +71,6 @@ void konfigurationSchreiben(const sim::PlantDescription &d)
                               QStringLiteral("Argon / Stickstoff")});
 }
 
-} // namespace
-
 Demo::Demo() = default;
 Demo::~Demo() = default;
 
@@ -97,8 +94,10 @@ bool Demo::starten(bool modbusPortGiven, QString *error)
     };
     frisch();
     Pfade_Setzen();
+    // The configuration is written from a clean plant and the plant cleared
+    // again, so that the start-up reads it like any other.
     if (!QFile::exists(Daten_Datei(CONFIG_DATEI)))
-        konfigurationSchreiben(d);
+        Demo_Konfiguration(d);
     frisch();
 
     m_sim = std::make_unique<sim::SimPlant>(d);

@@ -1,0 +1,219 @@
+// Writes the seed corpora of the fuzz targets from real layouts:
+//
+//   receive targets  the station's conversation with the simulated furnaces
+//                    of that kind, answer by answer, from the start-up until
+//                    logged samples were recorded
+//   batch_file       the batch files the station recorded in that conversation
+//   configuration    the configuration file of each plant
+//   message_store    a store written by the station's own message log
+//   site_texts       site files in the documented line form, and table rows
+//   dates            the text forms of dates the station writes and reads
+//
+// Usage: fuzz_make_seeds <corpus folder>   (normally fuzz/corpus)
+
+#include "config/language_files.h"
+#include "config/languages.h"
+#include "config/paths.h"
+#include "core/dates.h"
+#include "core/plant_state.h"
+#include "operation/message_store.h"
+#include "sim/memory_link_codec.h"
+#include "sim/modbus_codec.h"
+#include "sim/plant.h"
+#include "support/fuzz_support.h"
+#include "support/receive.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+
+#include <cstdio>
+
+using namespace kal;
+using namespace kal::fuzz;
+
+namespace {
+
+QString corpus;
+
+void seed(const QString &target, const QString &name, const QByteArray &bytes)
+{
+    const QString ordner = corpus + QLatin1Char('/') + target;
+    QDir().mkpath(ordner);
+    if (!writeFile(ordner + QLatin1Char('/') + name, bytes)) {
+        std::fprintf(stderr, "make_seeds: cannot write %s/%s\n", qPrintable(ordner), qPrintable(name));
+        std::exit(1);
+    }
+}
+
+QByteArray readAll(const QString &path)
+{
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+/// The simulated PLC's answer to a frame the station sent on channel `kanal`;
+/// empty when the PLC would not answer.
+QByteArray answerOf(sim::SimPlant &sim, int kanal, QByteArray frame)
+{
+    sim::SimFurnace *ofen = kanal < OFEN_MAX ? sim.furnace(kanal) : nullptr;
+    sim::WordSpace *raum = kanal == 8 ? static_cast<sim::WordSpace *>(sim.panel()) : ofen;
+    if (!raum)
+        return {};
+    if (kanal == 8 || ofen->description().protocol == sim::Protocol::MemoryLink) {
+        const sim::MemoryLinkRequest req = sim::parseMemoryLinkRequest(frame);
+        if (!req.ok)
+            return {};
+        QVector<int16_t> worte;
+        if (req.command == 'R')
+            return raum->read(req.address, req.count, worte) ? sim::memoryLinkAnswer('R', worte) : QByteArray();
+        return raum->write(req.address, req.words, QStringLiteral("seed")) ? sim::memoryLinkAnswer('W', {})
+                                                                           : QByteArray();
+    }
+    QByteArray einzeln;
+    if (sim::takeModbusFrame(frame, einzeln) != sim::StreamTake::Frame)
+        return {};
+    QString urteil;
+    bool gut = false;
+    return sim::modbusAnswer(sim::parseModbusRequest(einzeln), *raum, QStringLiteral("seed"), urteil, gut);
+}
+
+/// Batch files recorded so far in the data folder.
+QStringList batchFiles()
+{
+    QStringList l;
+    QDirIterator it(dataFolder(), {QStringLiteral("*.OVD")}, QDir::Files, QDirIterator::Subdirectories);
+    while (it.hasNext())
+        l << it.next();
+    l.sort();
+    return l;
+}
+
+/// The conversation of the station with the furnaces of one kind. Samples
+/// come every second, so that logged records reach the recorder early.
+void receiveSeeds(const QString &target, Kanal_Art art)
+{
+    receiveSetUp(art);
+    const QByteArray konfiguration = readAll(Daten_Datei(CONFIG_DATEI));
+    seed(QStringLiteral("configuration"), target + QStringLiteral(".DAT"), konfiguration);
+
+    sim::PlantDescription d = plantOf(art);
+    for (sim::FurnaceDescription &f : d.furnaces)
+        f.sampleSeconds = 1;
+    sim::SimPlant sim(d, QDateTime(QDate(2026, 3, 15), QTime(9, 59, 50), Qt::UTC));
+    stationStart();
+
+    QByteArray gespraech;
+    QByteArray zerteilt; // each answer in two pieces, as TCP may deliver it
+    int aufgezeichnet = -1; // ticks since the first record was kept
+    for (int t = 0; t < 1500 && aufgezeichnet < 300; ++t) {
+        sim.advance(100);
+        QByteArray rahmen;
+        const int kanal = tick(&rahmen);
+        const QByteArray antwort = kanal >= 0 ? answerOf(sim, kanal, rahmen) : QByteArray();
+        if (!antwort.isEmpty()) {
+            gespraech += answerRecord(true, true, kanal, antwort);
+            const qsizetype halb = antwort.size() / 2;
+            zerteilt += answerRecord(true, true, kanal, antwort.left(halb)) +
+                        answerRecord(false, true, kanal, antwort.mid(halb));
+            deliver(kanal, antwort);
+        } else {
+            gespraech += answerRecord(true, false, 0, {});
+            zerteilt += answerRecord(true, false, 0, {});
+        }
+        if (t == 40) {
+            seed(target, QStringLiteral("start"), gespraech);
+            seed(target, QStringLiteral("start-in-pieces"), zerteilt);
+        }
+        if (aufgezeichnet >= 0)
+            ++aufgezeichnet;
+        else if (!batchFiles().isEmpty())
+            aufgezeichnet = 0;
+    }
+    seed(target, QStringLiteral("recorded"), gespraech);
+
+    const QList<QString> dateien = batchFiles();
+    if (dateien.isEmpty()) {
+        std::fprintf(stderr, "make_seeds: %s recorded no batch\n", qPrintable(target));
+        std::exit(1);
+    }
+    for (const QString &pfad : dateien) {
+        const QByteArray bytes = readAll(pfad);
+        seed(QStringLiteral("batch_file"), target + QLatin1Char('-') + QFileInfo(pfad).fileName(),
+             QByteArray(1, '\0') + bytes);
+    }
+}
+
+void messageStoreSeed()
+{
+    const QString ordner = freshRun();
+    plant.Pfad[0] = ordner;
+    plant.Ofen_Typ[1] = 3;
+    plant.Ofen_Typ[2] = i16(0x9000 | 240); // a headed furnace with 48 messages
+    Meld_Datei_Oeffnen();
+    Meld_Anzahl_Setzen(0);
+    Meld_Anzahl_Setzen(1);
+    MeldText_Sichern(0, 1, QStringLiteral("Tür offen"));
+    MeldText_Sichern(0, 2, QStringLiteral("Übertemperatur"));
+    MeldText_Sichern(1, 40, QStringLiteral("Kühlwasser"));
+    plant.Spur(0, 0) = QStringLiteral("Regler");
+    plant.Spur(0, 3) = QStringLiteral("Argon");
+    plant.Spur_Titel(0, 0) = QStringLiteral("Kammerofen 1");
+    MeldText_Sichern(0, 97, {});
+    MeldEintrag(0, 1);
+    MeldEintrag(0, 2);
+    MeldEintrag(0, -2);
+    setJetzt(Jetzt().addSecs(3725));
+    MeldEintrag(1, 40);
+    Meld_Datei_Schliessen();
+    // Furnace kinds (furnace 1 has 48 messages), then the message that comes
+    // or goes per furnace: message 1 of furnace 0 goes, 40 of furnace 1 comes.
+    const QByteArray steuer("\x02\x81\x28\0\0\0\0\0\0", 9);
+    seed(QStringLiteral("message_store"), QStringLiteral("two-furnaces"),
+         steuer + readAll(ordner + QStringLiteral("/Kalmeron.mld")));
+}
+
+void siteTextSeeds()
+{
+    seed(QStringLiteral("site_texts"), QStringLiteral("messages"),
+         QByteArray("DE_101;0;T\xFCr offen\r\nEN_101;0;Door open\r\nDE_102;3;\xDC" "bertemperatur Ofen 3\r\n"
+                    "FR_110;0;Porte ouverte\nSP_120;8;Porta aperta\rIT_120;8;Puerta abierta\r\n"
+                    "NL_132;1;Deur open\r\nDE_008;0;Verbinden\r\n"));
+    freshRun();
+    Sprachtext_Fuellen();
+    QByteArray tabelle;
+    for (int row = 0; row < 12; ++row)
+        tabelle += languageTableRecord(row);
+    seed(QStringLiteral("site_texts"), QStringLiteral("table-rows"), tabelle);
+}
+
+void dateSeeds()
+{
+    const QByteArray stempel("\x79\x9A\x50\x00", 4); // 15.03.26 10:00:00 as the PLC packs it
+    const char *texte[] = {"15.03.2026 10:00:00", "15.03.26 10:00:00", "15/03/2026 10:00", "29-02-24",
+                           "31.12.2025 23:59:59", "24.03.2026 24:00:00", "260315 10:00:00"};
+    int n = 0;
+    for (const char *t : texte)
+        seed(QStringLiteral("dates"), QStringLiteral("form-%1").arg(++n),
+             stempel + QByteArray("\x03\x00\x10", 3) + QByteArray(t));
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication app(argc, argv);
+    if (argc != 2) {
+        std::fprintf(stderr, "usage: fuzz_make_seeds <corpus folder>\n");
+        return 2;
+    }
+    corpus = QDir(QString::fromLocal8Bit(argv[1])).absolutePath();
+    receiveSeeds(QStringLiteral("memory_link"), Kanal_Art::Panel);
+    receiveSeeds(QStringLiteral("modbus"), Kanal_Art::Modbus);
+    receiveSeeds(QStringLiteral("panel_server"), Kanal_Art::Server);
+    messageStoreSeed();
+    siteTextSeeds();
+    dateSeeds();
+    return 0;
+}
