@@ -16,7 +16,7 @@
 void kal::fuzz::fuzzOne(Input &in)
 {
     const uint8_t steuer = in.byte();
-    const QString ordner = dataFolder() + ((steuer & 1) ? QStringLiteral("/0708001QRV") : QString());
+    const QString ordner = freshRun() + ((steuer & 1) ? QStringLiteral("/0708001QRV") : QString());
     QDir().mkpath(ordner);
     const QString pfad = ordner + QStringLiteral("/D1203017KHP000001150326.OVD");
     writeFile(pfad, in.rest());

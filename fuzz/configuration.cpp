@@ -10,6 +10,7 @@
 
 void kal::fuzz::fuzzOne(Input &in)
 {
+    freshRun();
     Pfade_Setzen();
     writeFile(Daten_Datei(CONFIG_DATEI), noSeparators(in.rest()));
     Config_Lesen();

@@ -12,7 +12,7 @@
 
 void kal::fuzz::fuzzOne(Input &in)
 {
-    const QString ordner = dataFolder();
+    const QString ordner = freshRun();
     plant.Pfad[0] = ordner;
     const uint8_t arten = in.byte();
     uint8_t meldung[OFEN_MAX];

@@ -13,6 +13,7 @@
 
 void kal::fuzz::fuzzOne(Input &in)
 {
+    freshRun();
     Pfade_Setzen();
     Sprachtext_Fuellen();
     writeFile(Daten_Datei(MELD_TABELLE_DATEI), in.rest());

@@ -28,7 +28,6 @@ extern "C" int LLVMFuzzerInitialize(int *, char ***)
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     Arbeitsordner zurueck;
-    kal::fuzz::freshRun();
     kal::fuzz::Input in(data, size);
     kal::fuzz::fuzzOne(in);
     return 0;

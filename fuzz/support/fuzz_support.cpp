@@ -55,12 +55,17 @@ QString dataFolder()
     return runRoot() + QStringLiteral("/up/data");
 }
 
-QString freshRun()
+void pinWorld()
 {
-    resetPlant();
     stillDialogs().shown = 0;
     setDialogs(&stillDialogs());
     setJetzt(QDateTime(QDate(2026, 3, 15), QTime(10, 0, 0), Qt::UTC));
+}
+
+QString freshRun()
+{
+    resetPlant();
+    pinWorld();
     // The working folder may be inside what is removed; the start-up sets it
     // to the data folder again.
     QDir::setCurrent(scratch().path());

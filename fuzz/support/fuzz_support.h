@@ -4,10 +4,11 @@
 //
 // A target is one file fuzz/<name>.cpp that defines fuzzOne (and fuzzSetUp
 // when it needs a set-up once per process), plus its seed corpus in
-// fuzz/corpus/<name>/. The entry points of libFuzzer live here: each run
-// starts from a fresh plant (freshRun), so that a finding replays from its
-// input alone, and ends in the working folder it started in, which the
-// station's start-up moves to its data folder.
+// fuzz/corpus/<name>/. A target starts its run with freshRun, so that a
+// finding replays from its input alone (only the date parsers, which keep
+// nothing in the plant, skip it: it is most of a short run's time). The entry
+// points of libFuzzer (entry.cpp) end every run in the working folder it
+// started in, which the station's start-up moves to its data folder.
 
 #include "core/dialogs.h"
 
@@ -36,16 +37,18 @@ StillDialogs &stillDialogs();
 
 class Input;
 
-/// The target: one run on the fuzzer's bytes, after freshRun.
+/// The target: one run on the fuzzer's bytes.
 void fuzzOne(Input &in);
 /// The target's set-up, once per process before the first run; the default
 /// does nothing.
 void fuzzSetUp();
 
-/// A fresh plant for one run: resetPlant(), the silent dialogs, the clock
-/// pinned to 15.03.2026 10:00:00 (dates of files and records are judged
-/// against it), and an empty data folder named in `Daten_Ordner_Option`.
-/// Returns that folder.
+/// The silent dialogs and the station's clock pinned to 15.03.2026 10:00:00
+/// (dates of files and records are judged against it).
+void pinWorld();
+
+/// A fresh plant for one run: resetPlant(), pinWorld(), and an empty data
+/// folder named in `Daten_Ordner_Option`. Returns that folder.
 QString freshRun();
 
 /// The data folder of the process: <scratch>/run/data, inside a scratch folder

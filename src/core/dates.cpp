@@ -6,6 +6,7 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <limits>
 
 namespace kal {
 
@@ -129,10 +130,15 @@ QString jahr(int year, int digits, int offset = 10000)
 }
 
 /// Whole number of the field at 1-based column `col`, read like the
-/// platform's Val and stored into an integer (which rounds).
+/// platform's Val and stored into an integer (which rounds). A field that
+/// reads as a number too large for an integer ("9D99" in a four-digit year)
+/// is the integer's overflow, RunError 6.
 int feld(const QString &text, int col, int len)
 {
-    return int(std::nearbyint(leadingNumber(text.mid(col - 1, len))));
+    const double v = std::nearbyint(leadingNumber(text.mid(col - 1, len)));
+    if (!(v >= std::numeric_limits<int>::min() && v <= std::numeric_limits<int>::max()))
+        throw RunError(ERR_OVERFLOW, "date field out of range");
+    return int(v);
 }
 
 /// Seconds of a wall reading on one continuous scale (Julian day based, so

@@ -45,6 +45,8 @@ QString Datum_Text(const QDateTime &d, const QString &form);
 QString Datum_Voll(const QString &text);
 /// Reads TT.MM.JJJJ HH:MM:SS (19) or TT.MM.JJ HH:MM:SS (17) by column, built
 /// from 01.01.2000 by adding fields in a fixed order; sets plant.Datum_OK.
+/// A year the calendar can't hold raises RunError 5 (see DateAdd), a field
+/// too large for an integer RunError 6; the configuration reader catches both.
 QDateTime Datum_Parse(const QString &text);
 /// "True" when the date passes the six tests (year 2006 .. present year), else
 /// "False"; an invalid date or unreadable text is "False".

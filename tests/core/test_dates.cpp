@@ -131,6 +131,15 @@ TEST_F(Dates, DatumParseReadsBothLengthsAndTestsEachField)
     EXPECT_EQ(plant.Datum_OK, -1);
 }
 
+// Found by fuzzing: a four-digit year field that reads as "9D46" was stored
+// into an integer out of its range.
+TEST_F(Dates, DatumParseYearTooLargeForAnIntegerIsAnOverflowError)
+{
+    EXPECT_EQ(runError([] { Datum_Parse("01.01.9D46 00:00:00"); }), 6);
+    EXPECT_EQ(runError([] { Datum_Parse("01.01.1E99 00:00:00"); }), 6);
+    EXPECT_EQ(runError([] { Datum_Parse("01.01.9E08 00:00:00"); }), 5) << "fits, but no calendar year";
+}
+
 TEST_F(Dates, DatumSortGivesSortableText)
 {
     EXPECT_EQ(Datum_Sort("24.12.11 18:30:15"), "111224 18:30:15");
