@@ -1,4 +1,5 @@
-// A Modbus/TCP furnace's channel: answers of any length and content, in segments as TCP delivers them.
+// A Modbus/TCP furnace's channel: answers of any length and content, in
+// segments as TCP delivers them.
 // The answers are taken apart as receive.h describes.
 
 #include "support/fuzz_support.h"

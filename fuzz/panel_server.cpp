@@ -1,4 +1,5 @@
-// Channel 8 of the panel server and the TCP channel of the furnace behind it: answers of any length and content.
+// Channel 8 of the panel server and the TCP channel of the furnace behind
+// it: answers of any length and content.
 // The answers are taken apart as receive.h describes.
 
 #include "support/fuzz_support.h"

@@ -7,6 +7,7 @@
 //   configuration    the configuration file of each plant
 //   message_store    a store written by the station's own message log
 //   site_texts       site files in the documented line form, and table rows
+//   controller_names a controller names file with sections of two furnaces
 //   dates            the text forms of dates the station writes and reads
 //
 // Usage: fuzz_make_seeds <corpus folder>   (normally fuzz/corpus)
@@ -29,6 +30,7 @@
 #include <QFile>
 
 #include <cstdio>
+#include <cstdlib>
 
 using namespace kal;
 using namespace kal::fuzz;
@@ -67,7 +69,8 @@ QByteArray answerOf(sim::SimPlant &sim, int kanal, QByteArray frame)
             return {};
         QVector<int16_t> worte;
         if (req.command == 'R')
-            return raum->read(req.address, req.count, worte) ? sim::memoryLinkAnswer('R', worte) : QByteArray();
+            return raum->read(req.address, req.count, worte) ? sim::memoryLinkAnswer('R', worte)
+                                                             : QByteArray();
         return raum->write(req.address, req.words, QStringLiteral("seed")) ? sim::memoryLinkAnswer('W', {})
                                                                            : QByteArray();
     }
@@ -188,6 +191,15 @@ void siteTextSeeds()
     seed(QStringLiteral("site_texts"), QStringLiteral("table-rows"), tabelle);
 }
 
+void controllerNameSeed()
+{
+    seed(QStringLiteral("controller_names"), QStringLiteral("two-furnaces"),
+         QByteArray("SERIE=1203-017-KHP\r\nREG_Name_1=Regler\r\nREG_Einh_1=\xB0" "C\r\n"
+                    "REG_Name_2=Charge\r\nREG_Einh_2=\xB0" "C\r\nREG_Name_6=Druck\r\nREG_Einh_6=mbar\r\n\r\n"
+                    "SERIE=1410-003-VAC\nREG_Name_3=Vakuum\nREG_Einh_3=mbar\nREG_Name_7=zu viel\n"
+                    "SERIE=9999-999-XXX\nREG_Name_1=fremd\n"));
+}
+
 void dateSeeds()
 {
     const QByteArray stempel("\x79\x9A\x50\x00", 4); // 15.03.26 10:00:00 as the PLC packs it
@@ -214,6 +226,7 @@ int main(int argc, char **argv)
     receiveSeeds(QStringLiteral("panel_server"), Kanal_Art::Server);
     messageStoreSeed();
     siteTextSeeds();
+    controllerNameSeed();
     dateSeeds();
     return 0;
 }

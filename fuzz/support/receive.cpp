@@ -14,7 +14,10 @@
 #include <QDir>
 #include <QFile>
 
+#include <cstdio>
+#include <cstdlib>
 #include <memory>
+#include <utility>
 
 namespace kal::fuzz {
 
