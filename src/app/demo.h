@@ -16,7 +16,8 @@ struct PlantDescription;
 /// The station's configuration of a simulated plant: address, kind, type
 /// word, names, serial and identity of each furnace, recording on, the
 /// standard folders, the label file of furnace 4; written into the data
-/// folder of the plant state (`Pfade_Setzen` must have run). The plant state keeps those values.
+/// folder of the plant state (`Pfade_Setzen` must have run). The plant state
+/// keeps those values.
 void Demo_Konfiguration(const sim::PlantDescription &d);
 
 class Demo : public QObject {
