@@ -4,11 +4,14 @@
 //                    of that kind, answer by answer, from the start-up until
 //                    logged samples were recorded
 //   batch_file       the batch files the station recorded in that conversation
+//   curve_store      the same files, whole and in two halves with button presses
 //   configuration    the configuration file of each plant
 //   message_store    a store written by the station's own message log
 //   site_texts       site files in the documented line form, and table rows
 //   controller_names a controller names file with sections of two furnaces
 //   dates            the text forms of dates the station writes and reads
+//   program_file     a program file with two programs, and a label file
+//   usb_source       sources of the three forms as a panel writes them
 //
 // Usage: fuzz_make_seeds <corpus folder>   (normally fuzz/corpus)
 
@@ -18,11 +21,14 @@
 #include "core/dates.h"
 #include "core/plant_state.h"
 #include "operation/message_store.h"
+#include "programs/program_file.h"
+#include "recording/batch_record.h"
 #include "sim/memory_link_codec.h"
 #include "sim/modbus_codec.h"
 #include "sim/plant.h"
 #include "support/fuzz_support.h"
 #include "support/receive.h"
+#include "../../tests/support/usb_quelle.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -93,6 +99,24 @@ QStringList batchFiles()
     return l;
 }
 
+/// Length (two bytes, high first) and bytes, cut to what a length can say.
+QByteArray mitLaenge(QByteArray bytes)
+{
+    bytes.truncate(0xFFFF);
+    return QByteArray(1, char(bytes.size() >> 8)) + char(bytes.size() & 0xFF) + bytes;
+}
+
+/// A recorded batch file for the curve window: whole, and its first half
+/// with the second half arriving for the live refresh after a page back,
+/// a zoom in and a page forward.
+void curveStoreSeeds(const QString &name, const QByteArray &datei)
+{
+    seed(QStringLiteral("curve_store"), name, QByteArray(1, '\0') + mitLaenge(datei));
+    const qsizetype halb = datei.size() / 2 / SATZ_LAENGE * SATZ_LAENGE;
+    seed(QStringLiteral("curve_store"), name + QStringLiteral("-live"),
+         QByteArray("\x06\x00\x02\x01", 4) + mitLaenge(datei.left(halb)) + datei.mid(halb));
+}
+
 /// The conversation of the station with the furnaces of one kind. Samples
 /// come every second, so that logged records reach the recorder early.
 void receiveSeeds(const QString &target, Kanal_Art art)
@@ -110,7 +134,7 @@ void receiveSeeds(const QString &target, Kanal_Art art)
     QByteArray gespraech;
     QByteArray zerteilt; // each answer in two pieces, as TCP may deliver it
     int aufgezeichnet = -1; // ticks since the first record was kept
-    for (int t = 0; t < 1500 && aufgezeichnet < 300; ++t) {
+    for (int t = 0; t < 6000 && aufgezeichnet < 300; ++t) {
         sim.advance(100);
         QByteArray rahmen;
         const int kanal = tick(&rahmen);
@@ -120,7 +144,15 @@ void receiveSeeds(const QString &target, Kanal_Art art)
             const qsizetype halb = antwort.size() / 2;
             zerteilt += answerRecord(true, true, kanal, antwort.left(halb)) +
                         answerRecord(false, true, kanal, antwort.mid(halb));
-            deliver(kanal, antwort);
+            // A command the station sends while it takes an answer (the
+            // page word of the text load) is answered at once, without a tick.
+            QByteArray befehl;
+            for (int k = deliver(kanal, antwort, &befehl), n = 0; k >= 0 && n < 8; ++n) {
+                const QByteArray a = answerOf(sim, k, befehl);
+                gespraech += answerRecord(false, true, k, a);
+                zerteilt += answerRecord(false, true, k, a);
+                k = deliver(k, a, &befehl);
+            }
         } else {
             gespraech += answerRecord(true, false, 0, {});
             zerteilt += answerRecord(true, false, 0, {});
@@ -145,6 +177,7 @@ void receiveSeeds(const QString &target, Kanal_Art art)
         const QByteArray bytes = readAll(pfad);
         seed(QStringLiteral("batch_file"), target + QLatin1Char('-') + QFileInfo(pfad).fileName(),
              QByteArray(1, '\0') + bytes);
+        curveStoreSeeds(target + QLatin1Char('-') + QFileInfo(pfad).fileName(), bytes);
     }
 }
 
@@ -200,6 +233,44 @@ void controllerNameSeed()
                     "SERIE=9999-999-XXX\nREG_Name_1=fremd\n"));
 }
 
+void programFileSeed()
+{
+    freshRun();
+    Pfade_Setzen();
+    const QString datei = Daten_Datei(QStringLiteral("OV_DEN.PRG"));
+    prog.Prog = Prog_Typ{};
+    prog.Prog.Prog_Name = QStringLiteral("Anlassen 620");
+    prog.Prog.Segment[0] = {1, 1, 620, 90, 300, 100, 0x3, 0, 0};
+    prog.Prog.Segment[1] = {2, 2, 620, 0, 0, 80, 0, 0, 0};
+    Prog_Sichern(datei, 1);
+    prog.Prog.Prog_Name = QStringLiteral("Ein langer Name mit dreissig!!");
+    prog.Prog.Segment[2] = {3, 3, 40, 0, 500, 100, 0x8, 12, 34};
+    Prog_Sichern(datei, 100);
+    QByteArray labels(LABEL_SATZ, '\0');
+    labels.replace(0, 5, "Argon");
+    labels[300] = 1;
+    // Long names, file "OV_DEN", program 1.
+    seed(QStringLiteral("program_file"), QStringLiteral("two-programs"),
+         QByteArray("\x01\x01", 2) + mitLaenge(readAll(datei)) + labels);
+}
+
+void usbSourceSeeds()
+{
+    test::UsbQuelle f20(20);
+    f20.satz(201, 12, 3, 2024, 8, 0, 0);
+    f20.satz(1, 12, 3, 2024, 8, 0, 10, {1000, 990, 55});
+    f20.satz(1, 13, 3, 2024, 0, 0, 10, {1001, 991, 56});
+    test::UsbQuelle f60(60);
+    f60.satz(154, 12, 3, 2024, 8, 0, 0);
+    test::UsbQuelle f80(80);
+    test::Worte &a = f80.satz(154, 12, 3, 2024, 8, 30, 10, {1000, 990, 0x0342, 7, 0, 0x11, 0x22});
+    a[31] = 0x0B0A;
+    f80.satz(131, 12, 3, 2024, 8, 30, 20, {1001, 991, 0x0042, 7, 0, 0x11, 0x22});
+    seed(QStringLiteral("usb_source"), QStringLiteral("form-60-then-20"),
+         QByteArray(1, '\2') + mitLaenge(f60.bytes()) + mitLaenge(f20.bytes()));
+    seed(QStringLiteral("usb_source"), QStringLiteral("form-80"), QByteArray(1, '\1') + mitLaenge(f80.bytes()));
+}
+
 void dateSeeds()
 {
     const QByteArray stempel("\x79\x9A\x50\x00", 4); // 15.03.26 10:00:00 as the PLC packs it
@@ -228,5 +299,7 @@ int main(int argc, char **argv)
     siteTextSeeds();
     controllerNameSeed();
     dateSeeds();
+    programFileSeed();
+    usbSourceSeeds();
     return 0;
 }

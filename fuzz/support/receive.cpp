@@ -139,11 +139,14 @@ int tick(QByteArray *frame)
     return gesendet;
 }
 
-void deliver(int kanal, const QByteArray &bytes)
+int deliver(int kanal, const QByteArray &bytes, QByteArray *frame)
 {
     gesendet = -1;
     if (Socket *s = Winsock1.get(kanal))
         static_cast<Zufuhr *>(s)->arrive(bytes);
+    if (frame)
+        *frame = rahmen;
+    return gesendet;
 }
 
 void runAnswers(Input &in)

@@ -48,8 +48,10 @@ void stationStart();
 /// channel the station sent a frame on, or -1; `frame` gets that frame.
 int tick(QByteArray *frame = nullptr);
 
-/// The answer arrives on channel `kanal` (0..8).
-void deliver(int kanal, const QByteArray &bytes);
+/// The answer arrives on channel `kanal` (0..8). Returns the channel the
+/// station sent a frame on while it took the answer (a command it sends at
+/// once, such as a page word request), or -1; `frame` gets that frame.
+int deliver(int kanal, const QByteArray &bytes, QByteArray *frame = nullptr);
 
 class Input;
 
