@@ -35,6 +35,8 @@ protected:
     void SetUp() override
     {
         DemoStation::SetUp();
+        if (HasFatalFailure())
+            return;
         w->resize(1280, 860);
         ASSERT_TRUE(warteBis([] { return plant.Ofen_Online[0] != 0 && plant.SPS_Wort(0, 47) != 0; }, 60000));
     }
