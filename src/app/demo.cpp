@@ -31,9 +31,8 @@ void Label_Datei_Schreiben(int ofenNr, const QStringList &texte)
         f.write(b);
 }
 
-/// The station's configuration of the simulated plant: address, kind, type
-/// word, names and serial of each furnace, recording on; then the file is
-/// written and the plant state cleared again for the start-up to read it.
+} // namespace
+
 void konfigurationSchreiben(const sim::PlantDescription &d)
 {
     for (const sim::FurnaceDescription &s : d.furnaces) {
@@ -72,10 +71,14 @@ void konfigurationSchreiben(const sim::PlantDescription &d)
                               QStringLiteral("Argon / Stickstoff")});
 }
 
-} // namespace
-
 Demo::Demo() = default;
 Demo::~Demo() = default;
+
+void Demo::presetFolder()
+{
+    if (kal::plant.Daten_Ordner_Option.isEmpty())
+        kal::plant.Daten_Ordner_Option = QDir::home().filePath(QStringLiteral("Kalmeron-Demo"));
+}
 
 bool Demo::starten(bool modbusPortGiven, QString *error)
 {
@@ -84,8 +87,7 @@ bool Demo::starten(bool modbusPortGiven, QString *error)
         kal::plant.Modbus_Port = 1502; // nobody but root may listen on 502
     d.modbusPort = kal::plant.Modbus_Port;
 
-    if (kal::plant.Daten_Ordner_Option.isEmpty())
-        kal::plant.Daten_Ordner_Option = QDir::home().filePath(QStringLiteral("Kalmeron-Demo"));
+    presetFolder();
     // A clean plant for writing the configuration, and again for the start-up
     // that reads it; the command line's folder and port stay.
     const QString ordner = kal::plant.Daten_Ordner_Option;

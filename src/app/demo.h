@@ -10,7 +10,14 @@ namespace kal {
 
 namespace sim {
 class SimPlant;
+struct PlantDescription;
 }
+
+/// The station's configuration of the simulated plant `d` in the data folder
+/// Pfad[0]: address, kind, type word, identity, names and serial of each
+/// furnace, recording on; the log book, USB and CSV folders. The plant state
+/// holds that configuration afterwards.
+void konfigurationSchreiben(const sim::PlantDescription &d);
 
 class Demo : public QObject {
 public:
@@ -22,6 +29,10 @@ public:
     /// Without the right to listen on 502 (and no --modbus-port given) both
     /// sides use the Modbus port 1502. False with the reason in `error`.
     bool starten(bool modbusPortGiven, QString *error);
+
+    /// The demo's data folder ~/Kalmeron-Demo when no --data folder is given,
+    /// so that the folder is known before the station claims it.
+    static void presetFolder();
 
     sim::SimPlant *plant() const { return m_sim.get(); }
 

@@ -226,7 +226,8 @@ void Seite_Warten_Zaehlen()
 
 bool Seite_Takt()
 {
-    if (USB_Import_Takt())
+    // A viewer imports nothing from USB sticks.
+    if (!plant.viewer && USB_Import_Takt())
         return false;
     if (plant.Seite_Warten > 0)
         return false;
