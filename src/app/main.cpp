@@ -13,6 +13,7 @@
 #include <QCommandLineParser>
 #include <QIcon>
 #include <QSocketNotifier>
+#include <QTimer>
 #include <csignal>
 #include <cstdio>
 #include <sys/socket.h>
@@ -110,8 +111,9 @@ int main(int argc, char *argv[])
     window.resize(1280, 800);
     window.show();
     window.Laden();
-    if (!batch.isEmpty())
-        window.zeigeKurve(batch);
     kal::setOpenRequestHandler([&window](const QString &datei) { window.bringToFront(datei); });
+    // The batch of the command line comes up once the live page has settled.
+    if (!batch.isEmpty())
+        QTimer::singleShot(0, &window, [&window, batch] { window.zeigeKurve(batch); });
     return app.exec();
 }

@@ -397,6 +397,10 @@ void KM_MDI::zeigeKurve(const QString &datei)
     m_kurve->Laden();
     m_kurveFenster->showMaximized();
     m_mdi->setActiveSubWindow(m_kurveFenster);
+    // The window's focus goes with it: when the main window is activated
+    // later (a batch of the command line or of a second start), the area
+    // brings up the child holding the focus, else the live page again.
+    m_kurve->setFocus();
 }
 
 void KM_MDI::viewerMenus()

@@ -7,11 +7,14 @@
 
 #include "app/demo.h"
 #include "config/paths.h"
+#include "config/text_ids.h"
+#include "config/languages.h"
 #include "core/dates.h"
 #include "core/plant_state.h"
 #include "curves/curve_store.h"
 #include "demo_station.h"
 #include "link/socket.h"
+#include "operation/live_page.h"
 #include "recording/batch_file.h"
 #include "sim/log_blocks.h"
 #include "sim/plant.h"
@@ -255,6 +258,9 @@ TEST_F(SharedFolder, ViewerBesideAStationTouchesNoPlcAndFollowsTheBatch)
     EXPECT_TRUE(w.windowTitle().startsWith(QStringLiteral("Kalmeron Viewer"))) << w.windowTitle().toStdString();
     EXPECT_FALSE(w.mnuform(6)->isEnabled()); // no settings in an office
     EXPECT_FALSE(w.mnuImport()->isEnabled());
+    // Its configured furnaces show offline, not a link being sought.
+    Seite_Act(Seite);
+    EXPECT_EQ(Seite.Zeile[PLAIN].Status, Text_Id(text::OFFLINE));
 
     // A second viewer start hands its batch to this one.
     QProcess &zweiter = start({QStringLiteral("--view"), charge});
