@@ -291,3 +291,37 @@ TEST_F(SharedFolder, ViewerBesideAStationTouchesNoPlcAndFollowsTheBatch)
     bildSichern(w, QStringLiteral("viewer_en.png"));
     Programm_Ende();
 }
+
+TEST(StartRefused, ExitCodesOfStartsThatCannotRun)
+{
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    QFile datei(dir.filePath(QStringLiteral("datei")));
+    ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
+    datei.close();
+    struct Fall {
+        QStringList args;
+        int code;
+        QByteArray says;
+    };
+    const Fall faelle[] = {
+        // A data folder that can be neither made nor locked.
+        {{QStringLiteral("--data"), dir.filePath(QStringLiteral("datei/Kalmeron"))}, 4, "does not start"},
+        {{QStringLiteral("--data"), dir.path(), dir.filePath(QStringLiteral("D1.OVD"))}, 3, "D1.OVD"},
+        {{QStringLiteral("--view"), QStringLiteral("--demo")}, 2, "--view"},
+        {{QStringLiteral("--data"), dir.path(), datei.fileName(), datei.fileName()}, 2, "one batch"},
+    };
+    for (const Fall &f : faelle) {
+        QProcess p;
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        p.setProcessEnvironment(env);
+        p.start(QStringLiteral(KALMERON_EXE), f.args);
+        ASSERT_TRUE(p.waitForFinished(15000)) << f.args.join(' ').toStdString();
+        const QByteArray err = p.readAllStandardError();
+        EXPECT_EQ(p.exitCode(), f.code) << f.args.join(' ').toStdString() << "\n" << err.constData();
+        EXPECT_TRUE(err.contains(f.says)) << err.constData();
+        EXPECT_TRUE(p.readAllStandardOutput().isEmpty());
+    }
+    EXPECT_FALSE(QFile::exists(dir.filePath(STATION_LOCK))); // none of them took the folder
+}
