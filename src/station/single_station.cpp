@@ -11,6 +11,7 @@
 #include <QLocalSocket>
 #include <QLockFile>
 #include <QThread>
+#include <algorithm>
 #include <memory>
 #include <optional>
 
