@@ -65,7 +65,8 @@ int main(int argc, char *argv[])
     parser.addOption(portOpt);
     parser.addOption(demoOpt);
     parser.addOption(viewOpt);
-    parser.addPositionalArgument(QStringLiteral("BATCH.OVD"), QStringLiteral("Batch file to show in the curve window."));
+    parser.addPositionalArgument(QStringLiteral("BATCH.OVD"), QStringLiteral("Batch file to show in the curve window."),
+                                 QStringLiteral("[BATCH.OVD]"));
     parser.process(app);
 
     const QStringList args = parser.positionalArguments();
