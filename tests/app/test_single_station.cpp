@@ -83,10 +83,15 @@ protected:
     }
     void TearDown() override
     {
+        // A station ended by SIGTERM gives its lock and socket up; one that
+        // does not end is killed.
         for (auto &p : procs) {
             if (p->state() != QProcess::NotRunning) {
-                p->kill();
-                p->waitForFinished(5000);
+                ::kill(static_cast<pid_t>(p->processId()), SIGTERM);
+                if (!p->waitForFinished(10000)) {
+                    p->kill();
+                    p->waitForFinished(5000);
+                }
             }
         }
         releaseDataFolder();
