@@ -74,6 +74,12 @@ void Demo_Konfiguration(const sim::PlantDescription &d)
 Demo::Demo() = default;
 Demo::~Demo() = default;
 
+void Demo::presetFolder()
+{
+    if (kal::plant.Daten_Ordner_Option.isEmpty())
+        kal::plant.Daten_Ordner_Option = QDir::home().filePath(QStringLiteral("Kalmeron-Demo"));
+}
+
 bool Demo::starten(bool modbusPortGiven, QString *error)
 {
     sim::PlantDescription d = sim::demoPlant();
@@ -81,8 +87,7 @@ bool Demo::starten(bool modbusPortGiven, QString *error)
         kal::plant.Modbus_Port = 1502; // nobody but root may listen on 502
     d.modbusPort = kal::plant.Modbus_Port;
 
-    if (kal::plant.Daten_Ordner_Option.isEmpty())
-        kal::plant.Daten_Ordner_Option = QDir::home().filePath(QStringLiteral("Kalmeron-Demo"));
+    presetFolder();
     // A clean plant for writing the configuration, and again for the start-up
     // that reads it; the command line's folder and port stay.
     const QString ordner = kal::plant.Daten_Ordner_Option;

@@ -31,6 +31,10 @@ public:
     /// sides use the Modbus port 1502. False with the reason in `error`.
     bool starten(bool modbusPortGiven, QString *error);
 
+    /// The demo's data folder ~/Kalmeron-Demo when no --data folder is given,
+    /// so that the folder is known before the station claims it.
+    static void presetFolder();
+
     sim::SimPlant *plant() const { return m_sim.get(); }
 
 private:

@@ -1,15 +1,19 @@
 // kalmeron: the supervision station.
 //
-//   kalmeron [--data DIR] [--modbus-port N] [--demo] [--help]
+//   kalmeron [--data DIR] [--modbus-port N] [--demo] [--view] [--help] [BATCH.OVD]
 
 #include "app/demo.h"
+#include "app/single_start.h"
 #include "core/plant_state.h"
 #include "station/shutdown.h"
+#include "station/single_station.h"
 #include "views/KM_MDI.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QIcon>
 #include <QSocketNotifier>
+#include <QTimer>
 #include <csignal>
 #include <cstdio>
 #include <sys/socket.h>
@@ -42,6 +46,9 @@ int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Kalmeron"));
+    // The installed icon of the menu entry; none when run from the build folder.
+    QApplication::setDesktopFileName(QStringLiteral("kalmeron"));
+    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("kalmeron")));
 
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Kalmeron furnace supervision station"));
@@ -52,10 +59,26 @@ int main(int argc, char *argv[])
                                QStringLiteral("Remote port of Modbus/TCP furnaces (default 502)."), QStringLiteral("N"));
     QCommandLineOption demoOpt(QStringLiteral("demo"),
                                QStringLiteral("Run the built-in furnace simulator on loopback and supervise its demo plant."));
+    QCommandLineOption viewOpt(QStringLiteral("view"),
+                               QStringLiteral("Office viewer: batches, curves, CSV and printing; no PLC traffic."));
     parser.addOption(dataOpt);
     parser.addOption(portOpt);
     parser.addOption(demoOpt);
+    parser.addOption(viewOpt);
+    parser.addPositionalArgument(QStringLiteral("BATCH.OVD"), QStringLiteral("Batch file to show in the curve window."),
+                                 QStringLiteral("[BATCH.OVD]"));
     parser.process(app);
+
+    const QStringList args = parser.positionalArguments();
+    if (args.size() > 1 || (parser.isSet(viewOpt) && parser.isSet(demoOpt))) {
+        std::fprintf(stderr, "kalmeron: one batch file at most, and --view without --demo\n");
+        return 2;
+    }
+    bool batchOk = true;
+    const QString batch = kal::batchArgument(args.value(0), &batchOk);
+    if (!batchOk)
+        return kal::EXIT_BATCH_MISSING;
+    kal::plant.viewer = parser.isSet(viewOpt);
 
     if (parser.isSet(portOpt)) {
         bool ok = false;
@@ -68,6 +91,11 @@ int main(int argc, char *argv[])
     }
     if (parser.isSet(dataOpt))
         kal::plant.Daten_Ordner_Option = parser.value(dataOpt);
+
+    if (parser.isSet(demoOpt))
+        kal::Demo::presetFolder();
+    if (const int code = kal::claimOrHandOver(batch); code >= 0)
+        return code;
 
     std::unique_ptr<kal::Demo> demo;
     if (parser.isSet(demoOpt)) {
@@ -84,5 +112,9 @@ int main(int argc, char *argv[])
     window.resize(1280, 800);
     window.show();
     window.Laden();
+    kal::setOpenRequestHandler([&window](const QString &datei) { window.bringToFront(datei); });
+    // The batch of the command line comes up once the live page has settled.
+    if (!batch.isEmpty())
+        QTimer::singleShot(0, &window, [&window, batch] { window.zeigeKurve(batch); });
     return app.exec();
 }

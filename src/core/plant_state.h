@@ -284,6 +284,9 @@ struct PlantState {
     Table<QString, 2> Pfad_Karte;                    ///< memory card folder, last import path
     QString Prog_Ordner;
 
+    // ---- office viewer -----------------------------------------------------------
+    bool viewer = false;                             ///< `--view`: no PLC traffic, recording, USB import or temperature log
+
     // ---- start-up values ---------------------------------------------------------
     Table<QString, 201> Status_Text;                 ///< 16 chars each, rows 0..200
     QString Datum_Trenner = ".";

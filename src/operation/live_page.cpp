@@ -50,7 +50,9 @@ void offlineZeile(int ofen, Seiten_Zeile &z)
     z.Stellwert.clear();
     z.Istwert.clear();
     z.Status.clear();
-    if (plant.Ofen_Aktiv[ofen] == 0) {
+    // A viewer connects to nothing: its furnaces show offline, without the
+    // blinking of a lost link.
+    if (plant.Ofen_Aktiv[ofen] == 0 || plant.viewer) {
         z.Status_Farbe = Farbe_Normal;
         z.Status = Text_Id(text::OFFLINE);
         return;
@@ -226,7 +228,8 @@ void Seite_Warten_Zaehlen()
 
 bool Seite_Takt()
 {
-    if (USB_Import_Takt())
+    // A viewer imports nothing from USB sticks.
+    if (!plant.viewer && USB_Import_Takt())
         return false;
     if (plant.Seite_Warten > 0)
         return false;

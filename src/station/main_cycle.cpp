@@ -9,6 +9,7 @@
 #include "link/polling.h"
 #include "operation/live_page.h"
 #include "recording/temp_log.h"
+#include "station/viewer.h"
 
 #include <exception>
 
@@ -153,13 +154,19 @@ void Timer1_Tick()
         return;
     Takt_Sperre sperre;
     Takt t;
-    if (Erste_Haelfte(t))
+    // A viewer talks to no PLC: its cycle only feeds the live page.
+    if (!plant.viewer && Erste_Haelfte(t))
         Zweite_Haelfte(t);
     Seite_Fuettern();
 }
 
 void Timer2_Tick()
 {
+    // A viewer keeps no temperature log; it follows the batch on view instead.
+    if (plant.viewer) {
+        viewerTick();
+        return;
+    }
     for (int ofen = 0; ofen < OFEN_MAX; ++ofen) {
         try {
             TempLog_Takt_Ofen(ofen);

@@ -3,6 +3,7 @@
 #include "core/plant_state.h"
 #include "core/screen.h"
 #include "operation/message_store.h"
+#include "station/single_station.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -36,6 +37,8 @@ void Programm_Ende()
 {
     Meld_Datei_Schliessen();
     screen().Formen_Entladen();
+    // The next start finds the folder free instead of a lock to take over.
+    releaseDataFolder();
     Prozess_Ende(0);
 }
 

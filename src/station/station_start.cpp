@@ -80,13 +80,19 @@ void Station_Start()
     Config_Lesen();
 
     // 10. Channels of every furnace, then its channel tables. The channels are
-    //     Qt sockets unless a test installed its own.
-    if (!Winsock1.Fabrik)
-        Winsock1_Qt();
-    Empfang_Verbinden();
+    //     Qt sockets unless a test installed its own. A viewer opens no
+    //     channel and makes no socket.
+    if (!plant.viewer) {
+        if (!Winsock1.Fabrik)
+            Winsock1_Qt();
+        Empfang_Verbinden();
+    }
     plant.Server_Akt_IP4 = 0;
     for (int f = 0; f < OFEN_MAX; ++f) {
-        Kanal_Setup(f);
+        if (plant.viewer)
+            Ist_GKD(f);
+        else
+            Kanal_Setup(f);
         Spuren_Setzen(f + 1);
     }
 

@@ -33,7 +33,7 @@ KM_MDI *mainWindow()
 KM_MDI::KM_MDI(QWidget *parent) : QMainWindow(parent)
 {
     g_main = this;
-    setWindowTitle(QStringLiteral("Kalmeron"));
+    setWindowTitle(plant.viewer ? QStringLiteral("Kalmeron Viewer") : QStringLiteral("Kalmeron"));
     m_mdi = new QMdiArea(this);
     m_mdi->setBackground(palette().window());
     setCentralWidget(m_mdi);
@@ -75,6 +75,8 @@ void KM_MDI::Laden()
     // and open to the people who run it once it is up.
     mnuform(6, true);
     mnuform(7, true);
+    if (plant.viewer)
+        viewerMenus();
     Menue_Beschriften();
     m_timer1.start();
     m_timer2.start();
@@ -395,6 +397,33 @@ void KM_MDI::zeigeKurve(const QString &datei)
     m_kurve->Laden();
     m_kurveFenster->showMaximized();
     m_mdi->setActiveSubWindow(m_kurveFenster);
+    // The window's focus goes with it: when the main window is activated
+    // later (a batch of the command line or of a second start), the area
+    // brings up the child holding the focus, else the live page again.
+    m_kurve->setFocus();
+}
+
+void KM_MDI::viewerMenus()
+{
+    // Programs, messages, settings and system data belong to the station that
+    // supervises the plant; the viewer shows recorded batches only.
+    for (int i : {3, 4, 5, 6, 7})
+        mnuform(i, false);
+    m_mnuProgView->setEnabled(false);
+    m_mnuMeldConfig->setEnabled(false);
+    m_mnuImport->setEnabled(false);
+    m_mnuRegler->setEnabled(false);
+}
+
+void KM_MDI::bringToFront(const QString &datei)
+{
+    if (isMinimized())
+        showNormal();
+    show();
+    raise();
+    activateWindow();
+    if (!datei.isEmpty())
+        zeigeKurve(datei);
 }
 
 void KM_MDI::zeigeTempDatei()

@@ -65,6 +65,9 @@ public:
     KM_System *system() const { return m_system; }
     /// The curve window with the batch file `datei` (loaded anew), brought up.
     void zeigeKurve(const QString &datei);
+    /// A second start on the same data folder asked for this window: it comes
+    /// to the front, with the batch `datei` in the curve window unless empty.
+    void bringToFront(const QString &datei);
     /// The batch browser, brought up (made on first use, hidden on OK/Cancel).
     void zeigeTempDatei();
     /// The log data page of furnace number 1..8.
@@ -109,6 +112,9 @@ private:
     void menusBauen();
     QAction *eintrag(QMenu *menu, int textId, std::function<void()> handler);
     void mnuSchliessen_Click();
+    /// In the viewer, the entries that would reach a PLC or write the
+    /// station's files are off.
+    void viewerMenus();
     /// Window menu: the child forms one below the other (Qt::Vertical) or side
     /// by side (Qt::Horizontal), filling the area.
     void nebenUntereinander(Qt::Orientation richtung);

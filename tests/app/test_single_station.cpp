@@ -1,0 +1,332 @@
+// One station per data folder, with the real executable against the
+// simulated plant in this process: two starts on one folder, a station killed
+// with SIGKILL and the next start, and the office viewer (in this process)
+// beside a running station. The simulator's frame log tells which sockets
+// reached a PLC. The waits are bounded loops of the event loop; nothing is
+// timed.
+
+#include "app/demo.h"
+#include "config/paths.h"
+#include "config/text_ids.h"
+#include "config/languages.h"
+#include "core/dates.h"
+#include "core/plant_state.h"
+#include "curves/curve_store.h"
+#include "demo_station.h"
+#include "link/socket.h"
+#include "operation/live_page.h"
+#include "recording/batch_file.h"
+#include "sim/log_blocks.h"
+#include "sim/plant.h"
+#include "station/single_station.h"
+
+#include <QDirIterator>
+#include <QProcess>
+#include <QSet>
+#include <csignal>
+
+using namespace kal;
+using namespace kal::test;
+
+namespace {
+
+constexpr int PLAIN = 0;  ///< memory link furnace: its log blocks are recorded
+constexpr int HEADED = 1; ///< Modbus furnace
+constexpr int32_t BATCH = 31;
+
+class SharedFolder : public FreshProcess {
+protected:
+    QTemporaryDir dir;
+    std::unique_ptr<sim::SimPlant> sim;
+    std::vector<std::unique_ptr<QProcess>> procs;
+    int modbusPort = 0;
+    QVector<QVector<int16_t>> offered; ///< blocks queued in the plain furnace
+    int samples = 0;
+    QDateTime t0;
+
+    void SetUp() override
+    {
+        FreshProcess::SetUp();
+        ASSERT_TRUE(dir.isValid());
+        modbusPort = freierPort();
+        sim::PlantDescription d;
+        d.udpPort = Panel_Port;
+        d.modbusPort = modbusPort;
+        sim::FurnaceDescription a;
+        a.index = PLAIN;
+        a.address = QStringLiteral("127.0.18.11");
+        a.name = QStringLiteral("Kammerofen");
+        a.serial = QStringLiteral("2611-018-KAM");
+        sim::FurnaceDescription b;
+        b.index = HEADED;
+        b.address = QStringLiteral("127.0.18.12");
+        b.protocol = sim::Protocol::Modbus;
+        b.headed = true;
+        b.base = 500;
+        b.name = QStringLiteral("Haerteofen");
+        b.serial = QStringLiteral("2611-019-HRT");
+        d.furnaces = {a, b};
+        sim = std::make_unique<sim::SimPlant>(d);
+        QString fehler;
+        ASSERT_TRUE(sim->start(&fehler)) << fehler.toStdString();
+        sim->runInRealTime();
+
+        plant.Daten_Ordner_Option = dir.path();
+        Pfade_Setzen();
+        Demo_Konfiguration(d);
+        resetPlant();
+        // Three hours back, never so close to midnight that a block falls on the next day.
+        QDateTime t = Jetzt().addSecs(-3 * 3600);
+        if (t.time() > QTime(22, 0))
+            t = t.addSecs(-3 * 3600);
+        t0 = QDateTime(t.date(), QTime(t.time().hour(), t.time().minute(), 0), Qt::UTC);
+    }
+    void TearDown() override
+    {
+        // A station ended by SIGTERM gives its lock and socket up; one that
+        // does not end is killed.
+        for (auto &p : procs) {
+            if (p->state() != QProcess::NotRunning) {
+                ::kill(static_cast<pid_t>(p->processId()), SIGTERM);
+                if (!p->waitForFinished(10000)) {
+                    p->kill();
+                    p->waitForFinished(5000);
+                }
+            }
+        }
+        releaseDataFolder();
+        setOpenRequestHandler(nullptr);
+        FreshProcess::TearDown();
+    }
+
+    /// Starts kalmeron on the shared folder with `args` in front.
+    QProcess &start(QStringList args)
+    {
+        auto p = std::make_unique<QProcess>();
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        p->setProcessEnvironment(env);
+        p->setProcessChannelMode(QProcess::MergedChannels);
+        args << QStringLiteral("--data") << dir.path() << QStringLiteral("--modbus-port") << QString::number(modbusPort);
+        p->start(QStringLiteral(KALMERON_EXE), args);
+        EXPECT_TRUE(p->waitForStarted(10000));
+        procs.push_back(std::move(p));
+        return *procs.back();
+    }
+    /// Waits (the simulator running) until `p` ended; its exit code, -1 when it
+    /// still runs or crashed.
+    int ended(QProcess &p, int ms)
+    {
+        warteBis([&] { return p.state() == QProcess::NotRunning; }, ms);
+        if (p.state() != QProcess::NotRunning || p.exitStatus() != QProcess::NormalExit)
+            return -1;
+        return p.exitCode();
+    }
+
+    /// Senders of the frames furnace `f` answered: one socket of one process
+    /// each, as long as only one station polls.
+    QSet<QString> peers(int f) const
+    {
+        QSet<QString> s;
+        for (const sim::FrameRecord &r : sim->frames().records())
+            if (r.furnace == f)
+                s.insert(r.peer);
+        return s;
+    }
+    bool polled() const { return !peers(PLAIN).isEmpty() && !peers(HEADED).isEmpty(); }
+
+    void offer(const QVector<int16_t> &b)
+    {
+        offered.append(b);
+        sim->furnace(PLAIN)->queueBlock(b);
+    }
+    /// The opening of the batch, then `n` samples five minutes apart.
+    void offerSamples(int n)
+    {
+        if (offered.isEmpty())
+            offer(sim::announcementBlock(BATCH, t0));
+        for (int i = 0; i < n; ++i, ++samples) {
+            sim::SampleValues v;
+            v.stamp = t0.addSecs(300 * (samples + 1));
+            v.actual = static_cast<int16_t>(6000 + 300 * samples);
+            v.setpoint = 8100;
+            v.kind = 1;
+            v.batch = BATCH;
+            offer(sim::plainSampleBlock(v));
+        }
+    }
+    bool allTaken() const { return sim->furnace(PLAIN)->log().taken().size() == offered.size(); }
+    /// Writes of 0 to the plain furnace's trigger word: one per block taken.
+    int acks() const
+    {
+        const int trigger = sim->furnace(PLAIN)->description().triggerAddress();
+        int n = 0;
+        for (const sim::StationWrite &w : sim->furnace(PLAIN)->writes())
+            n += w.address == trigger && w.words.value(0, 1) == 0;
+        return n;
+    }
+    QStringList batchFiles() const
+    {
+        QStringList r;
+        QDirIterator it(dir.path(), {QStringLiteral("*.OVD")}, QDir::Files, QDirIterator::Subdirectories);
+        while (it.hasNext())
+            r << it.next();
+        return r;
+    }
+    int records(const QString &file) const
+    {
+        BatchFile f;
+        return f.openRead(file) ? f.count() : -1;
+    }
+    QByteArray lockOwner() const
+    {
+        QFile f(dir.filePath(STATION_LOCK));
+        return f.open(QIODevice::ReadOnly) ? f.readLine().trimmed() : QByteArray();
+    }
+};
+
+} // namespace
+
+TEST_F(SharedFolder, SecondStationHandsOverAndPollsNothing)
+{
+    QProcess &erste = start({});
+    ASSERT_TRUE(warteBis([&] { return polled(); }, 30000)) << erste.readAll().constData();
+    EXPECT_EQ(lockOwner(), QByteArray::number(erste.processId()));
+
+    // A second start without a batch only raises the running station.
+    QProcess &zweite = start({});
+    EXPECT_EQ(ended(zweite, 5000), 0) << zweite.readAll().constData();
+
+    offerSamples(5);
+    ASSERT_TRUE(warteBis([&] { return allTaken(); }, 60000));
+    const QStringList dateien = batchFiles();
+    ASSERT_EQ(dateien.size(), 1) << dateien.join(' ').toStdString();
+
+    // A second start with the batch hands it over while the first records.
+    QProcess &dritte = start({dateien.first()});
+    EXPECT_EQ(ended(dritte, 5000), 0) << dritte.readAll().constData();
+    offerSamples(3);
+    ASSERT_TRUE(warteBis([&] { return allTaken(); }, 60000));
+    warteBis([] { return false; }, 1000); // the last acknowledgement's answer
+
+    // One socket per furnace, every block acknowledged once and stored once.
+    EXPECT_EQ(peers(PLAIN).size(), 1) << QStringList(peers(PLAIN).values()).join(' ').toStdString();
+    EXPECT_EQ(peers(HEADED).size(), 1) << QStringList(peers(HEADED).values()).join(' ').toStdString();
+    EXPECT_EQ(sim->furnace(PLAIN)->log().taken(), offered);
+    EXPECT_EQ(acks(), offered.size());
+    EXPECT_EQ(records(dateien.first()), 39 + samples);
+    EXPECT_EQ(batchFiles(), dateien);
+    EXPECT_EQ(erste.state(), QProcess::Running);
+}
+
+TEST_F(SharedFolder, LockOfAKilledStationIsTakenOverByTheNextStart)
+{
+    QProcess &erste = start({});
+    const qint64 pid = erste.processId();
+    ASSERT_TRUE(warteBis([&] { return polled() && !lockOwner().isEmpty(); }, 30000));
+    ::kill(static_cast<pid_t>(pid), SIGKILL);
+    ASSERT_TRUE(warteBis([&] { return erste.state() == QProcess::NotRunning; }, 10000));
+    EXPECT_EQ(lockOwner(), QByteArray::number(pid)); // left behind
+
+    QProcess &naechste = start({});
+    ASSERT_TRUE(warteBis([&] { return lockOwner() == QByteArray::number(naechste.processId()); }, 10000))
+        << naechste.readAll().constData();
+    sim->frames().clear();
+    EXPECT_TRUE(warteBis([&] { return polled(); }, 30000));
+    // A station that ends cleanly gives its folder up.
+    ::kill(static_cast<pid_t>(naechste.processId()), SIGTERM);
+    EXPECT_EQ(ended(naechste, 15000), 0);
+    EXPECT_FALSE(QFile::exists(dir.filePath(STATION_LOCK)));
+}
+
+TEST_F(SharedFolder, ViewerBesideAStationTouchesNoPlcAndFollowsTheBatch)
+{
+    QProcess &station = start({});
+    ASSERT_TRUE(warteBis([&] { return polled(); }, 30000));
+    offerSamples(3);
+    ASSERT_TRUE(warteBis([&] { return allTaken(); }, 60000));
+    ASSERT_EQ(batchFiles().size(), 1);
+    const QString charge = batchFiles().first();
+
+    // The viewer in this process, on the station's folder.
+    plant.Daten_Ordner_Option = dir.path();
+    plant.viewer = true;
+    QString why;
+    ASSERT_EQ(claimDataFolder({}, &why), FolderClaim::Own) << why.toStdString();
+    setProzessEnde(keinEnde);
+    KM_MDI w;
+    setDialogs(&dlg);
+    w.resize(1280, 800);
+    w.show();
+    w.Laden();
+    setOpenRequestHandler([&w](const QString &b) { w.bringToFront(b); });
+    EXPECT_TRUE(w.windowTitle().startsWith(QStringLiteral("Kalmeron Viewer"))) << w.windowTitle().toStdString();
+    EXPECT_FALSE(w.mnuform(6)->isEnabled()); // no settings in an office
+    EXPECT_FALSE(w.mnuImport()->isEnabled());
+    // Its configured furnaces show offline, not a link being sought.
+    Seite_Act(Seite);
+    EXPECT_EQ(Seite.Zeile[PLAIN].Status, Text_Id(text::OFFLINE));
+
+    // A second viewer start hands its batch to this one.
+    QProcess &zweiter = start({QStringLiteral("--view"), charge});
+    EXPECT_EQ(ended(zweiter, 5000), 0) << zweiter.readAll().constData();
+    ASSERT_TRUE(warteBis([&] { return plant.Kurve_Datei == charge; }, 2000));
+    ASSERT_NE(w.kurve(), nullptr);
+    const int gelesen = Kurve.Satz_Letzter;
+    EXPECT_EQ(gelesen, 39 + samples);
+
+    // The station goes on recording; the viewer's curve grows with the file.
+    offerSamples(2);
+    ASSERT_TRUE(warteBis([&] { return allTaken(); }, 60000));
+    EXPECT_TRUE(warteBis([&] { return Kurve.Satz_Letzter == 39 + samples; }, 5000)) << Kurve.Satz_Letzter;
+
+    for (int k = 0; k < KANAL_MAX; ++k)
+        EXPECT_EQ(Winsock1.get(k), nullptr) << k;
+    EXPECT_EQ(peers(PLAIN).size(), 1);
+    EXPECT_EQ(peers(HEADED).size(), 1);
+    EXPECT_EQ(acks(), offered.size());
+    EXPECT_EQ(station.state(), QProcess::Running);
+    EXPECT_TRUE(dlg.shown.empty()) << dlg.shown.front().text.toStdString();
+
+    warteBis([] { return false; }, 500);
+    bildSichern(w, QStringLiteral("viewer_de.png"));
+    plant.Sprache = 1;
+    Sprachumschalt();
+    warteBis([] { return false; }, 500);
+    bildSichern(w, QStringLiteral("viewer_en.png"));
+    Programm_Ende();
+}
+
+TEST(StartRefused, ExitCodesOfStartsThatCannotRun)
+{
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    QFile datei(dir.filePath(QStringLiteral("datei")));
+    ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
+    datei.close();
+    struct Fall {
+        QStringList args;
+        int code;
+        QByteArray says;
+    };
+    const Fall faelle[] = {
+        // A data folder that can be neither made nor locked.
+        {{QStringLiteral("--data"), dir.filePath(QStringLiteral("datei/Kalmeron"))}, 4, "does not start"},
+        {{QStringLiteral("--data"), dir.path(), dir.filePath(QStringLiteral("D1.OVD"))}, 3, "D1.OVD"},
+        {{QStringLiteral("--view"), QStringLiteral("--demo")}, 2, "--view"},
+        {{QStringLiteral("--data"), dir.path(), datei.fileName(), datei.fileName()}, 2, "one batch"},
+    };
+    for (const Fall &f : faelle) {
+        QProcess p;
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        p.setProcessEnvironment(env);
+        p.start(QStringLiteral(KALMERON_EXE), f.args);
+        ASSERT_TRUE(p.waitForFinished(15000)) << f.args.join(' ').toStdString();
+        const QByteArray err = p.readAllStandardError();
+        EXPECT_EQ(p.exitCode(), f.code) << f.args.join(' ').toStdString() << "\n" << err.constData();
+        EXPECT_TRUE(err.contains(f.says)) << err.constData();
+        EXPECT_TRUE(p.readAllStandardOutput().isEmpty());
+    }
+    EXPECT_FALSE(QFile::exists(dir.filePath(STATION_LOCK))); // none of them took the folder
+}
