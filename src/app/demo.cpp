@@ -60,6 +60,8 @@ void Demo_Konfiguration(const sim::PlantDescription &d)
             plant.Ofen_Kennung_B(f + 1, p) = id[2 * p + 1];
         }
         plant.TempLog_Takt[f] = 60;
+        for (int k = 0; k < 16; ++k)
+            plant.Kanal_Farbe(f + 1, k) = k + 8; // the standard colours
         plant.Ofen_Nr_Prog[f] = static_cast<i16>(f + 1);
     }
     for (int k = 1; k <= 3; ++k)

@@ -1,7 +1,8 @@
 #pragma once
 // The 24 colours of the curve channels. A channel's colour in the
-// configuration (`Kanal_Farbe`) is an index 0..23 into this table; the first
-// sixteen are the classic console colours, the last eight mixed tones.
+// configuration (`Kanal_Farbe`) is an index 0..23 into this table. The
+// standard colour of channel k is k + 8, so the first sixteen channels take
+// entries 8..23: strong colours that stand apart on the white plot.
 
 #include <cstdint>
 
