@@ -78,9 +78,14 @@ bool CSV_Tabelle_Schreiben()
             felder << Format_Zahl(t.Wert[z][s], t.Format);
         text += CSV_Zeile(felder);
     }
-    QFile f(t.Datei);
+    return CSV_Datei_Schreiben(t.Datei, text, t.Titel);
+}
+
+bool CSV_Datei_Schreiben(const QString &pfad, const QByteArray &text, const QString &titel)
+{
+    QFile f(pfad);
     if (!f.open(QIODevice::WriteOnly | QIODevice::Truncate) || f.write(text) != text.size()) {
-        dialogs().message(t.Datei + QStringLiteral("\n") + f.errorString(), t.Titel);
+        dialogs().message(pfad + QStringLiteral("\n") + f.errorString(), titel);
         return false;
     }
     return true;

@@ -50,6 +50,10 @@ bool CSV_Ordner_Pruefen();
 /// `pfad` does not exist, or the operator agreed to replace it. False: no export.
 bool CSV_Ersetzen_Pruefen(const QString &pfad);
 
+/// Writes `text` into the file `pfad`, replacing it. False when it could not
+/// be written; the operator is told then, under `titel`.
+bool CSV_Datei_Schreiben(const QString &pfad, const QByteArray &text, const QString &titel);
+
 /// Writes `CSV_Tabelle` into its file after both checks: the head lines, the
 /// column line "Datum", "Zeit" and the names, then per row the date
 /// (TT.MM.JJ), the time (HH:MM:SS) and the values. False when nothing was

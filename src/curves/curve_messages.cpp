@@ -23,9 +23,9 @@ QString rechts(const QString &t, int n)
     return t.rightJustified(n, QLatin1Char(' ')).right(n);
 }
 
-/// The fields of a segment read back from the last 28 characters of its code,
-/// the way the code was written (a field cut on the left stays cut).
-SegmentFelder zurueckLesen(const QString &code)
+} // namespace
+
+SegmentFelder Segment_Lesen(const QString &code)
 {
     const QString c = Fest(code.right(28), 28);
     auto feld = [&](int pos, int n) { return i16(leadingNumber(c.mid(pos, n))); };
@@ -41,18 +41,26 @@ SegmentFelder zurueckLesen(const QString &code)
     return f;
 }
 
+QString Gas_Einheit(bool &zehntel)
+{
+    // Litres a minute for the furnaces that measure them, with one decimal;
+    // cubic metres an hour otherwise; percent without a gas channel.
+    const QString einheit4 = plant.Kanal_Einheit(0, 4);
+    zehntel = Kurve.Charge_Serie.contains(QLatin1String("ARH")) || einheit4 == QLatin1String("L/Min");
+    if (zehntel)
+        return QStringLiteral(" L/M");
+    if (einheit4.trimmed().isEmpty())
+        return QStringLiteral("%   ");
+    return QStringLiteral("m³/h");
+}
+
+namespace {
+
 void segmenteLesen()
 {
     const Eintragsliste &l = Kurve.listen.Meldliste[3];
-    // The gas column: litres a minute for the furnaces that measure them, with
-    // one decimal; cubic metres an hour otherwise.
-    const QString einheit4 = plant.Kanal_Einheit(0, 4);
-    const bool liter = Kurve.Charge_Serie.contains(QLatin1String("ARH")) || einheit4 == QLatin1String("L/Min");
-    QString gas = QStringLiteral("m³/h");
-    if (liter)
-        gas = QStringLiteral(" L/M");
-    else if (einheit4.trimmed().isEmpty())
-        gas = QStringLiteral("%   ");
+    bool liter = false;
+    const QString gas = Gas_Einheit(liter);
 
     int letzter = 0;
     bool gesehen = false;
@@ -61,7 +69,7 @@ void segmenteLesen()
         if (s == letzter)
             continue;
         if (s >= 1 && s <= KURVE_SEGMENTE) {
-            const SegmentFelder f = zurueckLesen(Segment_Code(l.seg[size_t(k)]));
+            const SegmentFelder f = Segment_Lesen(Segment_Code(l.seg[size_t(k)]));
             const QString text = QStringLiteral("S") + QString::asprintf("%02d", s) + QStringLiteral(" B") +
                                  Segment_Zeile(f, gas, liter);
             Kurve.Segment_Text[size_t(s)] = text;

@@ -119,6 +119,12 @@ void Eintrag_Codiert(const BatchRecord &satz, uint32_t zeitIndex);
 void Codiert_Vorbereiten();
 /// `Eintrag_Meldung()`: `Segment_Text` and `Info_Text` from the message lists.
 void Eintrag_Meldung();
+/// The fields of a segment read back from the last 28 characters of its code,
+/// the way the code was written (a field cut on the left stays cut).
+SegmentFelder Segment_Lesen(const QString &code);
+/// Unit of the gas column of the segment lines (4 characters); `zehntel` is
+/// set when the flow is shown with one decimal.
+QString Gas_Einheit(bool &zehntel);
 /// `Segment_Zeile`: the 54-character line of a segment.
 QString Segment_Zeile(const SegmentFelder &s, const QString &gasEinheit, bool gasZehntel);
 
