@@ -34,6 +34,9 @@ public:
     virtual void Elemente_Zeigen() {}
     /// The batch on view in the curve window grew (a live refresh): redraw it.
     virtual void Kurve_Neu() {}
+    /// `Kurve_Online`: the live ring took a sample; the furnace page repaints
+    /// the curve of the furnace on view.
+    virtual void Kurve_Online() {}
 };
 
 /// The screen in use (never null).

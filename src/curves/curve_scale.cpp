@@ -18,7 +18,8 @@ int32_t zehner(double v)
 
 } // namespace
 
-Kurven_Skala Skala_Rechnen(const Kurven_Seite &seite, int kanaele, int slot, double hoehe, double breite)
+Kurven_Skala Skala_Rechnen(const Kurven_Seite &seite, int kanaele, int slot, double hoehe, double breite,
+                           const Skala_Optionen &o)
 {
     Kurven_Skala s;
     s.kanaele = std::clamp(kanaele, 0, SEITEN_KANAELE);
@@ -37,7 +38,9 @@ Kurven_Skala Skala_Rechnen(const Kurven_Seite &seite, int kanaele, int slot, dou
             lo = std::min({lo, a, b});
         }
         hi = zehner(hi + 100.0);
-        if (lo < 0)
+        if (o.live)
+            lo = std::max(zehner(lo - 10.0), o.Skala_Untergrenze);
+        else if (lo < 0)
             lo = zehner(lo - 10.0);
         s.Skala_Max[size_t(c)] = std::max(hi, 1);
         s.Skala_Min[size_t(c)] = std::min(lo, 0);
@@ -71,6 +74,11 @@ Kurven_Skala Skala_Rechnen(const Kurven_Seite &seite, int kanaele, int slot, dou
         s.Skala_Max[size_t(c)] = s.Einheit_Max[size_t(g)];
         s.Skala_Min[size_t(c)] = s.Einheit_Min[size_t(g)];
     }
+    if (o.kanal0Zwingt)
+        for (int c = 1; c <= 5 && c < s.kanaele; ++c) {
+            s.Skala_Max[size_t(c)] = s.Skala_Max[0];
+            s.Skala_Min[size_t(c)] = s.Skala_Min[0];
+        }
 
     // The zero line: the part below zero as large as the widest negative range.
     double r = 0;

@@ -47,9 +47,19 @@ struct Kurven_Skala {
     std::array<QString, SEITEN_KANAELE> Einheit_Label;
 };
 
+/// How the live page scales otherwise than a batch page: its minimum always
+/// leaves a step of ten below the lowest value, down to a lower limit, and
+/// channel 0 of a furnace of type 2 gives its scale to channels 1..5.
+struct Skala_Optionen {
+    bool live = false;
+    int32_t Skala_Untergrenze = 0;
+    bool kanal0Zwingt = false;
+};
+
 /// Scales a page for a plot of `hoehe` x `breite` pixels; the channels in
 /// use are 0..kanaele-1 of `slot` (units, dividers, status channels).
-Kurven_Skala Skala_Rechnen(const Kurven_Seite &seite, int kanaele, int slot, double hoehe, double breite);
+Kurven_Skala Skala_Rechnen(const Kurven_Seite &seite, int kanaele, int slot, double hoehe, double breite,
+                           const Skala_Optionen &o = {});
 
 /// y of a value of channel c (actual and set curves); no clipping.
 inline double Y_Wert(const Kurven_Skala &s, int c, double v)

@@ -4,6 +4,7 @@
 #include "core/dates.h"
 #include "core/plant_state.h"
 #include "core/screen.h"
+#include "curves/live_curve.h"
 #include "link/channels.h"
 #include "link/derived_data.h"
 #include "link/polling.h"
@@ -114,8 +115,8 @@ bool Erste_Haelfte(Takt &t)
     });
 }
 
-/// Steps 170..300: derived data of every online furnace, then the
-/// configuration save the identity check asked for.
+/// Steps 170..310: derived data of every online furnace, the configuration
+/// save the identity check asked for, and the sample of the live curve.
 void Zweite_Haelfte(Takt &t)
 {
     for (int ofen = 0; ofen < OFEN_MAX; ++ofen) {
@@ -125,12 +126,17 @@ void Zweite_Haelfte(Takt &t)
             }))
             return;
     }
+    if (!t.lauf([&] {
+            t.schritt = 300;
+            if (plant.Config_Save != 0) {
+                plant.Config_Save = 0;
+                Config_Schreiben(true);
+            }
+        }))
+        return;
     t.lauf([&] {
-        t.schritt = 300;
-        if (plant.Config_Save != 0) {
-            plant.Config_Save = 0;
-            Config_Schreiben(true);
-        }
+        t.schritt = 310;
+        Graph_Online();
     });
 }
 

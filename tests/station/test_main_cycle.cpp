@@ -2,6 +2,7 @@
 // on a test clock whose every yield moves time on by a quarter second, so a
 // two-second wait takes eight yields and no real time.
 
+#include "curves/live_curve.h"
 #include "link/channels.h"
 #include "link/frames.h"
 #include "station/main_cycle.h"
@@ -104,6 +105,7 @@ TEST_F(Zyklus, PollSequenceByKindAndLayout)
     EXPECT_EQ(Lesungen(2).mid(0, 7), (QList<int>{100, 200, 300, 600, 400, 0, 100}));
     EXPECT_EQ(Lesungen(3).mid(0, 7), (QList<int>{100, 200, 300, 600, 400, 0, 100}));
     EXPECT_EQ(plant.Poll_Rounds[0], 3);
+    EXPECT_EQ(Live.Live_Punkt, 1) << "the live ring takes a sample every hundredth tick";
 }
 
 TEST_F(Zyklus, UnansweredModbusReadIsGivenUpAtTheSeventhTurn)

@@ -23,6 +23,7 @@ public:
     int entladen = 0;                  ///< unloads of the forms
     int sprache = 0;                   ///< language changes
     int elemente = 0;                  ///< refreshes of the element list
+    int liveKurve = 0;                 ///< repaints of the live curve
 
     void Status_Panel(int p, const QString &text) override
     {
@@ -37,6 +38,7 @@ public:
     void LogList_Zeile(const QString &line) override { logList.append(line); }
     void Alarme_Zeichnen(bool liste) override { alarme.append(liste); }
     void Elemente_Zeigen() override { ++elemente; }
+    void Kurve_Online() override { ++liveKurve; }
 };
 
 } // namespace kal::test
