@@ -1,8 +1,11 @@
 // kalmeron: the supervision station.
 //
 //   kalmeron [--data DIR] [--modbus-port N] [--demo] [--view] [--help] [BATCH.OVD]
+//   kalmeron [--data DIR] --csv BATCH.OVD [--out FILE]
+//   kalmeron [--data DIR] --pdf BATCH.OVD --out FILE.pdf
 
 #include "app/demo.h"
+#include "app/headless_export.h"
 #include "app/single_start.h"
 #include "core/plant_state.h"
 #include "station/shutdown.h"
@@ -44,6 +47,7 @@ void endOnSignals(QObject *parent)
 
 int main(int argc, char *argv[])
 {
+    kal::Headless_Plattform(argc, argv);
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Kalmeron"));
     // The installed icon of the menu entry; none when run from the build folder.
@@ -67,7 +71,10 @@ int main(int argc, char *argv[])
     parser.addOption(viewOpt);
     parser.addPositionalArgument(QStringLiteral("BATCH.OVD"), QStringLiteral("Batch file to show in the curve window."),
                                  QStringLiteral("[BATCH.OVD]"));
+    kal::Headless_Optionen(parser);
     parser.process(app);
+    if (const int code = kal::Headless_Export(parser); code >= 0)
+        return code;
 
     const QStringList args = parser.positionalArguments();
     if (args.size() > 1 || (parser.isSet(viewOpt) && parser.isSet(demoOpt))) {

@@ -23,16 +23,11 @@
 
 namespace kal {
 
-namespace {
-
-/// "." unless the present date's text in the system's short form holds "/".
-QString datumTrenner()
+QString Datum_Trenner_System()
 {
     const QString heute = QLocale::system().toString(QDate::currentDate(), QLocale::ShortFormat);
     return heute.contains(QLatin1Char('/')) ? QStringLiteral("/") : QStringLiteral(".");
 }
-
-} // namespace
 
 void Station_Start()
 {
@@ -48,7 +43,7 @@ void Station_Start()
 
     // 1. Start values.
     plant.Live_Raster = 10;
-    plant.Datum_Trenner = datumTrenner();
+    plant.Datum_Trenner = Datum_Trenner_System();
     Status_Text_Fuellen();
     plant.Sekunden_Text = QStringLiteral("s");
 

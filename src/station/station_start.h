@@ -4,7 +4,13 @@
 // (main_cycle.h) and the menu and the window's close end the station
 // (shutdown.h).
 
+#include <QString>
+
 namespace kal {
+
+/// The date separator of the system: "." unless the present date's text in
+/// the system's short form holds "/".
+QString Datum_Trenner_System();
 
 /// The start-up, in its fixed order: the subsystems wired together (the run
 /// ends when a hook whose absence would lose data is missing), start values,

@@ -1,0 +1,226 @@
+// The documents of a batch that leave the station: the CSV file and the PDF
+// printout, made by the headless commands of the real executable (without a
+// display) and compared with what the window's button and print give; the
+// pages of a printout counted and rendered with poppler's tools.
+
+#include "curves/csv_export.h"
+#include "curves/curve_fixture.h"
+#include "curves/print_layout.h"
+#include "station/station_start.h"
+#include "support/files.h"
+#include "views/KM_Kurve.h"
+#include "views/printing.h"
+
+#include <QDir>
+#include <QPrinter>
+#include <QProcess>
+#include <QRegularExpression>
+
+using namespace kal;
+using namespace kal::test;
+
+namespace {
+
+struct Lauf {
+    int code = -1;
+    QByteArray out, err;
+};
+
+/// Runs a program to its end; a program that cannot be started fails the test.
+Lauf starten(const QString &programm, const QStringList &args, bool ohneAnzeige = false)
+{
+    QProcess p;
+    if (ohneAnzeige) {
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.remove(QStringLiteral("QT_QPA_PLATFORM"));
+        env.remove(QStringLiteral("DISPLAY"));
+        env.remove(QStringLiteral("WAYLAND_DISPLAY"));
+        p.setProcessEnvironment(env);
+    }
+    p.start(programm, args);
+    EXPECT_TRUE(p.waitForStarted(10000)) << qPrintable(programm) << " is missing (setup-debian installs it)";
+    EXPECT_TRUE(p.waitForFinished(60000)) << qPrintable(programm);
+    return {p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1, p.readAllStandardOutput(),
+            p.readAllStandardError()};
+}
+
+Lauf kalmeron(const QStringList &args)
+{
+    return starten(QStringLiteral(KALMERON_EXE), args, true);
+}
+
+/// Page sizes of a PDF as "L" (landscape) and "P" (portrait), in order.
+QString seitenLagen(const QString &pdf)
+{
+    const QRegularExpression zahl(QStringLiteral("Pages: +(\\d+)"));
+    const QString seiten = zahl.match(QString::fromUtf8(starten(QStringLiteral("pdfinfo"), {pdf}).out)).captured(1);
+    const Lauf info = starten(QStringLiteral("pdfinfo"), {QStringLiteral("-f"), QStringLiteral("1"),
+                                                          QStringLiteral("-l"), seiten, pdf});
+    QString lagen;
+    const QRegularExpression re(QStringLiteral("Page +\\d+ size: +([\\d.]+) x ([\\d.]+)"));
+    for (auto it = re.globalMatch(QString::fromUtf8(info.out)); it.hasNext();) {
+        const auto m = it.next();
+        lagen += m.captured(1).toDouble() > m.captured(2).toDouble() ? QLatin1Char('L') : QLatin1Char('P');
+    }
+    return lagen;
+}
+
+/// Renders the pages into build/shots at a small resolution, for looking at.
+void seitenBilder(const QString &pdf, const QString &name)
+{
+    QDir().mkpath(QStringLiteral(KALMERON_SHOTS));
+    const Lauf r = starten(QStringLiteral("pdftoppm"), {QStringLiteral("-r"), QStringLiteral("60"), QStringLiteral("-png"),
+                                                        pdf, QStringLiteral(KALMERON_SHOTS "/") + name});
+    EXPECT_EQ(r.code, 0) << r.err.constData();
+}
+
+class Dokumente : public KurvenTest {
+protected:
+    /// A batch of two hours: ramp and hold in two segments, a door message
+    /// that comes and goes, so the info text has several lines.
+    QString charge()
+    {
+        std::vector<Probe> p;
+        for (int m = 0; m < 120; ++m) {
+            Probe x;
+            x.soll = i16(m < 60 ? 200 + m * 10 : 800);
+            x.ist = i16(x.soll - 8 + m % 5);
+            x.zone = i16(x.ist - 20);
+            x.out = i16(m < 60 ? 80 : 35);
+            x.druck = 12;
+            x.meld = (m >= 30 && m < 40) ? 1 : 0;
+            x.seg = m < 60 ? 1 : 2;
+            x.art = m < 60 ? 1 : 2;
+            x.ziel = 8000;
+            x.rest = 100;
+            p.push_back(x);
+        }
+        return kopfDatei(p);
+    }
+};
+
+} // namespace
+
+TEST_F(Dokumente, HeadlessCsvIsWhatTheButtonWrites)
+{
+    const QString p = charge();
+    // The button: the batch loaded in the window, no column choice made.
+    plant.Datum_Trenner = Datum_Trenner_System();
+    plant.Pfad[3] = dir.filePath(QStringLiteral("Knopf"));
+    QDir().mkpath(plant.Pfad[3]);
+    plant.CSV_Datei = plant.Pfad[3] + QStringLiteral("/B.CSV");
+    laden(p);
+    ASSERT_TRUE(CSV_EXPORT(false));
+    const QByteArray knopf = readFile(plant.CSV_Datei);
+    ASSERT_GT(knopf.count('\n'), 120);
+
+    const QString daten = dir.filePath(QStringLiteral("daten"));
+    const QString ziel = dir.filePath(QStringLiteral("aus/nacht.csv"));
+    Lauf r = kalmeron({QStringLiteral("--data"), daten, QStringLiteral("--csv"), p, QStringLiteral("--out"), ziel});
+    EXPECT_EQ(r.code, 0) << r.err.constData();
+    EXPECT_TRUE(r.out.isEmpty());
+    EXPECT_EQ(readFile(ziel), knopf);
+
+    // Without --out: the browser's name in the CSV folder, which is created;
+    // a second run replaces the file without asking.
+    const QString standard = daten + QStringLiteral("/CSV/") + QFileInfo(p).completeBaseName() + QStringLiteral(".CSV");
+    for (int lauf = 0; lauf < 2; ++lauf) {
+        r = kalmeron({QStringLiteral("--data"), daten, QStringLiteral("--csv"), p});
+        EXPECT_EQ(r.code, 0) << r.err.constData();
+        EXPECT_EQ(readFile(standard), knopf);
+    }
+    EXPECT_TRUE(r.out.isEmpty());
+}
+
+TEST_F(Dokumente, HeadlessExitCodes)
+{
+    const QString p = charge();
+    const QString d = dir.filePath(QStringLiteral("daten"));
+    struct Fall {
+        QStringList args;
+        int code;
+    };
+    QDir().mkpath(dir.filePath(QStringLiteral("ordner.OVD")));
+    const Fall faelle[] = {
+        {{QStringLiteral("--csv"), dir.filePath(QStringLiteral("fehlt.OVD"))}, 3},
+        {{QStringLiteral("--pdf"), dir.filePath(QStringLiteral("fehlt.OVD")), QStringLiteral("--out"), dir.filePath(QStringLiteral("x.pdf"))}, 3},
+        {{QStringLiteral("--csv"), dir.filePath(QStringLiteral("ordner.OVD"))}, 3},
+        {{QStringLiteral("--pdf"), p}, 2},
+        {{QStringLiteral("--csv"), p, QStringLiteral("--pdf"), p}, 2},
+        {{QStringLiteral("--out"), dir.filePath(QStringLiteral("x.csv"))}, 2},
+    };
+    for (const Fall &f : faelle) {
+        const Lauf r = kalmeron(QStringList{QStringLiteral("--data"), d} + f.args);
+        EXPECT_EQ(r.code, f.code) << qPrintable(f.args.join(QLatin1Char(' ')));
+        EXPECT_TRUE(r.out.isEmpty());
+        EXPECT_FALSE(r.err.isEmpty()) << "says what went wrong";
+    }
+}
+
+TEST_F(Dokumente, HeadlessPdfIsTheCurvePageThenItsText)
+{
+    const QString p = charge();
+    const QString pdf = dir.filePath(QStringLiteral("charge.pdf"));
+    const Lauf r = kalmeron({QStringLiteral("--data"), dir.filePath(QStringLiteral("daten")), QStringLiteral("--pdf"), p,
+                             QStringLiteral("--out"), pdf});
+    ASSERT_EQ(r.code, 0) << r.err.constData();
+    EXPECT_TRUE(r.out.isEmpty());
+    EXPECT_EQ(seitenLagen(pdf), QStringLiteral("LP"));
+    const Lauf text = starten(QStringLiteral("pdftotext"), {pdf, QStringLiteral("-")});
+    EXPECT_TRUE(text.out.contains("Seite 1"));
+    EXPECT_TRUE(text.out.contains("kommt 01 Text 1")) << text.out.constData();
+    seitenBilder(pdf, QStringLiteral("pdf_charge"));
+}
+
+TEST_F(Dokumente, ThreeCopiesAlternateImageAndTextAndShortInfoPrintsNoText)
+{
+    laden(charge());
+    ASSERT_GE(Kurve.Info_Text.size(), INFO_MIN_ZEICHEN);
+    KM_Kurve fenster;
+    fenster.setAttribute(Qt::WA_DeleteOnClose, false);
+    fenster.Laden();
+    fenster.resize(1100, 640);
+    fenster.show();
+
+    const QString pdf = dir.filePath(QStringLiteral("drei.pdf"));
+    {
+        QPrinter d(QPrinter::HighResolution);
+        PDF_Drucker(d, pdf);
+        d.setPageOrientation(QPageLayout::Landscape);
+        ASSERT_TRUE(Fenster_Drucken(d, &fenster, 3, true));
+    }
+    EXPECT_EQ(seitenLagen(pdf), QStringLiteral("LPLPLP"));
+
+    Kurve.Info_Text = QString(40, QLatin1Char('x'));
+    {
+        QPrinter d(QPrinter::HighResolution);
+        PDF_Drucker(d, pdf);
+        d.setPageOrientation(QPageLayout::Landscape);
+        ASSERT_TRUE(Fenster_Drucken(d, &fenster, 3, true));
+    }
+    EXPECT_EQ(seitenLagen(pdf), QStringLiteral("LLL"));
+}
+
+TEST_F(Dokumente, ListPagesCarryTheirHeadAndNumber)
+{
+    laden(charge());
+    plant.Pfad[3] = dir.filePath(QStringLiteral("CSV"));
+    QDir().mkpath(plant.Pfad[3]);
+    ASSERT_TRUE(CSV_EXPORT(true));
+    const QString pdf = dir.filePath(QStringLiteral("liste.pdf"));
+    {
+        QPrinter d(QPrinter::HighResolution);
+        PDF_Drucker(d, pdf);
+        d.setPageOrientation(QPageLayout::Landscape);
+        ASSERT_TRUE(Liste_Drucken(d, Kurve_Liste_Kopf(), Listen.CSV_Text, Listen.CSV_LIST, 1));
+    }
+    const int seiten = int(Listen.CSV_LIST.size() + DRUCK_ZEILEN_LISTE - 1) / DRUCK_ZEILEN_LISTE;
+    EXPECT_EQ(seitenLagen(pdf), QString(seiten, QLatin1Char('L')));
+    const QString text = QString::fromUtf8(starten(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf,
+                                                                                 QStringLiteral("-")}).out);
+    for (int s = 1; s <= seiten; ++s)
+        EXPECT_TRUE(text.contains(QStringLiteral("Seite %1").arg(s))) << s;
+    EXPECT_EQ(text.count(QStringLiteral("Kalmeron: 2401-100-TST, Charge 7")), seiten);
+    EXPECT_EQ(text.count(QStringLiteral("Datum")), seiten);
+    seitenBilder(pdf, QStringLiteral("pdf_liste"));
+}
