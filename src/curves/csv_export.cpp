@@ -263,13 +263,15 @@ void List_akt()
     CSV_EXPORT(true);
 }
 
-void Liste_Takt()
+bool Liste_Takt()
 {
     if (Listen.Zaehler >= LISTE_TAKTE)
-        return;
+        return false;
     ++Listen.Zaehler;
-    if (Listen.Zaehler == LISTE_PAUSE)
-        List_akt();
+    if (Listen.Zaehler != LISTE_PAUSE)
+        return false;
+    List_akt();
+    return true;
 }
 
 void Liste_Klick()

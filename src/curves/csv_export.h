@@ -59,8 +59,9 @@ bool CSV_Datei_Export(const QString &ziel);
 void List_akt();
 
 /// The value list window's timer: counts ticks up to 100 and rebuilds the
-/// list once at exactly 10 ticks after the last click on a check.
-void Liste_Takt();
+/// list once at exactly 10 ticks after the last click on a check. True when
+/// it rebuilt the list.
+bool Liste_Takt();
 /// A click on a check: the count starts again.
 void Liste_Klick();
 

@@ -277,6 +277,16 @@ void SimFurnace::updateWords()
     const int at = d_.protocol == Protocol::Modbus ? 7 : 67;
     image_.set(at, hours[0]);
     image_.set(at + 1, hours[1]);
+    // Live element currents in whole amperes (words 460..477) and the top of
+    // their scale (478): each element draws a little more than the one
+    // before it, in proportion to the output.
+    const int elements = std::min(18, d_.trackCode % 100);
+    if (elements > 0) {
+        const int output = image_.get(45) / outputScale();
+        for (int i = 0; i < elements; ++i)
+            image_.set(460 + i, static_cast<int16_t>(output * (40 + 2 * i) / 100));
+        image_.set(478, 100);
+    }
 }
 
 void SimFurnace::step(int64_t ms)

@@ -3,6 +3,7 @@
 #include "config/text_ids.h"
 #include "core/plant_state.h"
 #include "curves/curve_colours.h"
+#include "curves/csv_export.h"
 #include "curves/curve_store.h"
 #include "curves/time_axis.h"
 #include "operation/status_colours.h"
@@ -69,6 +70,11 @@ KM_Kurve::KM_Kurve(QWidget *parent) : QWidget(parent)
         connect(m_taste[size_t(i)], &QPushButton::clicked, this, [this, i] { tasteKlick(i); });
         leiste->addWidget(m_taste[size_t(i)]);
     }
+    m_strom = new QPushButton(this);
+    m_strom->setObjectName(QStringLiteral("Tast_Strom"));
+    m_strom->hide();
+    connect(m_strom, &QPushButton::clicked, this, [this] { Q_EMIT strom(); });
+    leiste->addWidget(m_strom);
     links->addLayout(leiste);
 
     auto *rechts = new QVBoxLayout;
@@ -113,6 +119,7 @@ void KM_Kurve::Beschriften()
 {
     for (int i = 0; i < 8; ++i)
         m_taste[size_t(i)]->setText(Taste_Text(i));
+    m_strom->setText(Text_Id(text::CURRENT_A).trimmed());
     Anzeigen();
 }
 
@@ -144,9 +151,8 @@ void KM_Kurve::Anzeigen()
 
     for (int i = 0; i < 8; ++i)
         m_taste[size_t(i)]->setEnabled(Kurve.Taste_An[size_t(i)]);
-    // Export and value list are served by their own windows.
-    m_taste[TASTE_CSV]->setEnabled(false);
-    m_taste[TASTE_LISTE]->setEnabled(false);
+    // The element currents of the batch, when it recorded any.
+    m_strom->setVisible(Kurve.listen.Meldliste[4].size() > 0);
 
     QString info;
     if (!Kurve.Charge_Nummer.trimmed().isEmpty())
@@ -190,12 +196,16 @@ void KM_Kurve::tasteKlick(int i)
     if (Taste_Seite(i)) {
         KurveAct();
         for (int k = 0; k < 8; ++k)
-            m_taste[size_t(k)]->setEnabled(Kurve.Taste_An[size_t(k)] && k != TASTE_CSV && k != TASTE_LISTE);
+            m_taste[size_t(k)]->setEnabled(Kurve.Taste_An[size_t(k)]);
         m_fokusPark->setFocus();
         return;
     }
     if (i == TASTE_LADEN)
         Q_EMIT datenLaden();
+    else if (i == TASTE_CSV)
+        CSV_EXPORT(false);
+    else if (i == TASTE_LISTE)
+        Q_EMIT liste();
     else if (i == TASTE_ENDE)
         Q_EMIT zurueck();
 }

@@ -33,6 +33,7 @@ public:
 
     KurvenBild *bild() const { return m_bild; }
     QPushButton *taste(int i) const { return m_taste[size_t(i)]; }
+    QPushButton *Tast_Strom() const { return m_strom; }
     /// The window's texts, for the tests: names, span, marks, info.
     QString labelText(const QString &name) const;
 
@@ -41,6 +42,10 @@ Q_SIGNALS:
     void datenLaden();
     /// Button 7: back to the live page.
     void zurueck();
+    /// Button 4: the value list of the batch.
+    void liste();
+    /// `Tast_Strom`: the element currents of the page in the 16-channel view.
+    void strom();
 
 protected:
     void keyPressEvent(QKeyEvent *e) override;
@@ -60,6 +65,7 @@ private:
     KurvenBild *m_bild = nullptr;
     QWidget *m_fokusPark = nullptr;
     std::array<QPushButton *, 8> m_taste{};
+    QPushButton *m_strom = nullptr; // Tast_Strom
     QTimer m_neu;
 };
 

@@ -1,0 +1,136 @@
+// The two views of heating element currents: the 16-channel view of a batch
+// page (its scale, its paging through the curve window, its export) and the
+// live bars of the element current view.
+
+#include "curve_fixture.h"
+
+#include "core/word_map.h"
+#include "curves/csv_writer.h"
+#include "curves/element_view.h"
+#include "curves/time_axis.h"
+#include "curves/view16.h"
+#include "support/files.h"
+
+#include <QDir>
+
+using namespace kal;
+using namespace kal::test;
+
+namespace {
+
+using View16Test = KurvenTest;
+
+class StromTest : public FreshProcess {
+protected:
+    void SetUp() override
+    {
+        FreshProcess::SetUp();
+        plant.Element_Spuren[2] = 12;
+        plant.Ofen_Name[2] = QStringLiteral("Vakuumofen 3");
+        plant.SPS_Wort(2, word::TYPE) = -100;
+    }
+    static void strom(int e, i16 v) { plant.SPS_Wort(2, word::ELEMENT_CURRENTS + e) = v; }
+};
+
+} // namespace
+
+TEST_F(View16Test, ScaleFromTheLargestValueAndSixteenCurvesInPercentBatches)
+{
+    laden(kopfDatei({Probe{100, 100}, Probe{100, 110}}));
+    Kurve.Spur_Zahl = 16;
+    Tast_Strom();
+    EXPECT_EQ(View16.View_Spuren, 16);
+    EXPECT_EQ(View16.View_Max, 10); // all values 0
+    EXPECT_EQ(View16.View_Titel, QStringLiteral("Stromwerte Heizelemente"));
+    EXPECT_EQ(View16.View_Text[2], QStringLiteral("Start   ") + Kurve.Label_Marke[0]);
+    EXPECT_EQ(View16.View_Einheit, QStringLiteral(" A"));
+
+    // Track 17 is not drawn with 16 curves, so it does not scale either.
+    View16.Punkt_Spur[16][3] = 900;
+    View16.Punkt_Spur[15][200] = 37;
+    View_KurveAct();
+    EXPECT_EQ(View16.View_Max, 40);
+    View16.Punkt_Spur[15][200] = 40;
+    View_KurveAct();
+    EXPECT_EQ(View16.View_Max, 50);
+    EXPECT_DOUBLE_EQ(View_Y(25, 100), 50);
+    EXPECT_DOUBLE_EQ(View_Y(0, 100), 100);
+
+    const View_Lesung l = View_Mouse_Werte(200 * 2.0, 720);
+    EXPECT_EQ(l.punkt, 200);
+    EXPECT_EQ(l.werte[15], QStringLiteral("40 A"));
+    EXPECT_EQ(View_Mouse_Werte(720, 720).punkt, -1) << "the search stops at segment 358";
+}
+
+TEST_F(View16Test, PagingGoesThroughTheCurveWindowAndTheExportWritesThePage)
+{
+    std::vector<Probe> p(480, Probe{300, 300});
+    laden(kopfDatei(p));
+    Tast_Strom();
+    ASSERT_TRUE(Kurve.Taste_An[TASTE_ZOOM_EIN]);
+    const int32_t vorher = View16.View_Raster;
+    EXPECT_TRUE(View_Taste(TASTE_ZOOM_EIN));
+    EXPECT_EQ(View16.View_Raster, vorher - 60);
+    EXPECT_EQ(View16.View_Raster, Kurve.Zeit_Raster);
+    EXPECT_FALSE(View_Taste(TASTE_CSV));
+
+    plant.Pfad[3] = dir.filePath(QStringLiteral("CSV"));
+    QDir().mkpath(plant.Pfad[3]);
+    View16.Punkt_Spur[0][1] = 42;
+    ASSERT_TRUE(View_CSV_EXPORT(false));
+    const QList<QByteArray> z = readFile(CSV_Tabelle.Datei).split('\n');
+    ASSERT_EQ(z.size(), 1 + PUNKTE + 1);
+    EXPECT_EQ(z[0], QByteArray("Datum;Zeit;1;2;3;4;5;6;7;8;9;10;11;12;13;14;15;16;17;18\r"));
+    EXPECT_EQ(z[2], QByteArray("05.03.24;08:") + QByteArray::number(View16.View_Raster / 60).rightJustified(2, '0') +
+                        ":" + QByteArray::number(View16.View_Raster % 60).rightJustified(2, '0') +
+                        ";42;0;0;0;0;0;0;0;0;0;0;0;0;0;0;0;0;0\r");
+    ASSERT_TRUE(View_CSV_EXPORT(true));
+    EXPECT_EQ(View_Liste.zeilen.size(), PUNKTE);
+    EXPECT_TRUE(View_Liste.zeilen[1].contains(QStringLiteral("     42      0")));
+}
+
+TEST_F(StromTest, BarsClampTheirHeightButShowTheTrueValue)
+{
+    plant.SPS_Wort(2, word::ELEMENT_SCALE) = 50;
+    plant.Ofen_Gross[2] = TRUE16; // the large layout has the second picture
+    SNT_Oeffnen(3, 200);
+    EXPECT_EQ(Strom.caption, QStringLiteral("Strom Heizelemente, Vakuumofen 3"));
+    EXPECT_EQ(Strom.bilder, 3);
+    strom(0, 25);
+    strom(1, 80);
+    strom(11, -5);
+    strom(12, 40); // no thirteenth element
+    EXPECT_TRUE(SNT_Seite_Act());
+    EXPECT_DOUBLE_EQ(Strom.bars[0].hoehe, 100);
+    EXPECT_DOUBLE_EQ(Strom.bars[1].hoehe, 200);
+    EXPECT_EQ(Strom.bars[1].Stromwert, QStringLiteral("80 A"));
+    EXPECT_DOUBLE_EQ(Strom.bars[11].hoehe, 0);
+    EXPECT_EQ(Strom.bars[12].Stromwert, QString());
+    // The same values again move nothing.
+    EXPECT_FALSE(SNT_Seite_Act());
+    strom(0, 30);
+    EXPECT_TRUE(SNT_Seite_Act());
+    EXPECT_DOUBLE_EQ(Strom.bars[0].hoehe, 120);
+}
+
+TEST_F(StromTest, WithoutAScaleFromThePlcTheValuesMakeOne)
+{
+    plant.SPS_Wort(2, word::ELEMENT_SCALE) = 0;
+    SNT_Oeffnen(3, 100);
+    EXPECT_TRUE(Strom.eigeneSkala);
+    EXPECT_EQ(Strom.bars[0].Bar_Max, 10);
+    SNT_Seite_Act(); // all 0: no division by zero, empty bars
+    EXPECT_DOUBLE_EQ(Strom.bars[0].hoehe, 0);
+    strom(4, 43);
+    strom(5, 20);
+    SNT_Seite_Act();
+    EXPECT_EQ(Strom.bars[4].Bar_Max, 50);
+    EXPECT_DOUBLE_EQ(Strom.bars[5].hoehe, 40);
+
+    plant.Element_Spuren[2] = 16;
+    plant.SPS_Wort(2, word::TYPE) = 0;
+    SNT_Oeffnen(3, 100);
+    EXPECT_EQ(Strom.bilder, 1) << "a plain furnace shows its one picture";
+    SNT_Oeffnen(9, 100);
+    EXPECT_FALSE(SNT_Seite_Act());
+}
