@@ -12,8 +12,8 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QListWidget>
-#include <QPrinter>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 namespace kal {
@@ -54,15 +54,23 @@ KM_Liste::KM_Liste(QWidget *parent) : QWidget(parent)
     wahl->setColumnStretch(CHECKS + 1, 1);
     haupt->addLayout(wahl);
 
-    m_kopf = new QLabel(this);
+    // The head lines stand above the rows and scroll sideways with them.
+    m_kopf = new QListWidget(this);
+    m_kopf->setObjectName(QStringLiteral("CSV_Text"));
     m_kopf->setFont(QFont(MONO));
-    m_kopf->setTextFormat(Qt::PlainText);
+    m_kopf->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_kopf->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_kopf->setFixedHeight(2 * QFontMetrics(m_kopf->font()).lineSpacing() + 10);
+    m_kopf->setFocusPolicy(Qt::NoFocus);
+    m_kopf->setSelectionMode(QAbstractItemView::NoSelection);
     haupt->addWidget(m_kopf);
     m_liste = new QListWidget(this);
     m_liste->setObjectName(QStringLiteral("CSV_LIST"));
     m_liste->setFont(QFont(MONO));
     m_liste->setUniformItemSizes(true);
     haupt->addWidget(m_liste, 1);
+    connect(m_liste->horizontalScrollBar(), &QScrollBar::valueChanged, m_kopf->horizontalScrollBar(),
+            &QScrollBar::setValue);
 
     auto *tasten = new QHBoxLayout;
     m_drucken = new QPushButton(this);
@@ -153,27 +161,17 @@ void KM_Liste::haekchen()
 
 void KM_Liste::Anzeigen()
 {
-    m_kopf->setText(Listen.CSV_Text.join(QLatin1Char('\n')));
+    m_kopf->clear();
+    m_kopf->addItems(Listen.CSV_Text);
     m_liste->clear();
     m_liste->addItems(Listen.CSV_LIST);
 }
 
 void KM_Liste::drucken(bool pdf)
 {
-    QPrinter drucker(QPrinter::HighResolution);
-    int kopien = 1;
-    if (pdf) {
-        const QString stamm = QFileInfo(plant.CSV_Datei).completeBaseName();
-        const QString datei =
-            PDF_Datei_Fragen(this, QFileInfo(plant.CSV_Datei).absolutePath() + QLatin1Char('/') + stamm + QStringLiteral(".pdf"));
-        if (datei.isEmpty())
-            return;
-        PDF_Drucker(drucker, datei);
-        drucker.setPageOrientation(QPageLayout::Landscape);
-    } else if (!Druckdialog(drucker, this, kopien)) {
-        return;
-    }
-    Liste_Drucken(drucker, Kurve_Liste_Kopf(), Listen.CSV_Text, Listen.CSV_LIST, kopien);
+    const QFileInfo csv(plant.CSV_Datei);
+    Liste_Ausgeben(this, pdf, csv.absolutePath() + QLatin1Char('/') + csv.completeBaseName() + QStringLiteral(".pdf"),
+                   Kurve_Liste_Kopf(), Listen.CSV_Text, Listen.CSV_LIST);
 }
 
 void KM_Liste::hideEvent(QHideEvent *e)

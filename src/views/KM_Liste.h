@@ -49,7 +49,7 @@ private:
     std::array<QLabel *, CHECKS> m_txt{};
     std::array<QLabel *, 3> m_zeile{};
     std::array<QCheckBox *, CHECKS> m_soll{}, m_ist{}, m_out{};
-    QLabel *m_kopf = nullptr;     // CSV_Text
+    QListWidget *m_kopf = nullptr; // CSV_Text
     QListWidget *m_liste = nullptr;
     QPushButton *m_drucken = nullptr, *m_pdf = nullptr, *m_ok = nullptr;
     QTimer m_timer;

@@ -9,9 +9,12 @@
 #include "station/station_start.h"
 #include "views/KM_Alarme.h"
 #include "views/KM_Menue.h"
+#include "views/KM_View16.h"
+#include "views/printing.h"
 #include "views/qt_dialogs.h"
 
 #include <QCloseEvent>
+#include <QFileInfo>
 #include <algorithm>
 #include <QLabel>
 #include <QMdiArea>
@@ -104,7 +107,8 @@ void KM_MDI::menusBauen()
     };
 
     QMenu *datei = menu(text::FILE); // "Datei"
-    m_mnuPrintForm = eintrag(datei, text::PRINT_PAGE, nullptr); // "Seite Drucken"
+    m_mnuPrintForm = eintrag(datei, text::PRINT_PAGE, [this] { mnuPrintForm(false); }); // "Seite Drucken"
+    connect(datei->addAction(QStringLiteral("Export PDF…")), &QAction::triggered, this, [this] { mnuPrintForm(true); });
     m_mnuSchliessen = eintrag(datei, text::CLOSE, [this] { mnuSchliessen_Click(); });
     datei->addSeparator();
     m_mnuBeenden = eintrag(datei, text::QUIT, [] { Programm_Ende(); });
@@ -185,6 +189,10 @@ void KM_MDI::Menue_Beschriften()
         m_kurve->Beschriften();
     if (m_tempDatei)
         m_tempDatei->Beschriften();
+    if (m_liste)
+        m_liste->Beschriften();
+    if (m_sntStrom)
+        m_sntStrom->Beschriften();
 }
 
 QString KM_MDI::panelText(int panel) const
@@ -373,6 +381,76 @@ void KM_MDI::Kurve_Neu()
         m_kurve->Neu();
 }
 
+void KM_MDI::Kurve_Online()
+{
+    if (m_menue)
+        m_menue->Kurve_Online();
+}
+
+void KM_MDI::zeigeListe()
+{
+    if (!m_liste) {
+        m_liste = new KM_Liste;
+        connect(m_liste, &KM_Liste::geschlossen, this, [this] {
+            if (m_listeFenster)
+                m_listeFenster->close();
+        });
+    }
+    kindZeigen(m_liste, m_listeFenster)->resize(1100, 620);
+    m_liste->Oeffnen(); // once shown: hiding the window closes the list
+}
+
+void KM_MDI::zeigeView16()
+{
+    if (!m_kurve)
+        return;
+    KM_View16 view(m_kurve);
+    m_view16 = &view;
+    connect(&view, &KM_View16::seiteGeaendert, m_kurve, &KM_Kurve::Beschriften);
+    view.Oeffnen();
+    view.exec();
+    if (plant.Aktive_Seite == 7)
+        plant.Aktive_Seite = 2;
+}
+
+void KM_MDI::zeigeSNTStrom(int ofenNr)
+{
+    if (!m_sntStrom) {
+        m_sntStrom = new KM_SNTStrom;
+        connect(m_sntStrom, &KM_SNTStrom::zurueck, this, [this] {
+            if (m_sntFenster)
+                m_sntFenster->hide();
+            Menue_Zeigen();
+        });
+    }
+    kindZeigen(m_sntStrom, m_sntFenster)->resize(900, 560);
+    m_sntStrom->Oeffnen(ofenNr);
+}
+
+QWidget *KM_MDI::druckFenster() const
+{
+    switch (plant.Aktive_Seite) {
+    case 1: return m_schritte;
+    case 2: return m_kurve;
+    case 3: return m_menue;
+    case 4: return m_progView;
+    case 6: return m_sntStrom;
+    case 7: return m_view16;
+    default: return nullptr;
+    }
+}
+
+void KM_MDI::mnuPrintForm(bool pdf)
+{
+    QWidget *fenster = druckFenster();
+    if (!fenster)
+        return;
+    const QString name = plant.Aktive_Seite == 2 ? QFileInfo(plant.Kurve_Datei).completeBaseName()
+                                                  : fenster->objectName();
+    Fenster_Ausgeben(fenster, pdf, plant.Pfad[3] + QLatin1Char('/') + name + QStringLiteral(".pdf"),
+                     plant.Aktive_Seite == 2);
+}
+
 void KM_MDI::zeigeKurve(const QString &datei)
 {
     if (!m_kurve) {
@@ -380,6 +458,8 @@ void KM_MDI::zeigeKurve(const QString &datei)
         m_kurveFenster = m_mdi->addSubWindow(m_kurve);
         m_kurveFenster->setAttribute(Qt::WA_DeleteOnClose);
         connect(m_kurve, &KM_Kurve::datenLaden, this, [this] { zeigeTempDatei(); });
+        connect(m_kurve, &KM_Kurve::liste, this, [this] { zeigeListe(); });
+        connect(m_kurve, &KM_Kurve::strom, this, [this] { zeigeView16(); });
         connect(m_kurve, &KM_Kurve::zurueck, this, [this] {
             m_kurveFenster->close();
             Menue_Zeigen();

@@ -5,6 +5,7 @@
 #include "core/screen.h"
 #include "views/KM_Alarme.h"
 #include "views/KM_Kurve.h"
+#include "views/KM_Liste.h"
 #include "views/KM_Logdaten.h"
 #include "views/KM_Menue.h"
 #include "views/KM_ProgView.h"
@@ -12,6 +13,7 @@
 #include "views/KM_Schritte.h"
 #include "views/KM_Parameter.h"
 #include "views/KM_RegPar.h"
+#include "views/KM_SNTStrom.h"
 #include "views/KM_System.h"
 #include "views/KM_TempDatei.h"
 
@@ -105,6 +107,22 @@ public:
     QAction *mnuImport() const { return m_mnuImport; }
     void Kurve_Neu() override;
 
+    // ---- batch documents ---------------------------------------------------
+    void Kurve_Online() override;
+    /// The value list of the batch on view (made on first use, kept).
+    void zeigeListe();
+    /// The 16-channel view of the curve window's page, modal above it.
+    void zeigeView16();
+    /// The element current view of furnace number 1..8 (made on first use, kept).
+    void zeigeSNTStrom(int ofenNr);
+    KM_Liste *liste() const { return m_liste; }
+    KM_SNTStrom *sntStrom() const { return m_sntStrom; }
+    /// The window `Aktive_Seite` names; nullptr none.
+    QWidget *druckFenster() const;
+    /// `mnuPrintForm`: the page in front on the printer, or with `pdf` into a
+    /// PDF file that is asked for ("Export PDF…").
+    void mnuPrintForm(bool pdf);
+
 protected:
     void closeEvent(QCloseEvent *e) override;
 
@@ -143,6 +161,11 @@ private:
     QPointer<KM_TempDatei> m_tempDatei;
     QPointer<QMdiSubWindow> m_tempFenster;
     QPointer<KM_Logdaten> m_logdaten;
+    QPointer<KM_Liste> m_liste;
+    QPointer<QMdiSubWindow> m_listeFenster;
+    QPointer<KM_SNTStrom> m_sntStrom;
+    QPointer<QMdiSubWindow> m_sntFenster;
+    QPointer<QWidget> m_view16;
     QList<QAction *> m_mnuform;
     QAction *m_mnuRegler = nullptr;
     QAction *m_mnuBeenden = nullptr;

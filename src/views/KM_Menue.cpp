@@ -1,7 +1,12 @@
 #include "views/KM_Menue.h"
 
 #include "core/plant_state.h"
+#include "curves/curve_colours.h"
 #include "curves/element_export.h"
+#include "curves/live_curve.h"
+#include "core/dates.h"
+#include "views/curve_widget.h"
+#include "views/form_keys.h"
 #include "operation/live_page.h"
 #include "operation/ui_text.h"
 #include "recording/usb_import.h"
@@ -83,11 +88,39 @@ KM_Menue::KM_Menue(QWidget *parent) : QWidget(parent)
     // Detail of the selected furnace: its data.
     m_detail = new QGroupBox(this);
     auto *dl = new QVBoxLayout(m_detail);
+    auto *dOben = new QHBoxLayout;
     m_detailText = new QLabel(m_detail);
     m_detailText->setTextFormat(Qt::PlainText);
     m_detailText->setFont(QFont(QStringLiteral("DejaVu Sans Mono")));
     m_detailText->setAlignment(Qt::AlignTop | Qt::AlignLeft);
-    dl->addWidget(m_detailText);
+    dOben->addWidget(m_detailText);
+    // The online curve of the furnace: its last hour from the live ring.
+    auto *kurve = new QVBoxLayout;
+    auto *kKopf = new QHBoxLayout;
+    m_liveLegende = new QLabel(m_detail);
+    m_liveLegende->setTextFormat(Qt::RichText);
+    m_liveLegende->setWordWrap(true);
+    m_label2 = new QLabel(m_detail);
+    m_label2->setTextFormat(Qt::PlainText);
+    kKopf->addWidget(m_liveLegende, 1);
+    kKopf->addWidget(m_label2);
+    kurve->addLayout(kKopf);
+    m_liveBild = new KurvenBild(m_detail);
+    m_liveBild->setObjectName(QStringLiteral("Kurve_Online"));
+    connect(m_liveBild, &KurvenBild::maus, this, [this](int knopf, double x, double y, bool bewegung) {
+        if (bewegung && plant.List16_Offen != 0)
+            return;
+        Kurven_Bildparameter p = m_liveBild->parameter();
+        if (!p.seite || m_liveOfen < 1)
+            return;
+        const Live_Beschriftung b = Live_Marken(m_liveOfen - 1, Jetzt());
+        p.maus = Mouse_Werte(knopf, x, y, m_liveBild->skala(), *p.seite,
+                             Maus_Rahmen{b.start, plant.Live_Raster, plant.Ofen_Typ[m_liveOfen]});
+        m_liveBild->setParameter(p);
+    });
+    kurve->addWidget(m_liveBild, 1);
+    dOben->addLayout(kurve, 1);
+    dl->addLayout(dOben, 1);
     auto *tasten = new QHBoxLayout;
     m_kurve = new QPushButton(m_detail);
     m_logdaten = new QPushButton(m_detail);
@@ -107,11 +140,17 @@ KM_Menue::KM_Menue(QWidget *parent) : QWidget(parent)
         if (KM_MDI *w = mainWindow())
             w->zeigeLogdaten(plant.Seite_Ofen);
     });
+    m_strom = new QPushButton(m_detail);
+    connect(m_strom, &QPushButton::clicked, this, [] {
+        if (KM_MDI *w = mainWindow())
+            w->zeigeSNTStrom(plant.Seite_Ofen);
+    });
     tasten->addWidget(m_kurve);
     tasten->addWidget(m_logdaten);
+    tasten->addWidget(m_strom);
     tasten->addStretch(1);
     dl->addLayout(tasten);
-    m_detail->setMinimumHeight(140);
+    m_detail->setMinimumHeight(260);
 
     // The element history of the selected furnace, with its export.
     m_elemente = new QGroupBox(this);
@@ -142,8 +181,8 @@ KM_Menue::KM_Menue(QWidget *parent) : QWidget(parent)
     m_usb->setVisible(false);
 
     auto *mitte = new QHBoxLayout;
-    mitte->addWidget(m_detail, 2);
-    mitte->addWidget(m_elemente, 6);
+    mitte->addWidget(m_detail, 6);
+    mitte->addWidget(m_elemente, 4);
     mitte->addWidget(m_usb, 2);
     haupt->addLayout(mitte, 3);
 
@@ -162,6 +201,7 @@ KM_Menue::KM_Menue(QWidget *parent) : QWidget(parent)
     for (const QString &line : plant.LogList)
         m_logList->addItem(line);
 
+    Aktive_Seite_Bei_Fokus(this, 3); // the page in front for printing
     Beschriften();
     Seite_Sofort();
     m_timer1.setInterval(100);
@@ -195,6 +235,8 @@ void KM_Menue::Beschriften()
     m_rxExport->setText(QStringLiteral("CSV-Export"));
     m_kurve->setText(Text_Id(text::TEMPERATURE_CURVE).trimmed());
     m_logdaten->setText(Text_Id(text::LOG_DATA).trimmed());
+    m_strom->setText(Text_Id(text::CURRENT_A).trimmed());
+    m_liveOfen = 0; // the legend in the new language
     Zeigen();
     USB_Zeigen();
 }
@@ -231,6 +273,52 @@ void KM_Menue::detailZeigen()
     const Seiten_Detailtext d = Seite_Detail_Text(n - 1);
     m_detail->setTitle(d.titel);
     m_detailText->setText(d.zeilen.join(QLatin1Char('\n')));
+    m_strom->setVisible(plant.Element_Spuren[n - 1] > 0);
+    const bool kurve = Seite.Detail == Seiten_Detail::Kurve;
+    m_liveBild->setVisible(kurve);
+    m_liveLegende->setVisible(kurve);
+    m_label2->setVisible(kurve);
+    if (kurve && m_liveOfen != n) {
+        KurveInit();
+        Kurve_Online();
+    }
+}
+
+void KM_Menue::KurveInit()
+{
+    const int n = plant.Seite_Ofen;
+    m_liveOfen = n;
+    if (n < 1 || n > OFEN_MAX)
+        return;
+    QStringList legende;
+    for (int c = 0; c < plant.Kanal_Zahl[n] && c < SEITEN_KANAELE; ++c)
+        legende << QStringLiteral("<span style='color:%1'>&#9632; %2</span>")
+                       .arg(QColor::fromRgb(Farbe_RGB(Kurve_Farbe(n, c))).name(),
+                            plant.Kanal_Name(n, c).simplified().toHtmlEscaped());
+    m_liveLegende->setText(legende.join(QStringLiteral("&nbsp;&nbsp; ")));
+}
+
+void KM_Menue::Kurve_Online()
+{
+    const int n = plant.Seite_Ofen;
+    if (n < 1 || n > OFEN_MAX || !m_liveBild->isVisible())
+        return;
+    if (m_liveOfen != n)
+        KurveInit();
+    m_liveSeite = Live_Seite(n - 1);
+    const Live_Beschriftung b = Live_Marken(n - 1, Jetzt());
+    Kurven_Bildparameter p;
+    p.seite = &m_liveSeite;
+    p.kanaele = plant.Kanal_Zahl[n];
+    p.slot = n;
+    p.regeln = Kurven_Regeln{plant.Ofen_Typ[n], plant.Kurve_Option != 0};
+    for (int c = 0; c < SEITEN_KANAELE; ++c)
+        p.farben[size_t(c)] = QColor::fromRgb(Farbe_RGB(Kurve_Farbe(n, c)));
+    p.marken = b.marken;
+    p.optionen = Live_Optionen(n - 1);
+    p.maus = MAUS_AUS(); // a new sample removes the cursor
+    m_liveBild->setParameter(p);
+    m_label2->setText(b.Label2);
 }
 
 void KM_Menue::Elemente_Zeigen()

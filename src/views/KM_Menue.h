@@ -4,6 +4,8 @@
 // of the main cycle (LogList). It paints the rows that the live-page logic
 // computes and hands its clicks back to it.
 
+#include "curves/curve_page.h"
+
 #include <QString>
 #include <QTimer>
 #include <QWidget>
@@ -43,6 +45,13 @@ public:
     /// Adds a line of the error list, selected.
     void LogList_Zeile(const QString &line);
 
+    /// `KurveInit`: the live curve's legend and colours for the furnace on view.
+    void KurveInit();
+    /// `Kurve_Online`: repaints the live curve of the furnace on view.
+    void Kurve_Online();
+    class KurvenBild *liveBild() const { return m_liveBild; }
+    QPushButton *stromTaste() const { return m_strom; }
+
 protected:
     void keyPressEvent(QKeyEvent *e) override;
 
@@ -75,6 +84,12 @@ private:
     QPushButton *m_kurve = nullptr;     ///< the running batch of the selected furnace as curves
     QPushButton *m_logdaten = nullptr;  ///< its records as the log data page
     QListWidget *m_logList = nullptr;
+    KurvenBild *m_liveBild = nullptr;   ///< the online curve of the furnace on view
+    QLabel *m_liveLegende = nullptr;
+    QLabel *m_label2 = nullptr;         ///< time of the furnace's last log record
+    QPushButton *m_strom = nullptr;     ///< its element currents
+    Kurven_Seite m_liveSeite;           ///< the ring in painting order
+    int m_liveOfen = 0;                 ///< furnace number the curve was laid out for
     QTimer m_timer1;
 };
 

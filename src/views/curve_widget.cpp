@@ -50,7 +50,7 @@ void KurvenBild::skalieren()
 {
     const QRect plot = plotRect();
     if (m_p.seite) {
-        m_skala = Skala_Rechnen(*m_p.seite, m_p.kanaele, m_p.slot, plot.height(), plot.width());
+        m_skala = Skala_Rechnen(*m_p.seite, m_p.kanaele, m_p.slot, plot.height(), plot.width(), m_p.optionen);
         m_band = Programm_Band(*m_p.seite, m_p.segmentText, m_skala);
     } else {
         m_skala = Kurven_Skala{};

@@ -26,6 +26,7 @@ struct Kurven_Bildparameter {
     std::array<QString, 21> segmentText;   ///< Segment_Text for the band
     std::array<QString, 5> marken;         ///< time labels of points 0, 90, 180, 270, 360
     Maus_Anzeige maus;                     ///< cursor and readout
+    Skala_Optionen optionen;               ///< the live page scales otherwise
 };
 
 class KurvenBild : public QWidget {

@@ -178,6 +178,41 @@ bool Liste_Drucken(QPrinter &drucker, const Liste_Kopf &kopf, const QStringList 
     return auftrag.seiten() > 0;
 }
 
+namespace {
+
+/// Sets up the printer for a print button; false when cancelled.
+bool druckerWaehlen(QPrinter &drucker, QWidget *fenster, bool pdf, const QString &vorschlag, int &kopien)
+{
+    kopien = 1;
+    if (!pdf)
+        return Druckdialog(drucker, fenster, kopien);
+    const QString datei = PDF_Datei_Fragen(fenster, vorschlag);
+    if (datei.isEmpty())
+        return false;
+    PDF_Drucker(drucker, datei);
+    drucker.setPageOrientation(QPageLayout::Landscape);
+    return true;
+}
+
+} // namespace
+
+void Fenster_Ausgeben(QWidget *fenster, bool pdf, const QString &vorschlag, bool mitInfo)
+{
+    QPrinter drucker(QPrinter::HighResolution);
+    int kopien = 1;
+    if (druckerWaehlen(drucker, fenster, pdf, vorschlag, kopien))
+        Fenster_Drucken(drucker, fenster, kopien, mitInfo);
+}
+
+void Liste_Ausgeben(QWidget *fenster, bool pdf, const QString &vorschlag, const Liste_Kopf &kopf,
+                    const QStringList &kopfZeilen, const QStringList &zeilen)
+{
+    QPrinter drucker(QPrinter::HighResolution);
+    int kopien = 1;
+    if (druckerWaehlen(drucker, fenster, pdf, vorschlag, kopien))
+        Liste_Drucken(drucker, kopf, kopfZeilen, zeilen, kopien);
+}
+
 bool Kurve_PDF(const QString &ziel)
 {
     QPrinter drucker(QPrinter::HighResolution);

@@ -61,6 +61,15 @@ QString PDF_Datei_Fragen(QWidget *eltern, const QString &vorschlag);
 bool Liste_Drucken(QPrinter &drucker, const Liste_Kopf &kopf, const QStringList &kopfZeilen, const QStringList &zeilen,
                    int kopien);
 
+/// A print button of a window: with `pdf` "Export PDF…" (a file asked for,
+/// `vorschlag` offered), else the print dialog; then the window's image
+/// (with the info pages of the curve window when `mitInfo`). Cancel ends
+/// quietly.
+void Fenster_Ausgeben(QWidget *fenster, bool pdf, const QString &vorschlag, bool mitInfo);
+/// The same for a value list: its text pages with the head `kopf`.
+void Liste_Ausgeben(QWidget *fenster, bool pdf, const QString &vorschlag, const Liste_Kopf &kopf,
+                    const QStringList &kopfZeilen, const QStringList &zeilen);
+
 /// The headless PDF of a batch: the curve window loaded with `Kurve_Datei`
 /// as after loading (the whole batch on one page), then its info pages.
 /// False when the file could not be written.

@@ -3,18 +3,30 @@
 // display) and compared with what the window's button and print give; the
 // pages of a printout counted and rendered with poppler's tools.
 
+#include "core/word_map.h"
 #include "curves/csv_export.h"
+#include "curves/element_view.h"
+#include "curves/time_axis.h"
+#include "curves/view16.h"
+#include "demo_station.h"
 #include "curves/curve_fixture.h"
 #include "curves/print_layout.h"
 #include "station/station_start.h"
 #include "support/files.h"
 #include "views/KM_Kurve.h"
+#include "views/KM_MDI.h"
+#include "views/KM_View16.h"
 #include "views/printing.h"
 
 #include <QDir>
 #include <QPrinter>
 #include <QProcess>
+#include <QCheckBox>
+#include <QListWidget>
+#include <QMdiSubWindow>
+#include <QPushButton>
 #include <QRegularExpression>
+#include <QTest>
 
 using namespace kal;
 using namespace kal::test;
@@ -223,4 +235,151 @@ TEST_F(Dokumente, ListPagesCarryTheirHeadAndNumber)
     EXPECT_EQ(text.count(QStringLiteral("Kalmeron: 2401-100-TST, Charge 7")), seiten);
     EXPECT_EQ(text.count(QStringLiteral("Datum")), seiten);
     seitenBilder(pdf, QStringLiteral("pdf_liste"));
+}
+
+namespace {
+
+void bild(QWidget &w, const QString &name)
+{
+    QDir().mkpath(QStringLiteral(KALMERON_SHOTS));
+    w.grab().save(QStringLiteral(KALMERON_SHOTS "/") + name);
+}
+
+/// The forms of the documents with the main window around them.
+class DokumentFormen : public Dokumente {
+protected:
+    std::unique_ptr<KM_MDI> w;
+
+    void SetUp() override
+    {
+        Dokumente::SetUp();
+        plant.Pfad[0] = dir.path();
+        plant.Pfad[3] = dir.filePath(QStringLiteral("CSV"));
+        QDir().mkpath(plant.Pfad[3]);
+        for (int slot = 0; slot < SLOTS; ++slot)
+            for (int k = 0; k < 18; ++k)
+                plant.Kanal_Farbe(slot, k) = k + 8;
+        w = std::make_unique<KM_MDI>();
+        setDialogs(&dlg);
+        setScreen(w.get());
+        w->resize(1400, 860);
+        w->show();
+        w->Menue_Beschriften();
+    }
+    void TearDown() override
+    {
+        w.reset();
+        Dokumente::TearDown();
+    }
+
+    void sprache(int s)
+    {
+        plant.Sprache = u8(s);
+        Sprachumschalt();
+    }
+
+    /// A batch whose samples carry the currents of 12 heating elements.
+    QString stromCharge()
+    {
+        BatchFile f;
+        const QString p = datei(21);
+        f.open(p);
+        kopfSchreiben(f, t0);
+        int nr = SATZ_DATEN_START;
+        for (int m = 0; m < 240; ++m) {
+            Probe x{i16(300 + m * 2), i16(295 + m * 2), 60, i16(290 + m * 2), 10, 0, 1, 1, 8000, 100};
+            const auto g = Satz_Gruppe(gruppenBlock(x), zeit(t0.addSecs(60 * m)));
+            f.write(nr, g.data(), 4);
+            nr += 4;
+            LogBlock s{};
+            s[0] = 160;
+            static constexpr int platz[] = {3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14};
+            for (int e = 0; e < 12; ++e)
+                s[size_t(platz[e])] = i16(std::max(0, 20 + e * 3 + (m < 120 ? m / 4 : 30 - (m - 120) / 6)));
+            const auto h = Satz_Gruppe(s, zeit(t0.addSecs(60 * m)));
+            f.write(nr, h.data(), 4);
+            nr += 4;
+        }
+        return p;
+    }
+};
+
+} // namespace
+
+TEST_F(DokumentFormen, ValueListWithItsChoiceInGermanAndEnglish)
+{
+    w->zeigeKurve(charge());
+    KM_Kurve *k = w->kurve();
+    ASSERT_TRUE(k->taste(TASTE_LISTE)->isEnabled());
+    QTest::mouseClick(k->taste(TASTE_LISTE), Qt::LeftButton);
+    KM_Liste *l = w->liste();
+    ASSERT_NE(l, nullptr);
+    EXPECT_NE(plant.List16_Offen, 0) << "mouse moves over the curve read nothing now";
+    const int zeilen = l->CSV_LIST()->count();
+    EXPECT_EQ(zeilen, Listen.CSV_LIST.size());
+    EXPECT_FALSE(l->CB_Soll(3)->isVisible()) << "a status channel has only its Ist check";
+    bild(*l->parentWidget(), QStringLiteral("liste_de.png"));
+
+    // Two clicks within the pause: one rebuild, without the set values of channel 0.
+    QTest::mouseClick(l->CB_Soll(0), Qt::LeftButton);
+    QTest::mouseClick(l->CB_Ist(0), Qt::LeftButton);
+    QTest::mouseClick(l->CB_Ist(0), Qt::LeftButton);
+    EXPECT_FALSE(Listen.Liste_Gewaehlt);
+    ASSERT_TRUE(warteBis([] { return Listen.Liste_Gewaehlt; }, 3000));
+    EXPECT_EQ(Liste_Soll(1), 0);
+    EXPECT_FALSE(Listen.CSV_Text[0].startsWith(QStringLiteral("Datum     Zeit    Sollwert  Sollwert")));
+
+    sprache(1);
+    w->zeigeListe();
+    bild(*l->parentWidget(), QStringLiteral("liste_en.png"));
+    w->liste()->parentWidget()->close();
+    EXPECT_EQ(plant.List16_Offen, 0);
+}
+
+TEST_F(DokumentFormen, SixteenChannelViewOfTheElementCurrents)
+{
+    w->zeigeKurve(stromCharge());
+    KM_Kurve *k = w->kurve();
+    ASSERT_TRUE(k->Tast_Strom()->isVisible());
+    for (int s : {0, 1}) {
+        sprache(s);
+        KM_View16 v(k);
+        v.Oeffnen();
+        v.show();
+        EXPECT_EQ(View16.View_Spuren, 18);
+        EXPECT_EQ(View16.View_Max, 90);
+        QTest::mouseClick(v.bild(), Qt::LeftButton, {}, v.bild()->plotRect().center());
+        bild(v, s == 0 ? QStringLiteral("view16_de.png") : QStringLiteral("view16_en.png"));
+        if (s == 0) {
+            KM_List16 liste(&v);
+            liste.Oeffnen();
+            liste.show();
+            EXPECT_NE(plant.List16_Offen, 0);
+            bild(liste, QStringLiteral("list16_de.png"));
+            liste.accept();
+            EXPECT_EQ(plant.List16_Offen, 0);
+        }
+    }
+}
+
+TEST_F(DokumentFormen, ElementCurrentViewOverItsFurnace)
+{
+    plant.Element_Spuren[2] = 12;
+    plant.Ofen_Name[2] = QStringLiteral("Vakuumofen 3");
+    plant.Ofen_Gross[2] = TRUE16;
+    plant.SPS_Wort(2, word::ELEMENT_SCALE) = 60;
+    for (int e = 0; e < 12; ++e)
+        plant.SPS_Wort(2, word::ELEMENT_CURRENTS + e) = i16(28 + e * 3);
+    plant.SPS_Wort(2, word::ELEMENT_CURRENTS + 11) = 75; // above the scale
+    for (int s : {0, 1}) {
+        sprache(s);
+        w->zeigeSNTStrom(3);
+        KM_SNTStrom *v = w->sntStrom();
+        EXPECT_EQ(v->windowTitle(), QStringLiteral("Strom Heizelemente, Vakuumofen 3"));
+        EXPECT_EQ(Strom.bars[11].Stromwert, QStringLiteral("75 A"));
+        EXPECT_DOUBLE_EQ(Strom.bars[11].hoehe, Strom.skalaHoehe);
+        bild(*v->parentWidget(), s == 0 ? QStringLiteral("sntstrom_de.png") : QStringLiteral("sntstrom_en.png"));
+    }
+    QTest::mouseClick(w->sntStrom()->zurueckTaste(), Qt::LeftButton);
+    EXPECT_FALSE(w->sntStrom()->parentWidget()->isVisible());
 }
