@@ -239,12 +239,6 @@ TEST_F(Dokumente, ListPagesCarryTheirHeadAndNumber)
 
 namespace {
 
-void bild(QWidget &w, const QString &name)
-{
-    QDir().mkpath(QStringLiteral(KALMERON_SHOTS));
-    w.grab().save(QStringLiteral(KALMERON_SHOTS "/") + name);
-}
-
 /// The forms of the documents with the main window around them.
 class DokumentFormen : public Dokumente {
 protected:
@@ -318,7 +312,7 @@ TEST_F(DokumentFormen, ValueListWithItsChoiceInGermanAndEnglish)
     const int zeilen = l->CSV_LIST()->count();
     EXPECT_EQ(zeilen, Listen.CSV_LIST.size());
     EXPECT_FALSE(l->CB_Soll(3)->isVisible()) << "a status channel has only its Ist check";
-    bild(*l->parentWidget(), QStringLiteral("liste_de.png"));
+    bildSichern(*l->parentWidget(), QStringLiteral("liste_de.png"));
 
     // Two clicks within the pause: one rebuild, without the set values of channel 0.
     QTest::mouseClick(l->CB_Soll(0), Qt::LeftButton);
@@ -331,7 +325,7 @@ TEST_F(DokumentFormen, ValueListWithItsChoiceInGermanAndEnglish)
 
     sprache(1);
     w->zeigeListe();
-    bild(*l->parentWidget(), QStringLiteral("liste_en.png"));
+    bildSichern(*l->parentWidget(), QStringLiteral("liste_en.png"));
     w->liste()->parentWidget()->close();
     EXPECT_EQ(plant.List16_Offen, 0);
 }
@@ -349,13 +343,13 @@ TEST_F(DokumentFormen, SixteenChannelViewOfTheElementCurrents)
         EXPECT_EQ(View16.View_Spuren, 18);
         EXPECT_EQ(View16.View_Max, 90);
         QTest::mouseClick(v.bild(), Qt::LeftButton, {}, v.bild()->plotRect().center());
-        bild(v, s == 0 ? QStringLiteral("view16_de.png") : QStringLiteral("view16_en.png"));
+        bildSichern(v, s == 0 ? QStringLiteral("view16_de.png") : QStringLiteral("view16_en.png"));
         if (s == 0) {
             KM_List16 liste(&v);
             liste.Oeffnen();
             liste.show();
             EXPECT_NE(plant.List16_Offen, 0);
-            bild(liste, QStringLiteral("list16_de.png"));
+            bildSichern(liste, QStringLiteral("list16_de.png"));
             liste.accept();
             EXPECT_EQ(plant.List16_Offen, 0);
         }
@@ -378,7 +372,7 @@ TEST_F(DokumentFormen, ElementCurrentViewOverItsFurnace)
         EXPECT_EQ(v->windowTitle(), QStringLiteral("Strom Heizelemente, Vakuumofen 3"));
         EXPECT_EQ(Strom.bars[11].Stromwert, QStringLiteral("75 A"));
         EXPECT_DOUBLE_EQ(Strom.bars[11].hoehe, Strom.skalaHoehe);
-        bild(*v->parentWidget(), s == 0 ? QStringLiteral("sntstrom_de.png") : QStringLiteral("sntstrom_en.png"));
+        bildSichern(*v->parentWidget(), s == 0 ? QStringLiteral("sntstrom_de.png") : QStringLiteral("sntstrom_en.png"));
     }
     QTest::mouseClick(w->sntStrom()->zurueckTaste(), Qt::LeftButton);
     EXPECT_FALSE(w->sntStrom()->parentWidget()->isVisible());
