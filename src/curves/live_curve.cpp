@@ -14,7 +14,7 @@ namespace {
 
 StateReset reset{[] { Live = Live_Speicher{}; }};
 
-/// A word of the image; nullopt-like -1 flag through `da` when out of range.
+/// A word of the image into `v`; false (and `v` untouched) out of range.
 bool wort(int ofen, int adr, i16 &v)
 {
     if (adr < 0 || adr >= SPS_WORTE)

@@ -5,15 +5,16 @@
 #include "curves/csv_export.h"
 #include "curves/curve_store.h"
 #include "curves/print_layout.h"
+#include "views/form_keys.h"
 #include "views/printing.h"
 
 #include <QCheckBox>
 #include <QFileInfo>
 #include <QGridLayout>
+#include <QCloseEvent>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
-#include <QScrollBar>
 #include <QVBoxLayout>
 
 namespace kal {
@@ -54,23 +55,15 @@ KM_Liste::KM_Liste(QWidget *parent) : QWidget(parent)
     wahl->setColumnStretch(CHECKS + 1, 1);
     haupt->addLayout(wahl);
 
-    // The head lines stand above the rows and scroll sideways with them.
-    m_kopf = new QListWidget(this);
-    m_kopf->setObjectName(QStringLiteral("CSV_Text"));
-    m_kopf->setFont(QFont(MONO));
-    m_kopf->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_kopf->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_kopf->setFixedHeight(2 * QFontMetrics(m_kopf->font()).lineSpacing() + 10);
-    m_kopf->setFocusPolicy(Qt::NoFocus);
-    m_kopf->setSelectionMode(QAbstractItemView::NoSelection);
-    haupt->addWidget(m_kopf);
     m_liste = new QListWidget(this);
     m_liste->setObjectName(QStringLiteral("CSV_LIST"));
     m_liste->setFont(QFont(MONO));
     m_liste->setUniformItemSizes(true);
+    // The head lines stand above the rows and scroll sideways with them.
+    m_kopf = Listen_Kopf(this, m_liste, 2);
+    m_kopf->setObjectName(QStringLiteral("CSV_Text"));
+    haupt->addWidget(m_kopf);
     haupt->addWidget(m_liste, 1);
-    connect(m_liste->horizontalScrollBar(), &QScrollBar::valueChanged, m_kopf->horizontalScrollBar(),
-            &QScrollBar::setValue);
 
     auto *tasten = new QHBoxLayout;
     m_drucken = new QPushButton(this);
@@ -174,11 +167,11 @@ void KM_Liste::drucken(bool pdf)
                    Kurve_Liste_Kopf(), Listen.CSV_Text, Listen.CSV_LIST);
 }
 
-void KM_Liste::hideEvent(QHideEvent *e)
+void KM_Liste::closeEvent(QCloseEvent *e)
 {
     m_timer.stop();
     Liste_Geschlossen();
-    QWidget::hideEvent(e);
+    QWidget::closeEvent(e);
 }
 
 } // namespace kal

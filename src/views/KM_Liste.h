@@ -33,12 +33,13 @@ public:
     QCheckBox *CB_Ist(int i) const { return m_ist[size_t(i)]; }
     QCheckBox *CB_Out(int i) const { return m_out[size_t(i)]; }
     QPushButton *Print_Button() const { return m_drucken; }
+    QSize sizeHint() const override { return {1100, 620}; }
 
 Q_SIGNALS:
     void geschlossen();
 
 protected:
-    void hideEvent(QHideEvent *e) override;
+    void closeEvent(QCloseEvent *e) override;
 
 private:
     void Anzeigen();

@@ -17,6 +17,7 @@
 #include <QFileInfo>
 #include <algorithm>
 #include <QLabel>
+#include <QListWidget>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
@@ -392,12 +393,16 @@ void KM_MDI::zeigeListe()
     if (!m_liste) {
         m_liste = new KM_Liste;
         connect(m_liste, &KM_Liste::geschlossen, this, [this] {
+            m_liste->close();
             if (m_listeFenster)
                 m_listeFenster->close();
         });
     }
-    kindZeigen(m_liste, m_listeFenster)->resize(1100, 620);
-    m_liste->Oeffnen(); // once shown: hiding the window closes the list
+    kindZeigen(m_liste, m_listeFenster);
+    m_liste->Oeffnen();
+    // The focus goes along, so that the button that opened the list does not
+    // bring the curve window back over it.
+    m_liste->CSV_LIST()->setFocus();
 }
 
 void KM_MDI::zeigeView16()
@@ -423,7 +428,7 @@ void KM_MDI::zeigeSNTStrom(int ofenNr)
             Menue_Zeigen();
         });
     }
-    kindZeigen(m_sntStrom, m_sntFenster)->resize(900, 560);
+    kindZeigen(m_sntStrom, m_sntFenster);
     m_sntStrom->Oeffnen(ofenNr);
 }
 

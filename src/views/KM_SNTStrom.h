@@ -22,6 +22,7 @@ public:
     /// `Seite_Act`: every bar from its word (also run by the timer).
     void Seite_Act();
     QPushButton *zurueckTaste() const { return m_zurueck; }
+    QSize sizeHint() const override { return {900, 560}; }
 
 Q_SIGNALS:
     /// Button 7: back to the page of the furnace.

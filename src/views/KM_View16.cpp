@@ -226,14 +226,12 @@ KM_List16::KM_List16(QWidget *parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("KM_List16"));
     auto *l = new QVBoxLayout(this);
-    m_kopf = new QLabel(this);
-    m_kopf->setFont(QFont(MONO));
-    m_kopf->setTextFormat(Qt::PlainText);
-    l->addWidget(m_kopf);
     m_liste = new QListWidget(this);
     m_liste->setObjectName(QStringLiteral("List1"));
     m_liste->setFont(QFont(MONO));
     m_liste->setUniformItemSizes(true);
+    m_kopf = Listen_Kopf(this, m_liste, 1);
+    l->addWidget(m_kopf);
     l->addWidget(m_liste, 1);
     auto *tasten = new QHBoxLayout;
     auto *drucken = new QPushButton(Text_Id(text::PRINT_PAGE).trimmed(), this);
@@ -257,7 +255,8 @@ void KM_List16::Oeffnen()
     plant.List16_Offen = TRUE16;
     setWindowTitle(QStringLiteral("Kalmeron: ") + View16.View_Titel);
     View_CSV_EXPORT(true);
-    m_kopf->setText(View_Liste.kopf);
+    m_kopf->clear();
+    m_kopf->addItem(View_Liste.kopf);
     m_liste->clear();
     m_liste->addItems(View_Liste.zeilen);
 }

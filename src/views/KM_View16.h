@@ -73,7 +73,7 @@ protected:
 
 private:
     void drucken(bool pdf);
-    QLabel *m_kopf = nullptr;
+    QListWidget *m_kopf = nullptr;
     QListWidget *m_liste = nullptr;
 };
 

@@ -4,6 +4,8 @@
 
 #include <QApplication>
 #include <QGridLayout>
+#include <QListWidget>
+#include <QScrollBar>
 
 namespace kal {
 
@@ -21,6 +23,20 @@ std::array<QPushButton *, 8> Tasten_Reihe(QWidget *form, QBoxLayout *layout, con
     }
     layout->addLayout(reihe);
     return tasten;
+}
+
+QListWidget *Listen_Kopf(QWidget *form, QListWidget *liste, int zeilen)
+{
+    auto *kopf = new QListWidget(form);
+    kopf->setFont(liste->font());
+    kopf->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    kopf->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    kopf->setFixedHeight(zeilen * QFontMetrics(kopf->font()).lineSpacing() + 10);
+    kopf->setFocusPolicy(Qt::NoFocus);
+    kopf->setSelectionMode(QAbstractItemView::NoSelection);
+    QObject::connect(liste->horizontalScrollBar(), &QScrollBar::valueChanged, kopf->horizontalScrollBar(),
+                     &QScrollBar::setValue);
+    return kopf;
 }
 
 void Aktive_Seite_Bei_Fokus(QWidget *form, int seite)

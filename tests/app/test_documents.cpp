@@ -312,12 +312,13 @@ TEST_F(DokumentFormen, ValueListWithItsChoiceInGermanAndEnglish)
     const int zeilen = l->CSV_LIST()->count();
     EXPECT_EQ(zeilen, Listen.CSV_LIST.size());
     EXPECT_FALSE(l->CB_Soll(3)->isVisible()) << "a status channel has only its Ist check";
+    warteBis([] { return false; }, 200); // the form lays out its captions
     bildSichern(*l->parentWidget(), QStringLiteral("liste_de.png"));
 
     // Two clicks within the pause: one rebuild, without the set values of channel 0.
-    QTest::mouseClick(l->CB_Soll(0), Qt::LeftButton);
-    QTest::mouseClick(l->CB_Ist(0), Qt::LeftButton);
-    QTest::mouseClick(l->CB_Ist(0), Qt::LeftButton);
+    l->CB_Soll(0)->click();
+    l->CB_Ist(0)->click();
+    l->CB_Ist(0)->click();
     EXPECT_FALSE(Listen.Liste_Gewaehlt);
     ASSERT_TRUE(warteBis([] { return Listen.Liste_Gewaehlt; }, 3000));
     EXPECT_EQ(Liste_Soll(1), 0);
