@@ -1,10 +1,11 @@
 // The curve store on long batches: loading a headed batch (both passes, the
-// entry lists, the first page) and one page at the start, middle and end of
-// it (reduction and scaling, without painting). Counters: bytes of the entry
+// entry lists, the first page), one page at the start, middle and end of it
+// (reduction and scaling, without painting), and its CSV export. Counters: bytes of the entry
 // lists per record, and the peak resident memory of the process.
 
 #include "config/languages.h"
 #include "core/plant_state.h"
+#include "curves/csv_export.h"
 #include "curves/curve_reduce.h"
 #include "curves/curve_scale.h"
 #include "curves/curve_store.h"
@@ -138,8 +139,26 @@ void CurvePage(benchmark::State &state)
     state.counters["entries"] = Kurve.listen.Wertliste[0].size();
 }
 
+/// The CSV file of a loaded batch (the export button with no column choice):
+/// every row of the batch formatted and written.
+void CsvExport(benchmark::State &state)
+{
+    const int n = int(state.range(0));
+    vorbereiten();
+    plant.Kurve_Datei = batchFile(n);
+    Charge_geladen();
+    static QTemporaryDir ziel;
+    const QString datei = ziel.filePath(QStringLiteral("export.CSV"));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(CSV_Datei_Export(datei));
+    state.counters["rows"] = Kurve.listen.Wertliste[0].size();
+    state.counters["rows_per_s"] =
+        benchmark::Counter(double(Kurve.listen.Wertliste[0].size()) * double(state.iterations()), benchmark::Counter::kIsRate);
+}
+
 } // namespace
 
+BENCHMARK(CsvExport)->Arg(160000)->Unit(benchmark::kMillisecond);
 BENCHMARK(CurveLoad)->Arg(160000)->Arg(1000000)->Unit(benchmark::kMillisecond);
 BENCHMARK(CurvePage)->ArgsProduct({{10000, 1000000}, {0, 1, 2}})->Unit(benchmark::kMicrosecond);
 

@@ -1,6 +1,5 @@
 #include "app/headless_export.h"
 
-#include "config/paths.h"
 #include "core/dialogs.h"
 #include "core/plant_state.h"
 #include "curves/csv_export.h"
@@ -109,9 +108,7 @@ int Headless_Export(const QCommandLineParser &parser)
     int code = 0;
     if (csv) {
         // The target the browser would give the batch: its name stem in the CSV folder.
-        const QString ziel = parser.isSet(OUT) ? QFileInfo(parser.value(OUT)).absoluteFilePath()
-                                               : Pfad_Plus(plant.Pfad[3], QFileInfo(charge).completeBaseName() +
-                                                                              QStringLiteral(".CSV"));
+        const QString ziel = parser.isSet(OUT) ? QFileInfo(parser.value(OUT)).absoluteFilePath() : CSV_Ziel();
         plant.CSV_Datei = ziel;
         if (!CSV_Datei_Export(ziel))
             code = fehler(1, QStringLiteral("CSV file not written: ") + ziel);

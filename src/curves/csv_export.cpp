@@ -1,5 +1,6 @@
 #include "curves/csv_export.h"
 
+#include "config/paths.h"
 #include "core/conversions.h"
 #include "curves/csv_writer.h"
 #include "curves/curve_store.h"
@@ -229,6 +230,11 @@ i16 &Liste_Ist(int k)
 i16 &Liste_Out(int k)
 {
     return wahl(OUT, k);
+}
+
+QString CSV_Ziel()
+{
+    return Pfad_Plus(plant.Pfad[3], QFileInfo(plant.Kurve_Datei).completeBaseName() + QStringLiteral(".CSV"));
 }
 
 bool CSV_EXPORT(bool ZuListe)

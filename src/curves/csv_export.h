@@ -44,6 +44,10 @@ i16 &Liste_Soll(int k);
 i16 &Liste_Ist(int k);
 i16 &Liste_Out(int k);
 
+/// The CSV file of the batch on view, as the batch browser names it: the
+/// name stem of `Kurve_Datei` with ".CSV" in the CSV folder.
+QString CSV_Ziel();
+
 /// `CSV_EXPORT(ZuListe)`: false writes `CSV_Datei`, true fills the value
 /// list. Asks for the CSV folder when it is missing and, in file mode, before
 /// an existing file is replaced. False when nothing was exported.

@@ -3,6 +3,7 @@
 #include "config/languages.h"
 #include "config/text_ids.h"
 #include "core/plant_state.h"
+#include "curves/csv_export.h"
 #include "recording/usb_import.h"
 #include "station/main_cycle.h"
 #include "station/shutdown.h"
@@ -479,6 +480,7 @@ void KM_MDI::zeigeKurve(const QString &datei)
                 });
     }
     plant.Kurve_Datei = datei;
+    plant.CSV_Datei = CSV_Ziel(); // also for a batch opened from the furnace page
     m_kurve->Laden();
     m_kurveFenster->showMaximized();
     m_mdi->setActiveSubWindow(m_kurveFenster);

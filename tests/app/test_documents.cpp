@@ -324,6 +324,14 @@ TEST_F(DokumentFormen, ValueListWithItsChoiceInGermanAndEnglish)
     EXPECT_EQ(Liste_Soll(1), 0);
     EXPECT_FALSE(Listen.CSV_Text[0].startsWith(QStringLiteral("Datum     Zeit    Sollwert  Sollwert")));
 
+    // The page in front for printing follows the window; a list prints its own way.
+    plant.Aktive_Seite = 2;
+    EXPECT_EQ(w->druckFenster(), k);
+    plant.Aktive_Seite = 3;
+    EXPECT_EQ(w->druckFenster(), w->menuePage());
+    plant.Aktive_Seite = 5;
+    EXPECT_EQ(w->druckFenster(), nullptr);
+
     sprache(1);
     w->zeigeListe();
     bildSichern(*l->parentWidget(), QStringLiteral("liste_en.png"));
