@@ -44,6 +44,22 @@ inline int freierPort()
     return s.serverPort();
 }
 
+/// The main window over a plant a test prepared, with the test's dialogs and
+/// screen, every channel in the standard colours of the configuration.
+inline std::unique_ptr<KM_MDI> testFenster(Dialogs &dlg)
+{
+    for (int slot = 0; slot < SLOTS; ++slot)
+        for (int k = 0; k < 18; ++k)
+            plant.Kanal_Farbe(slot, k) = k + 8;
+    auto w = std::make_unique<KM_MDI>();
+    setDialogs(&dlg);
+    setScreen(w.get());
+    w->resize(1400, 860);
+    w->show();
+    w->Menue_Beschriften();
+    return w;
+}
+
 /// The demo plant and the station's main window in this process.
 class DemoStation : public FreshProcess {
 protected:

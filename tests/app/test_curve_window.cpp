@@ -7,6 +7,7 @@
 #include "curves/curve_fixture.h"
 #include "curves/curve_store.h"
 #include "curves/time_axis.h"
+#include "demo_station.h"
 #include "views/KM_MDI.h"
 
 #include <QCheckBox>
@@ -49,17 +50,8 @@ protected:
         plant.Ofen_Bezeichnung[2] = QStringLiteral("Anlassofen 3");
         plant.Ofen_Server[2] = TRUE16;
         plant.Kurve_Option = TRUE16;
-        // The standard colours the configuration gives every channel.
-        for (int slot = 0; slot < SLOTS; ++slot)
-            for (int k = 0; k < 16; ++k)
-                plant.Kanal_Farbe(slot, k) = k + 8;
         plant.Datum_Von = QStringLiteral("01.01.2024");
-        w = std::make_unique<KM_MDI>();
-        setDialogs(&dlg);
-        setScreen(w.get());
-        w->resize(1400, 860);
-        w->show();
-        w->Menue_Beschriften();
+        w = testFenster(dlg);
     }
     void TearDown() override
     {

@@ -250,15 +250,7 @@ protected:
         plant.Pfad[0] = dir.path();
         plant.Pfad[3] = dir.filePath(QStringLiteral("CSV"));
         QDir().mkpath(plant.Pfad[3]);
-        for (int slot = 0; slot < SLOTS; ++slot)
-            for (int k = 0; k < 18; ++k)
-                plant.Kanal_Farbe(slot, k) = k + 8;
-        w = std::make_unique<KM_MDI>();
-        setDialogs(&dlg);
-        setScreen(w.get());
-        w->resize(1400, 860);
-        w->show();
-        w->Menue_Beschriften();
+        w = testFenster(dlg);
     }
     void TearDown() override
     {
