@@ -24,7 +24,7 @@ QString batchFile(int n)
     BatchFile f;
     f.open(p);
     const std::array<i16, 12> a{}, b{};
-    for (const auto &[nr, s] : Kopf_Saetze(QStringLiteral("Ofen 1"), SatzZeit{1, 1, 12, 0, 0, 0}, a, b, {}, true))
+    for (const auto &[nr, s] : headerRecords(QStringLiteral("Ofen 1"), RecordTime{1, 1, 12, 0, 0, 0}, a, b, {}, true))
         f.write(nr, s);
     std::vector<BatchRecord> run;
     run.reserve(SATZ_BLOCK);
@@ -36,7 +36,7 @@ QString batchFile(int n)
         w[i] = static_cast<i16>(i * 37);
     while (nr + int(run.size()) <= n) {
         w[3] = static_cast<i16>(nr % 1200);
-        for (const BatchRecord &s : Satz_Gruppe(w, zeitVonDatum(t)))
+        for (const BatchRecord &s : groupRecords(w, timeOfDate(t)))
             run.push_back(s);
         t = t.addSecs(60);
         if (int(run.size()) >= SATZ_BLOCK - 4) {

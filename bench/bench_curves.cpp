@@ -40,7 +40,7 @@ QString batchFile(int n)
     }
     BatchFile f;
     f.open(p);
-    for (const auto &[nr, s] : Kopf_Saetze(QStringLiteral("Ofen 1"), SatzZeit{1, 1, 24, 0, 0, 0}, a, b, {}, true))
+    for (const auto &[nr, s] : headerRecords(QStringLiteral("Ofen 1"), RecordTime{1, 1, 24, 0, 0, 0}, a, b, {}, true))
         f.write(nr, s);
     std::vector<BatchRecord> run;
     QDateTime t(QDate(2024, 1, 1), QTime(0, 0), Qt::UTC);
@@ -54,7 +54,7 @@ QString batchFile(int n)
         for (int k = 10; k < 30; ++k)
             w[size_t(k)] = i16(700 + (i + k) % 90);
         w[36] = i16(((1 + (i / 5000) % 20) << 8) | 1);
-        for (const BatchRecord &s : Satz_Gruppe(w, zeitVonDatum(t)))
+        for (const BatchRecord &s : groupRecords(w, timeOfDate(t)))
             run.push_back(s);
         t = t.addSecs(60);
         ++i;
@@ -70,20 +70,20 @@ QString batchFile(int n)
     return p;
 }
 
-void vorbereiten()
+void prepare()
 {
     resetPlant();
-    Sprachtext_Fuellen();
+    buildLanguageTable();
     Sprachumschalt();
 }
 
-size_t listenBytes()
+size_t listBytes()
 {
-    size_t b = Kurve.listen.zeiten.stempel.capacity() * sizeof(Stempel) +
+    size_t b = Kurve.listen.zeiten.stempel.capacity() * sizeof(Stamp) +
                Kurve.listen.zeiten.minute.capacity() * sizeof(int32_t);
-    auto liste = [&](const Eintragsliste &l) {
+    auto liste = [&](const EntryList &l) {
         b += l.zeit.capacity() * 4 + l.wert.capacity() * 2 + l.out.capacity() * 2 +
-             l.seg.capacity() * sizeof(SegmentFelder) + l.spur.capacity() * sizeof(l.spur[0]);
+             l.seg.capacity() * sizeof(SegmentFields) + l.spur.capacity() * sizeof(l.spur[0]);
     };
     for (const auto &l : Kurve.listen.Wertliste)
         liste(l);
@@ -94,7 +94,7 @@ size_t listenBytes()
     return b;
 }
 
-double spitzeMB()
+double peakMB()
 {
     rusage u{};
     getrusage(RUSAGE_SELF, &u);
@@ -105,35 +105,35 @@ void CurveLoad(benchmark::State &state)
 {
     const int n = int(state.range(0));
     const QString p = batchFile(n);
-    vorbereiten();
+    prepare();
     plant.Kurve_Datei = p;
     for (auto _ : state) {
         Charge_geladen();
         benchmark::DoNotOptimize(Kurve.seite.Punkt_Ist[0][0]);
     }
     state.counters["records"] = n;
-    state.counters["bytes_per_record"] = double(listenBytes()) / n;
-    state.counters["peak_rss_MB"] = spitzeMB();
+    state.counters["bytes_per_record"] = double(listBytes()) / n;
+    state.counters["peak_rss_MB"] = peakMB();
 }
 
 void CurvePage(benchmark::State &state)
 {
     const int n = int(state.range(0));
     const int wo = int(state.range(1));
-    vorbereiten();
+    prepare();
     plant.Kurve_Datei = batchFile(n);
     Charge_geladen();
     while (Kurve.Taste_An[TASTE_ZOOM_EIN])
-        Taste_Seite(TASTE_ZOOM_EIN);
+        curvePageKey(TASTE_ZOOM_EIN);
     const int64_t dauer = Kurve.Kurve_Erster.secsTo(Kurve.Kurve_Letzter);
     const int64_t seite = int64_t(Kurve.Zeit_Raster) * SEGMENTE;
     const int64_t versatz = wo == 0 ? 0 : (wo == 1 ? dauer / 2 : std::max<int64_t>(0, dauer - seite));
     Kurve.Zeit_Marke[0] = Kurve.Kurve_Erster.addSecs(versatz);
-    Zeit_Achse();
+    timeAxis();
     Kurve.Spur_Fertig.fill(0);
     for (auto _ : state) {
         Kurven_Zeichnen();
-        const Kurven_Skala s = Skala_Rechnen(Kurve.seite, plant.Kanal_Zahl[0], 0, 600, 1080);
+        const CurveScale s = scalePage(Kurve.seite, plant.Kanal_Zahl[0], 0, 600, 1080);
         benchmark::DoNotOptimize(s.Null_Y);
     }
     state.counters["entries"] = Kurve.listen.Wertliste[0].size();
@@ -144,13 +144,13 @@ void CurvePage(benchmark::State &state)
 void CsvExport(benchmark::State &state)
 {
     const int n = int(state.range(0));
-    vorbereiten();
+    prepare();
     plant.Kurve_Datei = batchFile(n);
     Charge_geladen();
     static QTemporaryDir ziel;
     const QString datei = ziel.filePath(QStringLiteral("export.CSV"));
     for (auto _ : state)
-        benchmark::DoNotOptimize(CSV_Datei_Export(datei));
+        benchmark::DoNotOptimize(exportCsvFile(datei));
     state.counters["rows"] = Kurve.listen.Wertliste[0].size();
     state.counters["rows_per_s"] =
         benchmark::Counter(double(Kurve.listen.Wertliste[0].size()) * double(state.iterations()), benchmark::Counter::kIsRate);

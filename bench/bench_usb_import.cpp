@@ -20,22 +20,22 @@ using namespace kal::test;
 
 namespace {
 
-UsbQuelle quelle(int form)
+UsbSourceBuilder sourceOfForm(int form)
 {
-    UsbQuelle q(form);
+    UsbSourceBuilder q(form);
     if (form == 20) {
-        q.satz(207, 12, 3, 2024, 0, 0, 0);
+        q.addRecord(207, 12, 3, 2024, 0, 0, 0);
         for (int i = 0; i < 20000; ++i)
-            q.satz(1, 12, 3, 2024, i / 3600 % 24, i / 60 % 60, i % 60, {int16_t(i), 5, int16_t(i)});
+            q.addRecord(1, 12, 3, 2024, i / 3600 % 24, i / 60 % 60, i % 60, {int16_t(i), 5, int16_t(i)});
     } else {
         for (int i = 0; i < 5000; ++i)
-            q.satz(154, 12, 3, 2024, i / 3600 % 24, i / 60 % 60, i % 60, {int16_t(i), 5, 7, 3, 0});
+            q.addRecord(154, 12, 3, 2024, i / 3600 % 24, i / 60 % 60, i % 60, {int16_t(i), 5, 7, 3, 0});
     }
     return q;
 }
 
 /// A fresh data folder with the source in its USB folder.
-void vorbereiten(QTemporaryDir &dir, const UsbQuelle &q)
+void prepare(QTemporaryDir &dir, const UsbSourceBuilder &q)
 {
     resetPlant();
     plant.Pfad[2] = dir.filePath("USB");
@@ -43,19 +43,19 @@ void vorbereiten(QTemporaryDir &dir, const UsbQuelle &q)
     QDir(plant.Charge_Ordner[0]).removeRecursively();
     QDir().mkpath(plant.Pfad[2]);
     QDir().mkpath(plant.Charge_Ordner[0]);
-    q.schreiben(QDir(plant.Pfad[2]).filePath("Q1"));
+    q.writeTo(QDir(plant.Pfad[2]).filePath("Q1"));
 }
 
 void BM_UsbImport(benchmark::State &state)
 {
-    const UsbQuelle q = quelle(int(state.range(0)));
+    const UsbSourceBuilder q = sourceOfForm(int(state.range(0)));
     double laengste = 0, summe = 0;
     for (auto _ : state) {
         state.PauseTiming();
         QTemporaryDir dir;
-        vorbereiten(dir, q);
+        prepare(dir, q);
         plant.USB_Menue = -1;
-        USB_Import_Takt();
+        usbImportTick();
         USB_Button();
         state.ResumeTiming();
         QElapsedTimer gesamt;
@@ -63,7 +63,7 @@ void BM_UsbImport(benchmark::State &state)
         for (;;) {
             QElapsedTimer t;
             t.start();
-            const bool lief = USB_Import_Takt();
+            const bool lief = usbImportTick();
             laengste = std::max(laengste, t.nsecsElapsed() / 1e6);
             if (!lief)
                 break;

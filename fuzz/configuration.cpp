@@ -12,6 +12,6 @@ void kal::fuzz::fuzzOne(Input &in)
 {
     freshRun();
     Pfade_Setzen();
-    writeFile(Daten_Datei(CONFIG_DATEI), noSeparators(in.rest()));
+    writeFile(dataFile(CONFIG_DATEI), noSeparators(in.rest()));
     Config_Lesen();
 }

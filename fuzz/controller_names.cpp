@@ -16,6 +16,6 @@ void kal::fuzz::fuzzOne(Input &in)
     const char *serien[] = {"1203-017-KHP", "1305-042-SGO", "1410-003-VAC", "1512-108-HRT"};
     for (int f = 0; f < 4; ++f)
         plant.Ofen_Serie[f] = QLatin1String(serien[f]);
-    writeFile(Daten_Datei(REG_NAMEN_DATEI), in.rest());
+    writeFile(dataFile(REG_NAMEN_DATEI), in.rest());
     Reg_Namen_Lesen();
 }

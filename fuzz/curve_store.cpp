@@ -34,7 +34,7 @@ void kal::fuzz::fuzzOne(Input &in)
     Charge_geladen();
     static constexpr int seitenTasten[] = {TASTE_ZURUECK, TASTE_VOR, TASTE_ZOOM_EIN, TASTE_ZOOM_AUS};
     for (char t : tasten)
-        Taste_Seite(seitenTasten[static_cast<uint8_t>(t) & 3]);
+        curvePageKey(seitenTasten[static_cast<uint8_t>(t) & 3]);
     QFile f(pfad);
     if (f.open(QIODevice::Append)) {
         f.write(dazu);

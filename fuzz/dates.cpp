@@ -36,13 +36,13 @@ void kal::fuzz::fuzzOne(Input &in)
         if (e.number != 5 && e.number != 6)
             std::abort();
     }
-    const QDateTime gelesen[] = {Datum_Wert(text), geparst, Datum_Wert(stempel)};
+    const QDateTime gelesen[] = {dateValue(text), geparst, dateValue(stempel)};
     for (const QDateTime &d : gelesen) {
         if (!d.isValid())
             continue;
         // Whatever a parser accepted, the station writes back and reads again.
-        const QString voll = Datum_System(d);
-        if (Datum_Wert(voll) != d && d.date().year() >= 1000 && d.date().year() <= 9999)
+        const QString voll = systemDateText(d);
+        if (dateValue(voll) != d && d.date().year() >= 1000 && d.date().year() <= 9999)
             std::abort();
         for (const char *form : {"TTMMJJJJHHMMSS", "TTMMJJJJ", "TTMMJJHHMM", "TTMMJJ"})
             Datum_Text(d, QLatin1String(form));

@@ -21,13 +21,13 @@ void kal::fuzz::fuzzOne(Input &in)
         meldung[f] = in.byte();
     }
     writeFile(ordner + QStringLiteral("/Kalmeron.mld"), in.rest());
-    if (!Meld_Datei_Oeffnen())
+    if (!openMessageStore())
         std::abort();
-    Meld_Texte_Laden();
+    loadMessageTexts();
     for (int f = 0; f < OFEN_MAX; ++f) {
         const int n = meldung[f] & 0x3F;
         if (n != 0)
             MeldEintrag(f, (meldung[f] & 0x80) ? -n : n);
     }
-    Meld_Datei_Schliessen();
+    closeMessageStore();
 }

@@ -22,10 +22,10 @@ void kal::fuzz::fuzzOne(Input &in)
     freshRun();
     Pfade_Setzen();
     static const char *arten[] = {"OV_DEN.PRG", "OV_SNT.PRG", "OV_ENT.PRG", "OV_ADD.PRG"};
-    const QString datei = Daten_Datei(QString::fromLatin1(arten[(steuer >> 1) & 3]));
+    const QString datei = dataFile(QString::fromLatin1(arten[(steuer >> 1) & 3]));
     writeFile(datei, programme);
-    writeFile(Label_Datei_Name(1), labels);
-    Prog_Liste(datei, (steuer & 1) ? PROG_NAME_MAX : PROG_NAME_KURZ);
+    writeFile(labelFileName(1), labels);
+    programList(datei, (steuer & 1) ? PROG_NAME_MAX : PROG_NAME_KURZ);
     Prog_Laden(datei, p);
-    Label_Lesen(1);
+    readLabels(1);
 }

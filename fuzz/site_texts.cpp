@@ -15,9 +15,9 @@ void kal::fuzz::fuzzOne(Input &in)
 {
     freshRun();
     Pfade_Setzen();
-    Sprachtext_Fuellen();
-    writeFile(Daten_Datei(MELD_TABELLE_DATEI), in.rest());
-    Sprachtext_Laden();
+    buildLanguageTable();
+    writeFile(dataFile(MELD_TABELLE_DATEI), in.rest());
+    loadSiteTexts();
     Sprachumschalt();
     for (int row = 0; row < SPRACH_IDS; ++row)
         if (languageTableRecord(row).size() != SPRACH_SATZ)

@@ -26,10 +26,10 @@ void kal::fuzz::fuzzOne(Input &in)
     for (int i = 1; i <= quellen; ++i)
         writeFile(plant.Pfad[2] + QStringLiteral("/A%1").arg(i), in.take(in.word()));
 
-    USB_Import_Takt(); // the list, as the page reads it while idle
+    usbImportTick(); // the list, as the page reads it while idle
     USB_Button();
     // A wrong header stops the import until the operator acts: a bounded
     // number of ticks ends the run then.
-    for (int takt = 0; takt < 500 && USB_Import_Takt(); ++takt) {
+    for (int takt = 0; takt < 500 && usbImportTick(); ++takt) {
     }
 }

@@ -122,7 +122,7 @@ void curveStoreSeeds(const QString &name, const QByteArray &datei)
 void receiveSeeds(const QString &target, Kanal_Art art)
 {
     receiveSetUp(art);
-    const QByteArray konfiguration = readAll(Daten_Datei(CONFIG_DATEI));
+    const QByteArray konfiguration = readAll(dataFile(CONFIG_DATEI));
     seed(QStringLiteral("configuration"), target + QStringLiteral(".DAT"), konfiguration);
 
     sim::PlantDescription d = plantOf(art);
@@ -187,9 +187,9 @@ void messageStoreSeed()
     plant.Pfad[0] = ordner;
     plant.Ofen_Typ[1] = 3;
     plant.Ofen_Typ[2] = i16(0x9000 | 240); // a headed furnace with 48 messages
-    Meld_Datei_Oeffnen();
-    Meld_Anzahl_Setzen(0);
-    Meld_Anzahl_Setzen(1);
+    openMessageStore();
+    setMessageCount(0);
+    setMessageCount(1);
     MeldText_Sichern(0, 1, QStringLiteral("Tür offen"));
     MeldText_Sichern(0, 2, QStringLiteral("Übertemperatur"));
     MeldText_Sichern(1, 40, QStringLiteral("Kühlwasser"));
@@ -200,9 +200,9 @@ void messageStoreSeed()
     MeldEintrag(0, 1);
     MeldEintrag(0, 2);
     MeldEintrag(0, -2);
-    setJetzt(Jetzt().addSecs(3725));
+    setNow(now().addSecs(3725));
     MeldEintrag(1, 40);
-    Meld_Datei_Schliessen();
+    closeMessageStore();
     // Furnace kinds (furnace 1 has 48 messages), then the message that comes
     // or goes per furnace: message 1 of furnace 0 goes, 40 of furnace 1 comes.
     const QByteArray steuer("\x02\x81\x28\0\0\0\0\0\0", 9);
@@ -217,7 +217,7 @@ void siteTextSeeds()
                     "FR_110;0;Porte ouverte\nSP_120;8;Porta aperta\rIT_120;8;Puerta abierta\r\n"
                     "NL_132;1;Deur open\r\nDE_008;0;Verbinden\r\n"));
     freshRun();
-    Sprachtext_Fuellen();
+    buildLanguageTable();
     QByteArray tabelle;
     for (int row = 0; row < 12; ++row)
         tabelle += languageTableRecord(row);
@@ -237,8 +237,8 @@ void programFileSeed()
 {
     freshRun();
     Pfade_Setzen();
-    const QString datei = Daten_Datei(QStringLiteral("OV_DEN.PRG"));
-    prog.Prog = Prog_Typ{};
+    const QString datei = dataFile(QStringLiteral("OV_DEN.PRG"));
+    prog.Prog = Program{};
     prog.Prog.Prog_Name = QStringLiteral("Anlassen 620");
     prog.Prog.Segment[0] = {1, 1, 620, 90, 300, 100, 0x3, 0, 0};
     prog.Prog.Segment[1] = {2, 2, 620, 0, 0, 80, 0, 0, 0};
@@ -256,14 +256,14 @@ void programFileSeed()
 
 void usbSourceSeeds()
 {
-    test::UsbQuelle f20(20);
+    test::UsbSourceBuilder f20(20);
     f20.satz(201, 12, 3, 2024, 8, 0, 0);
     f20.satz(1, 12, 3, 2024, 8, 0, 10, {1000, 990, 55});
     f20.satz(1, 13, 3, 2024, 0, 0, 10, {1001, 991, 56});
-    test::UsbQuelle f60(60);
+    test::UsbSourceBuilder f60(60);
     f60.satz(154, 12, 3, 2024, 8, 0, 0);
-    test::UsbQuelle f80(80);
-    test::Worte &a = f80.satz(154, 12, 3, 2024, 8, 30, 10, {1000, 990, 0x0342, 7, 0, 0x11, 0x22});
+    test::UsbSourceBuilder f80(80);
+    test::Words &a = f80.satz(154, 12, 3, 2024, 8, 30, 10, {1000, 990, 0x0342, 7, 0, 0x11, 0x22});
     a[31] = 0x0B0A;
     f80.satz(131, 12, 3, 2024, 8, 30, 20, {1001, 991, 0x0042, 7, 0, 0x11, 0x22});
     seed(QStringLiteral("usb_source"), QStringLiteral("form-60-then-20"),

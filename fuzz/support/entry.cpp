@@ -20,14 +20,14 @@ struct Arbeitsordner {
 
 extern "C" int LLVMFuzzerInitialize(int *, char ***)
 {
-    Arbeitsordner zurueck;
+    Arbeitsordner backToLivePage;
     kal::fuzz::fuzzSetUp();
     return 0;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    Arbeitsordner zurueck;
+    Arbeitsordner backToLivePage;
     kal::fuzz::Input in(data, size);
     kal::fuzz::fuzzOne(in);
     return 0;

@@ -59,7 +59,7 @@ void pinWorld()
 {
     stillDialogs().shown = 0;
     setDialogs(&stillDialogs());
-    setJetzt(QDateTime(QDate(2026, 3, 15), QTime(10, 0, 0), Qt::UTC));
+    setNow(QDateTime(QDate(2026, 3, 15), QTime(10, 0, 0), Qt::UTC));
 }
 
 QString freshRun()

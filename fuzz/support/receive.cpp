@@ -99,8 +99,8 @@ void receiveSetUp(Kanal_Art art)
 {
     freshRun();
     Pfade_Setzen();
-    Demo_Konfiguration(plantOf(art));
-    QFile f(Daten_Datei(CONFIG_DATEI));
+    writeDemoConfiguration(plantOf(art));
+    QFile f(dataFile(CONFIG_DATEI));
     if (!f.open(QIODevice::ReadOnly) || (konfiguration = f.readAll()).isEmpty()) {
         std::fprintf(stderr, "fuzz: the configuration of the plant was not written\n");
         std::abort();
@@ -113,13 +113,13 @@ void stationStart()
     // The data folder of a station in service: its configuration and the
     // folders it names.
     Pfade_Setzen();
-    writeFile(Daten_Datei(CONFIG_DATEI), konfiguration);
+    writeFile(dataFile(CONFIG_DATEI), konfiguration);
     for (int k = 1; k <= 3; ++k)
-        QDir().mkpath(Standard_Ordner(k));
+        QDir().mkpath(defaultFolder(k));
     gesendet = -1;
     sekunden = 36000;
     takte = 0;
-    Zyklus_Uhr &uhr = Zyklus_Uhr_Aktiv();
+    CycleClock &uhr = cycleClock();
     uhr.Sekunden = [] { return sekunden; };
     uhr.Nachgeben = [] { sekunden += 0.25; };
     uhr.Zufall = [] { return 0.5; };
@@ -132,7 +132,7 @@ int tick(QByteArray *frame)
     gesendet = -1;
     ++takte;
     sekunden += 0.1;
-    setJetzt(QDateTime(QDate(2026, 3, 15), QTime(10, 0, 0), Qt::UTC).addMSecs(100LL * takte));
+    setNow(QDateTime(QDate(2026, 3, 15), QTime(10, 0, 0), Qt::UTC).addMSecs(100LL * takte));
     Timer1_Tick();
     if (frame)
         *frame = rahmen;

@@ -20,20 +20,20 @@ namespace {
 /// The label file of a furnace number as a site prepares it: the captions of
 /// the four outputs (60 characters each, Latin-1, blank-padded), a fifth text
 /// empty, every hide flag 0.
-void Label_Datei_Schreiben(int ofenNr, const QStringList &texte)
+void writeLabelFile(int ofenNr, const QStringList &texte)
 {
     QByteArray b;
     for (int i = 0; i < 5; ++i)
-        b += Latin1Bytes(Fest(texte.value(i), 60));
+        b += Latin1Bytes(fixedWidth(texte.value(i), 60));
     b += QByteArray(LABEL_SATZ - b.size(), '\0');
-    QFile f(Label_Datei_Name(ofenNr));
+    QFile f(labelFileName(ofenNr));
     if (f.open(QIODevice::WriteOnly))
         f.write(b);
 }
 
 } // namespace
 
-void Demo_Konfiguration(const sim::PlantDescription &d)
+void writeDemoConfiguration(const sim::PlantDescription &d)
 {
     for (const sim::FurnaceDescription &s : d.furnaces) {
         const int f = s.index;
@@ -46,7 +46,7 @@ void Demo_Konfiguration(const sim::PlantDescription &d)
         plant.Ofen_UDP[f] = flag(s.protocol == sim::Protocol::MemoryLink);
         plant.Ofen_Aktiv[f] = TRUE16;
         plant.Ofen_Charge[f] = TRUE16;
-        plant.Ofen_Name[f] = Fest(s.name, 16).trimmed();
+        plant.Ofen_Name[f] = fixedWidth(s.name, 16).trimmed();
         plant.Ofen_Bezeichnung[f] = plant.Ofen_Name[f];
         plant.Ofen_Serie[f] = s.serial;
         plant.Ofen_Version[f] = s.version;
@@ -65,11 +65,11 @@ void Demo_Konfiguration(const sim::PlantDescription &d)
         plant.Ofen_Nr_Prog[f] = static_cast<i16>(f + 1);
     }
     for (int k = 1; k <= 3; ++k)
-        QDir().mkpath(Standard_Ordner(k));
+        QDir().mkpath(defaultFolder(k));
     for (int k = 1; k <= 3; ++k)
-        plant.Pfad[k] = Standard_Ordner(k);
+        plant.Pfad[k] = defaultFolder(k);
     Config_Schreiben(false);
-    Label_Datei_Schreiben(4, {QStringLiteral("Kühlung"), QStringLiteral("Tür auf"), QStringLiteral("Umwälzer"),
+    writeLabelFile(4, {QStringLiteral("Kühlung"), QStringLiteral("Tür auf"), QStringLiteral("Umwälzer"),
                               QStringLiteral("Argon / Stickstoff")});
 }
 
@@ -82,7 +82,7 @@ void Demo::presetFolder()
         kal::plant.Daten_Ordner_Option = QDir::home().filePath(QStringLiteral("Kalmeron-Demo"));
 }
 
-bool Demo::starten(bool modbusPortGiven, QString *error)
+bool Demo::start(bool modbusPortGiven, QString *error)
 {
     sim::PlantDescription d = sim::demoPlant();
     if (!modbusPortGiven && ::geteuid() != 0)
@@ -103,8 +103,8 @@ bool Demo::starten(bool modbusPortGiven, QString *error)
     Pfade_Setzen();
     // The configuration is written from a clean plant and the plant cleared
     // again, so that the start-up reads it like any other.
-    if (!QFile::exists(Daten_Datei(CONFIG_DATEI)))
-        Demo_Konfiguration(d);
+    if (!QFile::exists(dataFile(CONFIG_DATEI)))
+        writeDemoConfiguration(d);
     frisch();
 
     m_sim = std::make_unique<sim::SimPlant>(d);

@@ -18,7 +18,7 @@ struct PlantDescription;
 /// standard folders, the label file of furnace 4; written into the data
 /// folder of the plant state (`Pfade_Setzen` must have run). The plant state
 /// keeps those values.
-void Demo_Konfiguration(const sim::PlantDescription &d);
+void writeDemoConfiguration(const sim::PlantDescription &d);
 
 class Demo : public QObject {
 public:
@@ -29,7 +29,7 @@ public:
     /// writes its configuration when there is none, and starts the simulator.
     /// Without the right to listen on 502 (and no --modbus-port given) both
     /// sides use the Modbus port 1502. False with the reason in `error`.
-    bool starten(bool modbusPortGiven, QString *error);
+    bool start(bool modbusPortGiven, QString *error);
 
     /// The demo's data folder ~/Kalmeron-Demo when no --data folder is given,
     /// so that the folder is known before the station claims it.

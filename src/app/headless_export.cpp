@@ -48,7 +48,7 @@ int fehler(int code, const QString &text)
 
 } // namespace
 
-void Headless_Plattform(int argc, char **argv)
+void chooseHeadlessPlatform(int argc, char **argv)
 {
     for (int i = 1; i < argc; ++i) {
         // --out alone is refused by the export, also without a display.
@@ -61,7 +61,7 @@ void Headless_Plattform(int argc, char **argv)
     }
 }
 
-void Headless_Optionen(QCommandLineParser &parser)
+void addHeadlessOptions(QCommandLineParser &parser)
 {
     parser.addOption(QCommandLineOption(
         CSV, QStringLiteral("Write the CSV file of a batch without a window, as its CSV-Export button would "
@@ -73,7 +73,7 @@ void Headless_Optionen(QCommandLineParser &parser)
     parser.addOption(QCommandLineOption(OUT, QStringLiteral("Target file of --csv or --pdf."), QStringLiteral("FILE")));
 }
 
-int Headless_Export(const QCommandLineParser &parser)
+int runHeadlessExport(const QCommandLineParser &parser)
 {
     const bool csv = parser.isSet(CSV), pdf = parser.isSet(PDF);
     if (!csv && !pdf) {
@@ -100,7 +100,7 @@ int Headless_Export(const QCommandLineParser &parser)
     setDialogs(&dialoge);
     if (parser.isSet(QStringLiteral("data")))
         plant.Daten_Ordner_Option = parser.value(QStringLiteral("data"));
-    Dokument_Start();
+    startForDocuments();
     plant.Kurve_Datei = charge;
     Charge_geladen();
     dialoge.laeuft = true;
@@ -108,13 +108,13 @@ int Headless_Export(const QCommandLineParser &parser)
     int code = 0;
     if (csv) {
         // The target the browser would give the batch: its name stem in the CSV folder.
-        const QString ziel = parser.isSet(OUT) ? QFileInfo(parser.value(OUT)).absoluteFilePath() : CSV_Ziel();
+        const QString ziel = parser.isSet(OUT) ? QFileInfo(parser.value(OUT)).absoluteFilePath() : csvTarget();
         plant.CSV_Datei = ziel;
-        if (!CSV_Datei_Export(ziel))
+        if (!exportCsvFile(ziel))
             code = fehler(1, QStringLiteral("CSV file not written: ") + ziel);
     } else {
         const QString ziel = QFileInfo(parser.value(OUT)).absoluteFilePath();
-        if (!Kurve_PDF(ziel))
+        if (!writeCurvePdf(ziel))
             code = fehler(1, QStringLiteral("PDF file not written: ") + ziel);
     }
     setDialogs(nullptr);

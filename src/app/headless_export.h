@@ -12,13 +12,13 @@ class QCommandLineParser;
 namespace kal {
 
 /// Before the application is made: an export runs without any display.
-void Headless_Plattform(int argc, char **argv);
+void chooseHeadlessPlatform(int argc, char **argv);
 
 /// Registers --csv, --pdf and --out in the station's parser.
-void Headless_Optionen(QCommandLineParser &parser);
+void addHeadlessOptions(QCommandLineParser &parser);
 
 /// Runs the export the arguments ask for; -1 when they ask for none (the
 /// station starts as usual), else the exit code.
-int Headless_Export(const QCommandLineParser &parser);
+int runHeadlessExport(const QCommandLineParser &parser);
 
 } // namespace kal

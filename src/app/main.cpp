@@ -47,7 +47,7 @@ void endOnSignals(QObject *parent)
 
 int main(int argc, char *argv[])
 {
-    kal::Headless_Plattform(argc, argv);
+    kal::chooseHeadlessPlatform(argc, argv);
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Kalmeron"));
     // The installed icon of the menu entry; none when run from the build folder.
@@ -71,9 +71,9 @@ int main(int argc, char *argv[])
     parser.addOption(viewOpt);
     parser.addPositionalArgument(QStringLiteral("BATCH.OVD"), QStringLiteral("Batch file to show in the curve window."),
                                  QStringLiteral("[BATCH.OVD]"));
-    kal::Headless_Optionen(parser);
+    kal::addHeadlessOptions(parser);
     parser.process(app);
-    if (const int code = kal::Headless_Export(parser); code >= 0)
+    if (const int code = kal::runHeadlessExport(parser); code >= 0)
         return code;
 
     const QStringList args = parser.positionalArguments();
@@ -108,7 +108,7 @@ int main(int argc, char *argv[])
     if (parser.isSet(demoOpt)) {
         demo = std::make_unique<kal::Demo>();
         QString fehler;
-        if (!demo->starten(parser.isSet(portOpt), &fehler)) {
+        if (!demo->start(parser.isSet(portOpt), &fehler)) {
             std::fprintf(stderr, "kalmeron: demo: %s\n", qPrintable(fehler));
             return 1;
         }
@@ -118,10 +118,10 @@ int main(int argc, char *argv[])
     endOnSignals(&window);
     window.resize(1280, 800);
     window.show();
-    window.Laden();
+    window.load();
     kal::setOpenRequestHandler([&window](const QString &datei) { window.bringToFront(datei); });
     // The batch of the command line comes up once the live page has settled.
     if (!batch.isEmpty())
-        QTimer::singleShot(0, &window, [&window, batch] { window.zeigeKurve(batch); });
+        QTimer::singleShot(0, &window, [&window, batch] { window.showCurve(batch); });
     return app.exec();
 }

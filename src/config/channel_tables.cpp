@@ -15,7 +15,7 @@ constexpr int EINHEIT_BREITE = 5; ///< width of Kanal_Einheit
 /// Kinds 0..3 are the auxiliary circuits of a furnace: 0 and 1 the preheating
 /// (kind 0 is what a pair without a kind gives, and preheating is the
 /// circuit a furnace most often has), 2 the gassing, 3 the cooling.
-QString kanal_Name(int art, int einheit)
+QString channelName(int art, int einheit)
 {
     switch (art) {
     case 0:
@@ -38,7 +38,7 @@ QString kanal_Name(int art, int einheit)
 }
 
 /// Unit text by unit code; sub-code 3 turns volts into litres per minute.
-QString kanal_Einheit(int einheit, int sub)
+QString unitText(int einheit, int sub)
 {
     switch (einheit) {
     case 1: return QStringLiteral(" °C  ");
@@ -67,7 +67,7 @@ QString kanal_Einheit(int einheit, int sub)
 /// its last character and a blank; the name keeps at least its former width,
 /// so that lists stay in columns. Several zones or heaters of one furnace are
 /// told apart this way.
-void name_Ergaenzen(int slot, int kanal, int sub, int einheit)
+void completeName(int slot, int kanal, int sub, int einheit)
 {
     static const char *const vorne[] = {"", "R", "M", "C", "V", "H", "L", "Kat", "Tür"};
     QString name = plant.Kanal_Name(slot, kanal);
@@ -96,21 +96,21 @@ void name_Ergaenzen(int slot, int kanal, int sub, int einheit)
     plant.Kanal_Name(slot, kanal) = kurz.leftJustified(breite, QLatin1Char(' '));
 }
 
-bool ist_UDP(int slot)
+bool isUdp(int slot)
 {
     return slot >= 1 && plant.Ofen_UDP[slot - 1] == TRUE16;
 }
 
 /// The fixed channel table of a plain furnace.
-void plain_Kanaele(int n)
+void plainChannelTable(int n)
 {
-    struct Zeile {
+    struct Line {
         int id;           // Sprachtext id of the name, -1 none
         const char *einheit;
         i16 teiler;
         int adr_ist;      // -1: left as the code words gave it
     };
-    static const Zeile tabelle[10] = {
+    static const Line tabelle[10] = {
         {text::SET_VALUE, " °C", 1, word::SET_VALUE},  {text::ACTUAL_VALUE, " °C", 1, word::ACTUAL_VALUE},
         {text::OUTPUT, " %", 1, word::OUTPUT},         {text::STATUS, "", 1, word::STATUS},
         {text::CURRENT_A, " A", 10, 64},               {text::VOLTAGE, " V", 10, 0},
@@ -118,9 +118,9 @@ void plain_Kanaele(int n)
         {-1, "", 1, -1},     {-1, "", 1, -1},
     };
     for (int k = 0; k < 10; ++k) {
-        const Zeile &z = tabelle[k];
+        const Line &z = tabelle[k];
         plant.Kanal_Name(n, k) = z.id < 0 ? QString() : Text_Id(z.id);
-        plant.Kanal_Einheit(n, k) = Fest(QString::fromUtf8(z.einheit), EINHEIT_BREITE);
+        plant.Kanal_Einheit(n, k) = fixedWidth(QString::fromUtf8(z.einheit), EINHEIT_BREITE);
         plant.Kanal_Teiler(n, k) = z.teiler;
         if (z.adr_ist >= 0)
             plant.Kanal_Adr_Ist(n, k) = static_cast<i16>(z.adr_ist);
@@ -141,7 +141,7 @@ void Kanal_Fix(int n)
 {
     const i16 typ = plant.Ofen_Typ[n];
     if (n >= 1)
-        Ofen_Layout(n - 1, typ);
+        setFurnaceLayout(n - 1, typ);
     if (typ < 0)
         plant.Kanal_Zahl[n] = 0;
 
@@ -168,12 +168,12 @@ void Kanal_Fix(int n)
         const int art = a & 15;
         const int sub = (a & 0xF0) / 16;
         const int einheit = (a & 0xF00) / 256;
-        plant.Kanal_Name(n, k) = kanal_Name(art, einheit);
+        plant.Kanal_Name(n, k) = channelName(art, einheit);
         if (art == 13 && einheit == 0)
             plant.Kanal_Status(n, k) = TRUE16;
-        plant.Kanal_Einheit(n, k) = kanal_Einheit(einheit, sub);
+        plant.Kanal_Einheit(n, k) = unitText(einheit, sub);
         if (a & 0x1000)
-            name_Ergaenzen(n, k, sub, einheit);
+            completeName(n, k, sub, einheit);
 
         if (a & 0x2000)
             plant.Kanal_Teiler(n, k) = (b & 0x2000) ? 100 : 10;
@@ -191,7 +191,7 @@ void Kanal_Fix(int n)
             plant.Kanal_Soll_Kurve(n, k) = TRUE16;
             // On the memory link the parameters of the first controlled
             // loop with a set value curve sit in a block of their own.
-            if (erste_Sollkurve && ist_UDP(n))
+            if (erste_Sollkurve && isUdp(n))
                 for (int j = 0; j < 4; ++j)
                     plant.Reg_Adr(n, k * 4 + j) = static_cast<i16>(630 + 10 * j);
             erste_Sollkurve = false;
@@ -232,7 +232,7 @@ void Spuren_Setzen(int n)
             plant.Adr_Trigger[f] = 90;
             plant.Trigger_Len[f] = 10;
         }
-        plain_Kanaele(n);
+        plainChannelTable(n);
         return;
     }
 
@@ -243,7 +243,7 @@ void Spuren_Setzen(int n)
         plant.Trigger_Len[f] = udp ? 16 : 40;
         // The version is two characters wide; CVI of it can therefore never
         // meet a wrong length.
-        const int version = CVI(Latin1Bytes(Fest(plant.Ofen_Version[f], 2)));
+        const int version = CVI(Latin1Bytes(fixedWidth(plant.Ofen_Version[f], 2)));
         plant.Ofen_Opt_A[f] = flag(version & 0x400);
         plant.Ofen_Opt_B[f] = flag(version & 0x800);
         plant.Reg_Anzahl[f] = 0;

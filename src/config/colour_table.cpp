@@ -2,7 +2,7 @@
 
 namespace kal {
 
-uint32_t Kurven_Farbe_RGB(int index)
+uint32_t curveColourRgb(int index)
 {
     static constexpr uint32_t tabelle[FARBEN_ANZAHL] = {
         0x000000, 0x000080, 0x008000, 0x008080, 0x800000, 0x800080, 0x808000, 0xC0C0C0,

@@ -11,6 +11,6 @@ namespace kal {
 constexpr int FARBEN_ANZAHL = 24;
 
 /// Colour `index` (0..23) as 0xRRGGBB; an index outside the table gives black.
-uint32_t Kurven_Farbe_RGB(int index);
+uint32_t curveColourRgb(int index);
 
 } // namespace kal

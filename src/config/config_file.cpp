@@ -26,23 +26,23 @@ constexpr int FARBE_MAX = 23;    ///< highest index of the colour table
 constexpr int ALTE_DATEI = 41;   ///< a file of fewer records has no groups 41..61
 
 /// Colour k stored in byte j of the first records of a group; -1: no colour.
-struct Farb_Bytes {
+struct ColourBytes {
     int k[4];
 };
-constexpr Farb_Bytes FARBEN_11{{0, 1, 2, 3}};
-constexpr Farb_Bytes FARBEN_21{{-1, 10, 4, 5}};
-constexpr Farb_Bytes FARBEN_31{{6, 7, 8, 9}};
-constexpr Farb_Bytes FARBEN_41{{11, 12, 13, 14}};
-constexpr Farb_Bytes FARBEN_51{{15, 16, 17, -1}};
+constexpr ColourBytes FARBEN_11{{0, 1, 2, 3}};
+constexpr ColourBytes FARBEN_21{{-1, 10, 4, 5}};
+constexpr ColourBytes FARBEN_31{{6, 7, 8, 9}};
+constexpr ColourBytes FARBEN_41{{11, 12, 13, 14}};
+constexpr ColourBytes FARBEN_51{{15, 16, 17, -1}};
 
-void farben_Setzen(Config_Satz &s, int f, const Farb_Bytes &fb)
+void putColours(ConfigRecord &s, int f, const ColourBytes &fb)
 {
     for (int j = 0; j < 4; ++j)
         if (fb.k[j] >= 0)
             s.B[j] = static_cast<u8>(plant.Kanal_Farbe(f + 1, fb.k[j]));
 }
 
-void farben_Nehmen(const Config_Satz &s, int f, const Farb_Bytes &fb)
+void takeColours(const ConfigRecord &s, int f, const ColourBytes &fb)
 {
     for (int j = 0; j < 4; ++j) {
         if (fb.k[j] < 0)
@@ -54,13 +54,13 @@ void farben_Nehmen(const Config_Satz &s, int f, const Farb_Bytes &fb)
 }
 
 /// Identity pairs 4*q .. 4*q+3 of table A or B into / out of W1..W4.
-void paare_Setzen(Config_Satz &s, int f, bool b, int q)
+void putPairs(ConfigRecord &s, int f, bool b, int q)
 {
     for (int j = 0; j < 4; ++j)
         s.W[1 + j] = b ? plant.Ofen_Kennung_B(f + 1, 4 * q + j) : plant.Ofen_Kennung_A(f + 1, 4 * q + j);
 }
 
-void paare_Nehmen(const Config_Satz &s, int f, bool b, int q)
+void takePairs(const ConfigRecord &s, int f, bool b, int q)
 {
     for (int j = 0; j < 4; ++j)
         (b ? plant.Ofen_Kennung_B(f + 1, 4 * q + j) : plant.Ofen_Kennung_A(f + 1, 4 * q + j)) = s.W[1 + j];
@@ -68,13 +68,13 @@ void paare_Nehmen(const Config_Satz &s, int f, bool b, int q)
 
 // ---- fields of the open batch (also written alone by Charge_Zustand_Sichern)
 
-void charge_Start_Setzen(Config_Satz &s, int f)
+void putBatchStart(ConfigRecord &s, int f)
 {
     s.W[0] = plant.Charge_Pos[f];
     s.putText(1, CONFIG_TEXT_LAENGE, Datum_Voll(plant.Charge_Start[f]).left(19));
 }
 
-void charge_Nr_Setzen(Config_Satz &s, int f)
+void putBatchNumber(ConfigRecord &s, int f)
 {
     s.W[0] = static_cast<i16>(plant.Charge_Nr[f] & 0x7FFF);
     s.putBytes(17, MKL(plant.Charge_Nr[f]));
@@ -82,7 +82,7 @@ void charge_Nr_Setzen(Config_Satz &s, int f)
 
 // ---- flag byte of record 21+i
 
-u8 flag_Byte(int f)
+u8 flagByte(int f)
 {
     u8 b = 0;
     if (plant.Ofen_Aktiv[f]) b |= 0x01;
@@ -95,7 +95,7 @@ u8 flag_Byte(int f)
     return b;
 }
 
-void flag_Byte_Nehmen(int f, u8 b)
+void takeFlagByte(int f, u8 b)
 {
     plant.Ofen_Aktiv[f] = flag(b & 0x01);
     plant.Ofen_Charge[f] = flag(b & 0x02);
@@ -113,27 +113,27 @@ void flag_Byte_Nehmen(int f, u8 b)
 /// The seven records of furnace f, in record order, through the one shared
 /// record buffer: a field that a record doesn't use keeps what the record
 /// before left in it.
-void ofen_Schreiben(Config_Datei &d, Config_Satz &s, int f)
+void writeFurnace(ConfigRecordFile &d, ConfigRecord &s, int f)
 {
     for (int j = 0; j < 4; ++j)
         s.B[j] = plant.Ofen_IP(f, j);
     s.W[0] = plant.Ofen_Typ[f + 1];
-    paare_Setzen(s, f, false, 0);
+    putPairs(s, f, false, 0);
     d.write(1 + f, s);
 
-    farben_Setzen(s, f, FARBEN_11);
-    paare_Setzen(s, f, false, 1);
-    charge_Start_Setzen(s, f);
+    putColours(s, f, FARBEN_11);
+    putPairs(s, f, false, 1);
+    putBatchStart(s, f);
     d.write(11 + f, s);
 
-    s.B[0] = flag_Byte(f);
-    farben_Setzen(s, f, FARBEN_21);
-    paare_Setzen(s, f, false, 2);
+    s.B[0] = flagByte(f);
+    putColours(s, f, FARBEN_21);
+    putPairs(s, f, false, 2);
     s.putText(1, 16, plant.Ofen_Name[f]);
-    charge_Nr_Setzen(s, f);
+    putBatchNumber(s, f);
     d.write(21 + f, s);
 
-    farben_Setzen(s, f, FARBEN_31);
+    putColours(s, f, FARBEN_31);
     s.W[0] = plant.TempLog_Takt[f];
     s.W[1] = plant.Ofen_Wert216[f];
     s.W[2] = plant.Ofen_Wert217[f];
@@ -143,9 +143,9 @@ void ofen_Schreiben(Config_Datei &d, Config_Satz &s, int f)
     s.putBytes(15, MKI(plant.TempLog_Schwelle[f]));
     d.write(31 + f, s);
 
-    farben_Setzen(s, f, FARBEN_41);
+    putColours(s, f, FARBEN_41);
     s.W[0] = plant.Element_Anz[f];
-    paare_Setzen(s, f, true, 0);
+    putPairs(s, f, true, 0);
     for (int set = 0; set < 3; ++set) {
         int bits = 0;
         for (int k = 0; k < 12; ++k)
@@ -156,10 +156,10 @@ void ofen_Schreiben(Config_Datei &d, Config_Satz &s, int f)
     s.putBytes(17, MKL(plant.TempLog_Charge[f]));
     d.write(41 + f, s);
 
-    farben_Setzen(s, f, FARBEN_51);
+    putColours(s, f, FARBEN_51);
     s.B[3] = 0;
     s.W[0] = plant.Element_Spuren[f];
-    paare_Setzen(s, f, true, 1);
+    putPairs(s, f, true, 1);
     s.putText(1, 16, plant.Ofen_Bezeichnung[f]);
     s.putText(20, 1, QString::number(f + 1));
     d.write(51 + f, s);
@@ -167,12 +167,12 @@ void ofen_Schreiben(Config_Datei &d, Config_Satz &s, int f)
     s.B[0] = s.B[1] = s.B[2] = 0;
     s.B[3] = static_cast<u8>(plant.Ofen_Nr_Prog[f]);
     s.W[0] = plant.Element_Rest[f];
-    paare_Setzen(s, f, true, 2);
+    putPairs(s, f, true, 2);
     d.write(61 + f, s);
 }
 
 /// A path spread over 20-character records.
-void pfad_Schreiben(Config_Datei &d, Config_Satz &s, const QString &pfad, std::initializer_list<int> saetze)
+void writePath(ConfigRecordFile &d, ConfigRecord &s, const QString &pfad, std::initializer_list<int> saetze)
 {
     int pos = 0;
     for (int nr : saetze) {
@@ -182,22 +182,22 @@ void pfad_Schreiben(Config_Datei &d, Config_Satz &s, const QString &pfad, std::i
     }
 }
 
-void anlage_Schreiben(Config_Datei &d, Config_Satz &s)
+void writePlant(ConfigRecordFile &d, ConfigRecord &s)
 {
     s.B[0] = plant.Sprache;
     s.W[1] = plant.Druck_Prozent;
     s.W[2] = plant.Druck_Rand_X;
     s.W[3] = plant.Druck_Rand_Y;
-    pfad_Schreiben(d, s, plant.Pfad_Karte[1], {9, 10});
-    pfad_Schreiben(d, s, plant.Pfad[1], {19, 20});
-    pfad_Schreiben(d, s, plant.Pfad[2], {29, 30});
-    pfad_Schreiben(d, s, plant.Pfad[3], {39, 40});
-    pfad_Schreiben(d, s, plant.Pfad[4], {49, 50, 59, 60, 70});
+    writePath(d, s, plant.Pfad_Karte[1], {9, 10});
+    writePath(d, s, plant.Pfad[1], {19, 20});
+    writePath(d, s, plant.Pfad[2], {29, 30});
+    writePath(d, s, plant.Pfad[3], {39, 40});
+    writePath(d, s, plant.Pfad[4], {49, 50, 59, 60, 70});
 }
 
 /// Takes over the identity that the PLC reports, for each online furnace whose
 /// identity check failed more than once in a row.
-void identitaet_Uebernehmen()
+void adoptIdentity()
 {
     for (int f = 0; f < OFEN_MAX; ++f) {
         if (plant.Ofen_Online[f] == 0 || plant.Kennung_Zaehler[f] <= 1)
@@ -220,31 +220,31 @@ void identitaet_Uebernehmen()
 // ---- reading
 
 /// Records 1+i .. 31+i of furnace f with the values derived from them.
-void ofen_Lesen(Config_Datei &d, int f)
+void readFurnace(ConfigRecordFile &d, int f)
 {
-    Config_Satz s = d.read(1 + f);
+    ConfigRecord s = d.read(1 + f);
     for (int j = 0; j < 4; ++j)
         plant.Ofen_IP(f, j) = s.B[j];
     const i16 typ = s.W[0];
     plant.Ofen_Typ[f + 1] = typ;
-    paare_Nehmen(s, f, false, 0);
-    Ofen_Layout(f, typ);
+    takePairs(s, f, false, 0);
+    setFurnaceLayout(f, typ);
     // A furnace whose identity block is not at word 50 sits behind a panel
     // server, which does not keep the batch number: the file keeps it.
     plant.Ofen_Server[f] = flag(plant.Ofen_Basis[f] != 50);
 
     s = d.read(11 + f);
-    farben_Nehmen(s, f, FARBEN_11);
+    takeColours(s, f, FARBEN_11);
     plant.Charge_Pos[f] = s.W[0];
-    paare_Nehmen(s, f, false, 1);
+    takePairs(s, f, false, 1);
     plant.Charge_Start[f] = s.text(1, CONFIG_TEXT_LAENGE);
     Datum_Parse(plant.Charge_Start[f]);
     plant.Charge_Gueltig[f] = flag(plant.Datum_OK == TRUE16);
 
     s = d.read(21 + f);
-    flag_Byte_Nehmen(f, s.B[0]);
-    farben_Nehmen(s, f, FARBEN_21);
-    paare_Nehmen(s, f, false, 2);
+    takeFlagByte(f, s.B[0]);
+    takeColours(s, f, FARBEN_21);
+    takePairs(s, f, false, 2);
     plant.Ofen_Name[f] = s.text(1, 16);
     // The packed number is cut from a record of fixed width, so CVL always
     // gets its four bytes; a short file reads as zeros, never as a short field.
@@ -257,7 +257,7 @@ void ofen_Lesen(Config_Datei &d, int f)
     plant.Charge_Nr_Neu[f] = plant.Charge_Nr[f];
 
     s = d.read(31 + f);
-    farben_Nehmen(s, f, FARBEN_31);
+    takeColours(s, f, FARBEN_31);
     i16 takt = s.W[0];
     if (takt < 5)
         takt = 60;
@@ -273,12 +273,12 @@ void ofen_Lesen(Config_Datei &d, int f)
 }
 
 /// Records 41+i .. 61+i of furnace f (files of this version only).
-void ofen_Lesen_Neu(Config_Datei &d, int f)
+void readFurnaceNew(ConfigRecordFile &d, int f)
 {
-    Config_Satz s = d.read(41 + f);
-    farben_Nehmen(s, f, FARBEN_41);
+    ConfigRecord s = d.read(41 + f);
+    takeColours(s, f, FARBEN_41);
     plant.Element_Anz[f] = s.W[0];
-    paare_Nehmen(s, f, true, 0);
+    takePairs(s, f, true, 0);
     // Every furnace's record carries the CSV column sets; the last one read,
     // furnace 8's, decides.
     for (int set = 0; set < 3; ++set) {
@@ -289,9 +289,9 @@ void ofen_Lesen_Neu(Config_Datei &d, int f)
     plant.TempLog_Charge[f] = CVL(s.rawText(17, 4));
 
     s = d.read(51 + f);
-    farben_Nehmen(s, f, FARBEN_51);
+    takeColours(s, f, FARBEN_51);
     plant.Element_Spuren[f] = std::min<i16>(s.W[0], 18);
-    paare_Nehmen(s, f, true, 1);
+    takePairs(s, f, true, 1);
     // The furnace's digit in the last character proves that this version
     // wrote the second name; an older file held something else there.
     const QByteArray ziffer = QByteArray::number(f + 1);
@@ -301,11 +301,11 @@ void ofen_Lesen_Neu(Config_Datei &d, int f)
     const int nr = s.B[3];
     plant.Ofen_Nr_Prog[f] = static_cast<i16>(nr == 0 || nr >= 9 ? f + 1 : nr);
     plant.Element_Rest[f] = s.W[0];
-    paare_Nehmen(s, f, true, 2);
+    takePairs(s, f, true, 2);
 }
 
 /// A path spread over records, each part cleaned on its own.
-QString pfad_Lesen(Config_Datei &d, std::initializer_list<int> saetze)
+QString readPath(ConfigRecordFile &d, std::initializer_list<int> saetze)
 {
     QString p;
     for (int nr : saetze)
@@ -313,26 +313,26 @@ QString pfad_Lesen(Config_Datei &d, std::initializer_list<int> saetze)
     return p;
 }
 
-void anlage_Lesen(Config_Datei &d, int n)
+void readPlant(ConfigRecordFile &d, int n)
 {
-    const Config_Satz s = d.read(9);
+    const ConfigRecord s = d.read(9);
     plant.Sprache = s.B[0] > 5 ? 0 : s.B[0];
     plant.Druck_Prozent = (s.W[1] < 25 || s.W[1] > 100) ? i16(87) : s.W[1];
     plant.Druck_Rand_X = (s.W[2] < 10 || s.W[2] > 200) ? i16(60) : s.W[2];
     plant.Druck_Rand_Y = (s.W[3] < 10 || s.W[3] > 200) ? i16(55) : s.W[3];
-    plant.Pfad_Karte[1] = pfad_Lesen(d, {9, 10});
-    plant.Pfad[1] = pfad_Lesen(d, {19, 20});
-    plant.Pfad[2] = pfad_Lesen(d, {29, 30});
-    plant.Pfad[3] = pfad_Lesen(d, {39, 40});
+    plant.Pfad_Karte[1] = readPath(d, {9, 10});
+    plant.Pfad[1] = readPath(d, {19, 20});
+    plant.Pfad[2] = readPath(d, {29, 30});
+    plant.Pfad[3] = readPath(d, {39, 40});
     if (n > 40) {
-        plant.Pfad[4] = pfad_Lesen(d, {49, 50, 59, 60});
+        plant.Pfad[4] = readPath(d, {49, 50, 59, 60});
         if (n > 68)
-            plant.Pfad[4] += pfad_Lesen(d, {70});
+            plant.Pfad[4] += readPath(d, {70});
     }
 }
 
 /// First start: no configuration yet.
-void ohne_Datei(const QString &path)
+void firstStart(const QString &path)
 {
     plant.Neu_Datei = TRUE16;
     for (int f = 0; f < OFEN_MAX; ++f) {
@@ -340,13 +340,13 @@ void ohne_Datei(const QString &path)
         plant.Datei_Art[f + 1] = QStringLiteral("DEN%1").arg(f + 1, 2, 10, QLatin1Char('0'));
     }
     for (int k = 1; k <= 3; ++k)
-        plant.Pfad[k] = Standard_Ordner(k);
+        plant.Pfad[k] = defaultFolder(k);
     const QString text = Text_Id(text::FILE_NOT_FOUND);
     dialogs().message(text + QStringLiteral(":\n\n") + path + QStringLiteral("\n\n") + text +
                       QLatin1Char('!'));
 }
 
-void farben_Pruefen()
+void checkColours()
 {
     for (int k = 0; k < 16; ++k)
         plant.Kanal_Farbe(0, k) = k + 8;
@@ -364,23 +364,23 @@ void farben_Pruefen()
 
 void Config_Lesen()
 {
-    const QString path = Daten_Datei(CONFIG_DATEI);
+    const QString path = dataFile(CONFIG_DATEI);
     try {
         QDir().mkpath(plant.Pfad[0]);
         QDir().mkpath(plant.Prog_Ordner);
         QDir::setCurrent(plant.Pfad[0]);
 
         if (!QFileInfo::exists(path)) {
-            ohne_Datei(path);
+            firstStart(path);
             return;
         }
 
         plant.Farbe_Fehler = 0;
         {
-            Config_Datei d(path, false);
+            ConfigRecordFile d(path, false);
             const int n = d.records();
             for (int f = 0; f < OFEN_MAX; ++f) {
-                ofen_Lesen(d, f);
+                readFurnace(d, f);
                 if (n < ALTE_DATEI) {
                     // A file of the old kind knows nothing of the identity.
                     for (int p = 0; p < KENNUNG_PAARE; ++p) {
@@ -388,16 +388,16 @@ void Config_Lesen()
                         plant.Ofen_Kennung_B(f + 1, p) = 0;
                     }
                 } else {
-                    ofen_Lesen_Neu(d, f);
+                    readFurnaceNew(d, f);
                 }
             }
-            anlage_Lesen(d, n);
+            readPlant(d, n);
         }
 
         Ordner_Pruefen();
         Backup_Pruefen();
         plant.Neu_Laden = 0;
-        farben_Pruefen();
+        checkColours();
     } catch (const std::exception &) {
         dialogs().message(QStringLiteral("ERROR:\n") + path + QStringLiteral("\nnot found!"));
     }
@@ -406,23 +406,23 @@ void Config_Lesen()
 void Config_Schreiben(bool take_plc)
 {
     if (take_plc)
-        identitaet_Uebernehmen();
+        adoptIdentity();
     QDir().mkpath(plant.Pfad[0]);
 
-    Config_Datei d(Daten_Datei(CONFIG_DATEI), true);
-    Config_Satz s; // one buffer for all records, never cleared in between
+    ConfigRecordFile d(dataFile(CONFIG_DATEI), true);
+    ConfigRecord s; // one buffer for all records, never cleared in between
     for (int f = 0; f < OFEN_MAX; ++f)
-        ofen_Schreiben(d, s, f);
-    anlage_Schreiben(d, s);
+        writeFurnace(d, s, f);
+    writePlant(d, s);
 }
 
-bool Config_Speichern()
+bool saveConfig()
 {
     try {
         Config_Schreiben(false);
         return true;
     } catch (const RunError &) {
-        dialogs().message(QStringLiteral("ERROR:\n") + Daten_Datei(CONFIG_DATEI) + QStringLiteral("\nnot written!"));
+        dialogs().message(QStringLiteral("ERROR:\n") + dataFile(CONFIG_DATEI) + QStringLiteral("\nnot written!"));
         return false;
     }
 }
@@ -431,14 +431,14 @@ void Charge_Zustand_Sichern(int ofen)
 {
     if (ofen < 0 || ofen >= OFEN_MAX)
         raiseBounds("Charge_Zustand_Sichern", ofen);
-    Config_Datei d(Daten_Datei(CONFIG_DATEI), true);
+    ConfigRecordFile d(dataFile(CONFIG_DATEI), true);
 
-    Config_Satz s = d.read(11 + ofen);
-    charge_Start_Setzen(s, ofen);
+    ConfigRecord s = d.read(11 + ofen);
+    putBatchStart(s, ofen);
     d.write(11 + ofen, s);
 
     s = d.read(21 + ofen);
-    charge_Nr_Setzen(s, ofen);
+    putBatchNumber(s, ofen);
     d.write(21 + ofen, s);
 }
 

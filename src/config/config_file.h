@@ -39,7 +39,7 @@ void Config_Schreiben(bool take_plc);
 
 /// `Config_Schreiben(false)` for a dialog's OK: a file that cannot be written
 /// is shown ("ERROR:", the file, "not written!") and gives false.
-bool Config_Speichern();
+bool saveConfig();
 
 /// `Charge_Zustand_Sichern(ofen)`, ofen 0..7: writes the open batch of the
 /// furnace (Charge_Pos, Charge_Start, Charge_Nr) into records 11+i and 21+i,

@@ -4,7 +4,7 @@
 
 namespace kal {
 
-QByteArray Config_Satz::bytes() const
+QByteArray ConfigRecord::bytes() const
 {
     QByteArray b;
     b.reserve(CONFIG_SATZ_LAENGE);
@@ -16,10 +16,10 @@ QByteArray Config_Satz::bytes() const
     return b;
 }
 
-Config_Satz Config_Satz::from(const QByteArray &raw)
+ConfigRecord ConfigRecord::from(const QByteArray &raw)
 {
     const QByteArray b = raw.left(CONFIG_SATZ_LAENGE).leftJustified(CONFIG_SATZ_LAENGE, '\0');
-    Config_Satz s;
+    ConfigRecord s;
     for (int i = 0; i < 4; ++i)
         s.B[i] = static_cast<u8>(b[i]);
     for (int i = 0; i < 5; ++i)
@@ -28,7 +28,7 @@ Config_Satz Config_Satz::from(const QByteArray &raw)
     return s;
 }
 
-void Config_Satz::putBytes(int pos, const QByteArray &bytes)
+void ConfigRecord::putBytes(int pos, const QByteArray &bytes)
 {
     for (int i = 0; i < bytes.size(); ++i) {
         const int at = pos - 1 + i;
@@ -38,22 +38,22 @@ void Config_Satz::putBytes(int pos, const QByteArray &bytes)
     }
 }
 
-void Config_Satz::putText(int pos, int width, const QString &text)
+void ConfigRecord::putText(int pos, int width, const QString &text)
 {
-    putBytes(pos, Latin1Bytes(Fest(text, width)));
+    putBytes(pos, Latin1Bytes(fixedWidth(text, width)));
 }
 
-QByteArray Config_Satz::rawText(int pos, int width) const
+QByteArray ConfigRecord::rawText(int pos, int width) const
 {
     return TEXT.mid(pos - 1, width);
 }
 
-QString Config_Satz::text(int pos, int width) const
+QString ConfigRecord::text(int pos, int width) const
 {
     return Text_Sauber(Latin1Text(rawText(pos, width)));
 }
 
-Config_Datei::Config_Datei(const QString &path, bool create)
+ConfigRecordFile::ConfigRecordFile(const QString &path, bool create)
     : file_(path)
 {
     if (!create && !file_.exists())
@@ -62,24 +62,24 @@ Config_Datei::Config_Datei(const QString &path, bool create)
         throw RunError(ERR_FILE, "cannot open: " + path.toStdString());
 }
 
-int Config_Datei::records() const
+int ConfigRecordFile::records() const
 {
     return static_cast<int>(file_.size() / CONFIG_SATZ_LAENGE);
 }
 
-Config_Satz Config_Datei::read(int nr)
+ConfigRecord ConfigRecordFile::read(int nr)
 {
     if (nr < 1)
         raiseBounds("record", nr);
     const qint64 pos = qint64(nr - 1) * CONFIG_SATZ_LAENGE;
     if (pos >= file_.size())
-        return Config_Satz{};
+        return ConfigRecord{};
     if (!file_.seek(pos))
         throw RunError(ERR_FILE, "seek failed");
-    return Config_Satz::from(file_.read(CONFIG_SATZ_LAENGE));
+    return ConfigRecord::from(file_.read(CONFIG_SATZ_LAENGE));
 }
 
-void Config_Datei::write(int nr, const Config_Satz &satz)
+void ConfigRecordFile::write(int nr, const ConfigRecord &satz)
 {
     if (nr < 1)
         raiseBounds("record", nr);

@@ -20,7 +20,7 @@ namespace kal {
 constexpr int CONFIG_SATZ_LAENGE = 34;
 constexpr int CONFIG_TEXT_LAENGE = 20;
 
-struct Config_Satz {
+struct ConfigRecord {
     u8 B[4]{};
     i16 W[5]{};
     QByteArray TEXT = QByteArray(CONFIG_TEXT_LAENGE, '\0'); ///< always 20 bytes
@@ -28,7 +28,7 @@ struct Config_Satz {
     /// The 34 bytes of the record.
     QByteArray bytes() const;
     /// Takes a record from its bytes; missing bytes of a short record read as 0.
-    static Config_Satz from(const QByteArray &bytes);
+    static ConfigRecord from(const QByteArray &bytes);
 
     /// Puts `text` at character `pos` (1..20), cut or blank-padded to `width`.
     void putText(int pos, int width, const QString &text);
@@ -43,14 +43,14 @@ struct Config_Satz {
 /// The configuration file opened for reading and writing by record number.
 /// Reading a record past the end gives a record of zeros; writing past the end
 /// fills the gap with zero records. I/O failures raise RunError(ERR_FILE).
-class Config_Datei {
+class ConfigRecordFile {
 public:
     /// Opens (and with `create` creates) the file.
-    Config_Datei(const QString &path, bool create);
+    ConfigRecordFile(const QString &path, bool create);
     /// Number of whole records in the file.
     int records() const;
-    Config_Satz read(int nr);
-    void write(int nr, const Config_Satz &satz);
+    ConfigRecord read(int nr);
+    void write(int nr, const ConfigRecord &satz);
 
 private:
     QFile file_;

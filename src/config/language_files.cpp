@@ -45,7 +45,7 @@ QString siteText(const QString &raw, int row)
     while (text.endsWith(QLatin1Char(' ')))
         text.chop(1);
     if (!text.isEmpty() && row >= KANAL_NAME_ERSTE && row <= KANAL_NAME_LETZTE)
-        text = Fest(text, width);
+        text = fixedWidth(text, width);
     return text;
 }
 
@@ -110,9 +110,9 @@ int readSiteTexts(const QString &path)
     return taken;
 }
 
-void Sprachtext_Laden()
+void loadSiteTexts()
 {
-    readSiteTexts(Daten_Datei(MELD_TABELLE_DATEI));
+    readSiteTexts(dataFile(MELD_TABELLE_DATEI));
     for (int ofen = 0; ofen < OFEN_MAX; ++ofen) {
         if (plant.Ofen_Typ[ofen + 1] < 0)
             continue;
@@ -131,7 +131,7 @@ QByteArray languageTableRecord(int row)
     QString record;
     for (int col = 0; col < SPRACHEN; ++col) {
         record += QLatin1String(PREFIX[col]) + QLatin1Char('_') + nnn + QLatin1Char(';') + ww +
-                  QLatin1Char(';') + Fest(plant.Sprachtext(col, row), TEXT_BREITE) +
+                  QLatin1Char(';') + fixedWidth(plant.Sprachtext(col, row), TEXT_BREITE) +
                   QLatin1String("\r\n");
     }
     return Latin1Bytes(record);

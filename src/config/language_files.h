@@ -45,7 +45,7 @@ int readSiteTexts(const QString &path);
 /// site text file of the data folder on top of the built-in table, then gives
 /// every furnace without a version word (`Ofen_Typ` not negative) 32
 /// messages, the track names "Spur 1" to "Spur 4" and empty 16-character names.
-void Sprachtext_Laden();
+void loadSiteTexts();
 
 /// The 312-byte record of a row (0..171) in the table file.
 QByteArray languageTableRecord(int row);

@@ -193,7 +193,7 @@ constexpr int MELD_BREITE = 30; ///< width of the message rows
 
 } // namespace
 
-void Sprachtext_Fuellen()
+void buildLanguageTable()
 {
     plant.Sprachtext.fill(QString());
     plant.Sprachbreite.fill(0);

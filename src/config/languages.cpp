@@ -27,15 +27,15 @@ void Sprachumschalt()
         raiseBounds("Sprache", lang);
 
     for (int k = 0; k < 6; ++k)
-        plant.Befehl_Name[k] = Fest(plant.Sprachtext(lang, BEFEHL_ZEILE[k]), BEFEHL_BREITE);
+        plant.Befehl_Name[k] = fixedWidth(plant.Sprachtext(lang, BEFEHL_ZEILE[k]), BEFEHL_BREITE);
     for (int k = 0; k < 3; ++k)
         plant.Run_State_Text[k] =
             QStringLiteral("  ---") + plant.Sprachtext(lang, ZUSTAND_ZEILE[k]) + QStringLiteral("--- ");
     for (int ofen = 0; ofen < OFEN_MAX; ++ofen)
         for (int m = 0; m < MELD_PRO_OFEN; ++m)
-            plant.Meld_Text(ofen, m) = Fest(plant.Meldtext[m](lang, ofen), MELD_TEXT_BREITE);
+            plant.Meld_Text(ofen, m) = fixedWidth(plant.Meldtext[m](lang, ofen), MELD_TEXT_BREITE);
 
-    screen().Sprache_Geaendert();
+    screen().languageChanged();
 }
 
 QString languageText(int id)

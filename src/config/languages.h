@@ -22,13 +22,13 @@ constexpr int MELD_ZEILE = 100;
 /// The table builder, run once at start: sets every row of `Sprachtext` and its
 /// width in `Sprachbreite`, copies rows 100..147 into `Meldtext` for every
 /// column and furnace, and sets `Sprache` to 0 (German).
-void Sprachtext_Fuellen();
+void buildLanguageTable();
 
 /// `Sprachumschalt`, run after `Sprache` changed (and once at start): sets
 /// `Befehl_Name` (9 characters, from rows 39, 10, 11, 12, 13, 14), the three
 /// run-state texts of the curves ("  ---" + word + "--- " for off, hold, on),
 /// `Meld_Text` of every furnace from `Meldtext` (22 characters), then calls the
-/// hook `Sprache_Geaendert` so that the main window re-captions its menus and
+/// hook `languageChanged` so that the main window re-captions its menus and
 /// the open forms redraw. A `Sprache` of 6 or above is an error of the caller:
 /// it raises RunError 9 and nothing changes.
 void Sprachumschalt();

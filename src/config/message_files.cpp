@@ -16,12 +16,12 @@ namespace {
 constexpr int SPUR_SATZ = 49;  ///< first record of the track names (32 form)
 constexpr int SPUR_ZEILE = 33; ///< first list line of the track names
 
-QByteArray satz(const QString &text)
+QByteArray textRecord(const QString &text)
 {
-    return Latin1Bytes(Fest(text, MLD_SATZ));
+    return Latin1Bytes(fixedWidth(text, MLD_SATZ));
 }
 
-bool ordner_Pruefen(const QString &ordner, QString &meldung)
+bool checkFolder(const QString &ordner, QString &meldung)
 {
     if (!ordner.isEmpty() && QFileInfo(ordner).isDir())
         return true;
@@ -32,17 +32,17 @@ bool ordner_Pruefen(const QString &ordner, QString &meldung)
 
 } // namespace
 
-int MLD_Anzahl(int saetze)
+int mldCount(int saetze)
 {
     return saetze >= 49 && saetze < 52 ? 48 : 32;
 }
 
-QString MLD_Zeile(int nr, const QString &text)
+QString mldLine(int nr, const QString &text)
 {
     return QStringLiteral("%1:%2").arg(nr, 2, 10, QLatin1Char('0')).arg(text);
 }
 
-bool MLD_Lesen(const QString &pfad, MLD_Liste &liste)
+bool readMld(const QString &pfad, MldList &liste)
 {
     QFile f(pfad);
     if (!f.open(QIODevice::ReadOnly))
@@ -54,49 +54,49 @@ bool MLD_Lesen(const QString &pfad, MLD_Liste &liste)
         return Text_Sauber(Latin1Text(b.mid(qsizetype(nr - 1) * MLD_SATZ, MLD_SATZ))).left(MLD_TEXT).trimmed();
     };
     liste.Kopf = b.left(MLD_SATZ).leftJustified(MLD_SATZ, ' ');
-    liste.Anzahl = MLD_Anzahl(saetze);
+    liste.Anzahl = mldCount(saetze);
     liste.Zeilen.clear();
     for (int n = 1; n <= liste.Anzahl; ++n)
-        liste.Zeilen << MLD_Zeile(n, text(n + 1));
+        liste.Zeilen << mldLine(n, text(n + 1));
     if (liste.Anzahl == 32)
         for (int k = 0; k < 4; ++k)
-            liste.Zeilen << MLD_Zeile(SPUR_ZEILE + k, text(SPUR_SATZ + k));
+            liste.Zeilen << mldLine(SPUR_ZEILE + k, text(SPUR_SATZ + k));
     return true;
 }
 
-QByteArray MLD_Bytes(const MLD_Liste &liste)
+QByteArray mldBytes(const MldList &liste)
 {
     auto text = [&](int zeile) { return liste.Zeilen.value(zeile - 1).mid(3).left(MLD_TEXT).trimmed(); };
-    QByteArray b = liste.Kopf.isEmpty() ? satz(QString()) : liste.Kopf.left(MLD_SATZ).leftJustified(MLD_SATZ, ' ');
+    QByteArray b = liste.Kopf.isEmpty() ? textRecord(QString()) : liste.Kopf.left(MLD_SATZ).leftJustified(MLD_SATZ, ' ');
     for (int n = 1; n <= liste.Anzahl; ++n)
-        b += satz(text(n));
+        b += textRecord(text(n));
     if (liste.Anzahl == 32) {
         for (int nr = 34; nr < SPUR_SATZ; ++nr)
-            b += satz(QString());
+            b += textRecord(QString());
         for (int k = 0; k < 4; ++k)
-            b += satz(text(SPUR_ZEILE + k));
+            b += textRecord(text(SPUR_ZEILE + k));
     }
     return b;
 }
 
-QString MLD_laden(const QString &ordner, const QString &name, MLD_Liste &liste)
+QString loadMld(const QString &ordner, const QString &name, MldList &liste)
 {
     QString meldung;
-    if (!ordner_Pruefen(ordner, meldung))
+    if (!checkFolder(ordner, meldung))
         return meldung;
     const QString pfad = QDir(ordner).filePath(name);
-    if (!QFileInfo::exists(pfad) || !MLD_Lesen(pfad, liste))
+    if (!QFileInfo::exists(pfad) || !readMld(pfad, liste))
         return QStringLiteral("Quellfile:   ") + QDir::toNativeSeparators(pfad) + QStringLiteral(">>> Bitte anlegen!");
     return QString();
 }
 
-bool MLD_XXX_Sichern(const QString &ordner, const MLD_Liste &liste, QString &meldung)
+bool MLD_XXX_Sichern(const QString &ordner, const MldList &liste, QString &meldung)
 {
     meldung.clear();
-    if (!ordner_Pruefen(ordner, meldung))
+    if (!checkFolder(ordner, meldung))
         return false;
     QFile f(QDir(ordner).filePath(MLD_XXX_DATEI));
-    const QByteArray b = MLD_Bytes(liste);
+    const QByteArray b = mldBytes(liste);
     if (!f.open(QIODevice::WriteOnly | QIODevice::Truncate) || f.write(b) != b.size()) {
         meldung = QStringLiteral("ERROR: ") + QDir::toNativeSeparators(f.fileName());
         return false;
@@ -104,15 +104,15 @@ bool MLD_XXX_Sichern(const QString &ordner, const MLD_Liste &liste, QString &mel
     return true;
 }
 
-MLD_Liste MLD_Aus_Station(int ofen, int anzahl)
+MldList mldFromStation(int ofen, int anzahl)
 {
-    MLD_Liste liste;
+    MldList liste;
     liste.Anzahl = anzahl == 48 ? 48 : 32;
     for (int n = 1; n <= liste.Anzahl; ++n)
-        liste.Zeilen << MLD_Zeile(n, plant.Meld_Text(ofen, n - 1).left(MLD_TEXT).trimmed());
+        liste.Zeilen << mldLine(n, plant.Meld_Text(ofen, n - 1).left(MLD_TEXT).trimmed());
     if (liste.Anzahl == 32)
         for (int k = 0; k < 4; ++k)
-            liste.Zeilen << MLD_Zeile(SPUR_ZEILE + k, plant.Spur(ofen, k).trimmed());
+            liste.Zeilen << mldLine(SPUR_ZEILE + k, plant.Spur(ofen, k).trimmed());
     return liste;
 }
 

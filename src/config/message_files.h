@@ -21,7 +21,7 @@ inline const QString MLD_XXX_DATEI = QStringLiteral("MLD_XXX.TXT");
 inline const QString MLD_IMPORT_DATEI = QStringLiteral("MLD_IMPORT.TXT");
 
 /// A text file as the list shows it.
-struct MLD_Liste {
+struct MldList {
     QByteArray Kopf;     ///< record 1 as read (40 bytes); blanks for a new file
     int Anzahl = 32;     ///< messages: 32 or 48
     QStringList Zeilen;  ///< "NN:text"; 36 lines in the 32 form (tracks at 33..36), 48 in the 48 form
@@ -29,30 +29,30 @@ struct MLD_Liste {
 
 /// The number of messages a file of `saetze` records holds: 48 for 49..51
 /// records, else 32.
-int MLD_Anzahl(int saetze);
+int mldCount(int saetze);
 /// The list line of text number `nr`: two digits, ":" and the text.
-QString MLD_Zeile(int nr, const QString &text);
+QString mldLine(int nr, const QString &text);
 
 /// Reads a text file into list lines. False when it cannot be opened.
-bool MLD_Lesen(const QString &pfad, MLD_Liste &liste);
+bool readMld(const QString &pfad, MldList &liste);
 /// The bytes of a text file of `liste.Anzahl` messages: each line's text from
 /// character 4 on, cut to 22 characters and trimmed.
-QByteArray MLD_Bytes(const MLD_Liste &liste);
+QByteArray mldBytes(const MldList &liste);
 
 /// `MLD_Import_laden` / `MLD_XXX_laden`: reads `name` in `ordner`. Returns
 /// the line the form shows: empty when read; "Quellfile:   <path>>>> Bitte
 /// anlegen!" when the file is missing; "Ordner <path> nicht gefunden!" when
 /// the folder is missing (then "Auswahl des Quellverzeichnisses!" is asked
 /// first).
-QString MLD_laden(const QString &ordner, const QString &name, MLD_Liste &liste);
+QString loadMld(const QString &ordner, const QString &name, MldList &liste);
 
 /// `MLD_XXX_Sichern`: writes the list as "MLD_XXX.TXT" into `ordner`; the
-/// same messages as `MLD_laden` when the folder is missing. True when written.
-bool MLD_XXX_Sichern(const QString &ordner, const MLD_Liste &liste, QString &meldung);
+/// same messages as `loadMld` when the folder is missing. True when written.
+bool MLD_XXX_Sichern(const QString &ordner, const MldList &liste, QString &meldung);
 
 /// The station's texts of furnace index `ofen` as list lines: its messages
 /// and, in the 32 form, its track names.
-MLD_Liste MLD_Aus_Station(int ofen, int anzahl);
+MldList mldFromStation(int ofen, int anzahl);
 
 /// `DateiCopy`: copies the memory card files from the card folder `quelle`
 /// (its "DATEN" folder) into "DATEN" of the card `ziel`: the folders of the

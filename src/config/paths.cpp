@@ -14,14 +14,14 @@ namespace kal {
 
 namespace {
 
-bool nutzbar(int typ)
+bool usable(int typ)
 {
     return typ == LW_FEST || typ == LW_NETZ;
 }
 
 #ifdef Q_OS_WIN
 /// The system's drive query, in the numbering of the file-system service.
-int system_Laufwerk_Typ(const QString &drive)
+int systemDriveType(const QString &drive)
 {
     switch (GetDriveTypeW(reinterpret_cast<const wchar_t *>(drive.utf16()))) {
     case DRIVE_REMOVABLE: return LW_WECHSEL;
@@ -35,7 +35,7 @@ int system_Laufwerk_Typ(const QString &drive)
 }
 #endif
 
-QString ohne_Trenner_am_Ende(QString p)
+QString withoutTrailingSeparator(QString p)
 {
     while (p.size() > 1 && (p.endsWith(QLatin1Char('/')) || p.endsWith(QLatin1Char('\\'))) &&
            !p.endsWith(QLatin1String(":\\")) && !p.endsWith(QLatin1String(":/")))
@@ -45,7 +45,7 @@ QString ohne_Trenner_am_Ende(QString p)
 
 } // namespace
 
-QString Laufwerk_Waehlen(const Laufwerk_Abfrage &typ)
+QString chooseDrive(const DriveQuery &typ)
 {
     for (const QString &drive : {QStringLiteral("D:\\"), QStringLiteral("C:\\")}) {
         int t = -1;
@@ -54,35 +54,35 @@ QString Laufwerk_Waehlen(const Laufwerk_Abfrage &typ)
         } catch (...) {
             t = -1; // a failing query counts as not usable
         }
-        if (nutzbar(t))
+        if (usable(t))
             return drive;
     }
     return QString();
 }
 
-QString Pfad_Plus(const QString &folder, const QString &name)
+QString joinPath(const QString &folder, const QString &name)
 {
     if (folder.endsWith(QLatin1Char('/')) || folder.endsWith(QLatin1Char('\\')))
         return folder + name;
     return folder + QDir::separator() + name;
 }
 
-QString Daten_Datei(const QString &name)
+QString dataFile(const QString &name)
 {
-    return Pfad_Plus(plant.Pfad[0], name);
+    return joinPath(plant.Pfad[0], name);
 }
 
-QString Standard_Ordner(int k)
+QString defaultFolder(int k)
 {
     switch (k) {
-    case 1: return Daten_Datei(QStringLiteral("LogBuch"));
-    case 2: return Daten_Datei(QStringLiteral("USB"));
-    case 3: return Daten_Datei(QStringLiteral("CSV"));
+    case 1: return dataFile(QStringLiteral("LogBuch"));
+    case 2: return dataFile(QStringLiteral("USB"));
+    case 3: return dataFile(QStringLiteral("CSV"));
     default: raiseBounds("Standard_Ordner", k);
     }
 }
 
-bool Ordner_Da(const QString &path)
+bool folderExists(const QString &path)
 {
     return !path.isEmpty() && QFileInfo(path).isDir();
 }
@@ -90,20 +90,20 @@ bool Ordner_Da(const QString &path)
 void Pfade_Setzen()
 {
 #ifdef Q_OS_WIN
-    plant.Pfad_Drive = Laufwerk_Waehlen(system_Laufwerk_Typ);
+    plant.Pfad_Drive = chooseDrive(systemDriveType);
 #else
     plant.Pfad_Drive = QDir::toNativeSeparators(QDir::homePath()) + QDir::separator();
 #endif
 
     if (!plant.Daten_Ordner_Option.isEmpty())
-        plant.Pfad[0] = ohne_Trenner_am_Ende(
+        plant.Pfad[0] = withoutTrailingSeparator(
             QDir::toNativeSeparators(QFileInfo(plant.Daten_Ordner_Option).absoluteFilePath()));
     else
         plant.Pfad[0] = plant.Pfad_Drive + QStringLiteral("Kalmeron");
 
-    plant.Pfad_Karte[0] = Daten_Datei(KARTE_ORDNER);
-    plant.Karte_Da = flag(Ordner_Da(plant.Pfad_Karte[0]));
-    plant.Prog_Ordner = Daten_Datei(PROG_ORDNER);
+    plant.Pfad_Karte[0] = dataFile(KARTE_ORDNER);
+    plant.Karte_Da = flag(folderExists(plant.Pfad_Karte[0]));
+    plant.Prog_Ordner = dataFile(PROG_ORDNER);
 
     QDir().mkpath(plant.Pfad[0]);
     QDir().mkpath(plant.Prog_Ordner);

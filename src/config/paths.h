@@ -30,7 +30,7 @@ inline const QString KARTE_ORDNER = QStringLiteral("MEM_CARD");
 inline const QString PROG_ORDNER = QStringLiteral("Programme");
 
 /// Drive types as the file-system service reports them.
-enum Laufwerk_Typ : int {
+enum DriveType : int {
     LW_UNBEKANNT = 0,
     LW_WECHSEL = 1,
     LW_FEST = 2,
@@ -40,29 +40,29 @@ enum Laufwerk_Typ : int {
 };
 
 /// Asks the drive type of a drive such as "D:\"; a failing query returns -1.
-using Laufwerk_Abfrage = std::function<int(const QString &drive)>;
+using DriveQuery = std::function<int(const QString &drive)>;
 
 /// The drive of the data folder: "D:\" when it is a fixed disk or a network
 /// share, else "C:\" by the same test. Nothing further is tried, so with
 /// neither usable the result is "" and the data folder lies in the working
 /// folder.
-QString Laufwerk_Waehlen(const Laufwerk_Abfrage &typ);
+QString chooseDrive(const DriveQuery &typ);
 
 /// `folder` + separator + `name`.
-QString Pfad_Plus(const QString &folder, const QString &name);
+QString joinPath(const QString &folder, const QString &name);
 /// A file or folder directly in the data folder.
-QString Daten_Datei(const QString &name);
+QString dataFile(const QString &name);
 /// Default of Pfad[1] (log book), Pfad[2] (USB) or Pfad[3] (CSV).
-QString Standard_Ordner(int k);
+QString defaultFolder(int k);
 
 /// `Pfade_Setzen`: Pfad_Drive, Pfad[0], Pfad_Karte[0], Prog_Ordner and
 /// Karte_Da. The data folder and the program folder are created without
-/// asking. On Windows the drive comes from Laufwerk_Waehlen with the system's
+/// asking. On Windows the drive comes from chooseDrive with the system's
 /// drive query; elsewhere Pfad_Drive is the user's home folder. A folder given
 /// by `--data` replaces Pfad_Drive + "Kalmeron" as the data folder.
 void Pfade_Setzen();
 
 /// True when the folder exists.
-bool Ordner_Da(const QString &path);
+bool folderExists(const QString &path);
 
 } // namespace kal

@@ -16,14 +16,14 @@ namespace {
 
 /// Creates one folder level when missing; a missing parent makes it fail
 /// quietly (the log book folder may have been refused by the user).
-void ordner_Anlegen(const QString &path)
+void createFolder(const QString &path)
 {
-    if (!Ordner_Da(path))
+    if (!folderExists(path))
         QDir().mkdir(path);
 }
 
 /// Same folder: equal texts, or (both existing) the same folder on disk.
-bool gleicher_Ordner(const QString &a, const QString &b)
+bool sameFolder(const QString &a, const QString &b)
 {
     if (Text_Sauber(a) == Text_Sauber(b))
         return true;
@@ -37,10 +37,10 @@ void Ordner_Pruefen()
 {
     static const char *const art[4] = {"", "LOG-Files", "USB-Files", "CSV-Files"};
     for (int k = 1; k <= 3; ++k) {
-        if (Ordner_Da(plant.Pfad[k]))
+        if (folderExists(plant.Pfad[k]))
             continue;
-        plant.Pfad[k] = Standard_Ordner(k);
-        if (Ordner_Da(plant.Pfad[k]))
+        plant.Pfad[k] = defaultFolder(k);
+        if (folderExists(plant.Pfad[k]))
             continue;
         const QString frage = QString::fromLatin1(art[k]) + QLatin1Char('\n') + plant.Pfad[k] +
                               QLatin1Char('\n') + QStringLiteral("Create? ");
@@ -55,19 +55,19 @@ void Backup_Pruefen()
 {
     // The year is taken once, when the configuration is read: a batch that
     // starts after New Year stays in the old year's folder until the next start.
-    int jahr = Jetzt().date().year();
+    int jahr = now().date().year();
     if (jahr < 2000)
         jahr += 2000;
     const QString jahr_Text = QStringLiteral("%1").arg(jahr, 4, 10, QLatin1Char('0'));
 
-    plant.Charge_Ordner[0] = Pfad_Plus(plant.Pfad[1], jahr_Text);
-    ordner_Anlegen(plant.Charge_Ordner[0]);
+    plant.Charge_Ordner[0] = joinPath(plant.Pfad[1], jahr_Text);
+    createFolder(plant.Charge_Ordner[0]);
 
-    if (plant.Backup_Aktiv == 0 || !Ordner_Da(plant.Pfad[4]))
+    if (plant.Backup_Aktiv == 0 || !folderExists(plant.Pfad[4]))
         return;
-    plant.Charge_Ordner[1] = Pfad_Plus(plant.Pfad[4], jahr_Text);
-    ordner_Anlegen(plant.Charge_Ordner[1]);
-    if (gleicher_Ordner(plant.Charge_Ordner[1], plant.Charge_Ordner[0])) {
+    plant.Charge_Ordner[1] = joinPath(plant.Pfad[4], jahr_Text);
+    createFolder(plant.Charge_Ordner[1]);
+    if (sameFolder(plant.Charge_Ordner[1], plant.Charge_Ordner[0])) {
         plant.Backup_Aktiv = 0;
         dialogs().message(QStringLiteral("Backup-Folder ") + plant.Charge_Ordner[1] + QLatin1Char('\n') +
                           QStringLiteral("is the same as the Logfile-Folder") + QLatin1Char('!') +

@@ -16,7 +16,7 @@ const QString ZEILENENDE = QStringLiteral("\r\n");
 
 /// Value of `key` between `von` and `bis`, up to the end of its line; empty
 /// when the key is not there.
-QString wert(const QString &text, const QString &key, qsizetype von, qsizetype bis)
+QString valueOf(const QString &text, const QString &key, qsizetype von, qsizetype bis)
 {
     const qsizetype p = text.indexOf(key, von);
     if (p < 0 || p >= bis)
@@ -29,7 +29,7 @@ QString wert(const QString &text, const QString &key, qsizetype von, qsizetype b
 }
 
 /// All lines of the file, each followed by CR LF; empty without the file.
-QString zeilen(const QString &path, bool &da)
+QString fileLines(const QString &path, bool &da)
 {
     QFile f(path);
     da = f.open(QIODevice::ReadOnly);
@@ -59,7 +59,7 @@ QString zeilen(const QString &path, bool &da)
 
 void Reg_Namen_Lesen()
 {
-    Reg_Namen_Lesen(Daten_Datei(REG_NAMEN_DATEI));
+    Reg_Namen_Lesen(dataFile(REG_NAMEN_DATEI));
 }
 
 void Reg_Namen_Lesen(const QString &path)
@@ -68,7 +68,7 @@ void Reg_Namen_Lesen(const QString &path)
         plant.Reg_Einheit(f, 0) = QStringLiteral("°C");
 
     bool da = false;
-    const QString text = zeilen(path, da);
+    const QString text = fileLines(path, da);
     if (!da)
         return;
 
@@ -77,7 +77,7 @@ void Reg_Namen_Lesen(const QString &path)
     while (pos >= 0) {
         const qsizetype naechste = text.indexOf(serie_Key, pos + serie_Key.size());
         const qsizetype ende = naechste < 0 ? text.size() : naechste;
-        const QString serie = wert(text, serie_Key, pos, ende);
+        const QString serie = valueOf(text, serie_Key, pos, ende);
 
         int ofen = -1;
         if (!serie.isEmpty())
@@ -87,12 +87,12 @@ void Reg_Namen_Lesen(const QString &path)
 
         if (ofen >= 0) {
             for (int k = 1; k <= 6; ++k) {
-                const QString name = wert(text, QStringLiteral("REG_Name_%1=").arg(k), pos, ende);
+                const QString name = valueOf(text, QStringLiteral("REG_Name_%1=").arg(k), pos, ende);
                 if (!name.isEmpty()) {
                     plant.Reg_Name(ofen, k - 1) = name;
                     plant.Reg_Anzahl[ofen] = std::max<i16>(plant.Reg_Anzahl[ofen], i16(k));
                 }
-                const QString einheit = wert(text, QStringLiteral("REG_Einh_%1=").arg(k), pos, ende);
+                const QString einheit = valueOf(text, QStringLiteral("REG_Einh_%1=").arg(k), pos, ende);
                 if (!einheit.isEmpty()) {
                     plant.Reg_Einheit(ofen, k - 1) = einheit;
                     plant.Reg_Anzahl[ofen] = std::max<i16>(plant.Reg_Anzahl[ofen], i16(k));

@@ -18,13 +18,13 @@
 
 namespace kal {
 
-Parameter_Zustand Parameter;
+ParameterDialogState Parameter;
 
 namespace {
 
-StateReset reset{[] { Parameter = Parameter_Zustand{}; }};
+StateReset reset{[] { Parameter = ParameterDialogState{}; }};
 
-Ofen_Einstellung &kopie(int ofen)
+FurnaceSettings &workingCopy(int ofen)
 {
     if (ofen < 0 || ofen >= OFEN_MAX)
         raiseBounds("Parameter", ofen);
@@ -32,7 +32,7 @@ Ofen_Einstellung &kopie(int ofen)
 }
 
 /// The whole number a field's text starts with (no number: 0).
-long zahl(const QString &text)
+long leadingInt(const QString &text)
 {
     const double v = leadingNumber(text);
     if (!std::isfinite(v))
@@ -41,12 +41,12 @@ long zahl(const QString &text)
 }
 
 /// An octet field: a value below `lo` shows `lo`, above `hi` shows `hi`.
-u8 oktett(long v, int lo, int hi)
+u8 octet(long v, int lo, int hi)
 {
     return static_cast<u8>(std::clamp<long>(v, lo, hi));
 }
 
-QString ohne_Wurzel(const QString &pfad)
+QString withoutRoot(const QString &pfad)
 {
     const QString wurzel = QStorageInfo(pfad).rootPath();
     QString rest = QDir::fromNativeSeparators(pfad);
@@ -59,7 +59,7 @@ QString ohne_Wurzel(const QString &pfad)
 }
 
 /// The message page lines "NN: text" of messages `erste`..`erste` + 15.
-QString meldungen(int ofen, int erste)
+QString messagePage(int ofen, int erste)
 {
     QStringList z;
     for (int n = erste; n < erste + 16; ++n)
@@ -67,18 +67,18 @@ QString meldungen(int ofen, int erste)
     return z.join(QLatin1Char('\n'));
 }
 
-QString wort_Hex(int v)
+QString wordHex(int v)
 {
     return QStringLiteral("%1").arg(uint16_t(v), 4, 16, QLatin1Char('0')).toUpper();
 }
 
 } // namespace
 
-void Parameter_Oeffnen()
+void openParameters()
 {
-    Parameter = Parameter_Zustand{};
+    Parameter = ParameterDialogState{};
     for (int f = 0; f < OFEN_MAX; ++f) {
-        Ofen_Einstellung &w = kopie(f);
+        FurnaceSettings &w = workingCopy(f);
         for (int k = 0; k < 4; ++k)
             w.IP[size_t(k)] = plant.Ofen_IP(f, k);
         w.Aktiv = plant.Ofen_Aktiv[f];
@@ -104,10 +104,10 @@ void Parameter_Oeffnen()
         Parameter.Pfad[size_t(k)] = plant.Pfad[k];
 }
 
-QString Text1_Verlassen(int ofen, int feld, const QString &text)
+QString Text1_LostFocus(int ofen, int feld, const QString &text)
 {
-    Ofen_Einstellung &w = kopie(ofen);
-    const long v = zahl(text);
+    FurnaceSettings &w = workingCopy(ofen);
+    const long v = leadingInt(text);
     switch (feld) {
     case 0:
     case 1:
@@ -115,9 +115,9 @@ QString Text1_Verlassen(int ofen, int feld, const QString &text)
     case 3: {
         u8 &o = w.IP[size_t(feld)];
         if (w.Seriell == 0)
-            o = oktett(v, 0, 255);
+            o = octet(v, 0, 255);
         else
-            o = oktett(v, 1, feld == 0 ? 16 : 8);
+            o = octet(v, 1, feld == 0 ? 16 : 8);
         return QString::number(o);
     }
     case FELD_TAKT:
@@ -139,27 +139,27 @@ QString Text1_Verlassen(int ofen, int feld, const QString &text)
     }
 }
 
-QString Adress_Titel(int ofen)
+QString addressCaption(int ofen)
 {
-    return kopie(ofen).Seriell != 0 ? QStringLiteral("COM / ADD") : QStringLiteral("TCP/IP-ADD");
+    return workingCopy(ofen).Seriell != 0 ? QStringLiteral("COM / ADD") : QStringLiteral("TCP/IP-ADD");
 }
 
-void Option1_Setzen(int ofen, int option)
+void setOption1(int ofen, int option)
 {
-    Ofen_Einstellung &w = kopie(ofen);
+    FurnaceSettings &w = workingCopy(ofen);
     w.UDP = flag(option == 2);
     w.Seriell = flag(option == 1);
 }
 
-int Option1_Wert(int ofen)
+int option1Value(int ofen)
 {
-    const Ofen_Einstellung &w = kopie(ofen);
+    const FurnaceSettings &w = workingCopy(ofen);
     return w.Seriell != 0 ? 1 : w.UDP != 0 ? 2 : 0;
 }
 
-QString Text2_Verlassen(int feld, const QString &text)
+QString Text2_LostFocus(int feld, const QString &text)
 {
-    const long v = zahl(text);
+    const long v = leadingInt(text);
     i16 *ziel = nullptr;
     long lo = 10, hi = 200;
     switch (feld) {
@@ -176,13 +176,13 @@ QString Text2_Verlassen(int feld, const QString &text)
     return QString::number(*ziel);
 }
 
-QString Disk_Text()
+QString diskText()
 {
     const QString pfad = Parameter.Pfad[1].isEmpty() ? plant.Pfad[0] : Parameter.Pfad[1];
     return QDir::toNativeSeparators(QStorageInfo(pfad).rootPath());
 }
 
-bool Disk_Setzen(const QString &disk)
+bool setDisk(const QString &disk)
 {
     const QString d = disk.trimmed();
     if (d.isEmpty() || !QFileInfo(d).isDir()) {
@@ -193,12 +193,12 @@ bool Disk_Setzen(const QString &disk)
         if (Parameter.Pfad[size_t(k)].isEmpty())
             continue;
         Parameter.Pfad[size_t(k)] =
-            QDir::toNativeSeparators(QDir(d).filePath(ohne_Wurzel(Parameter.Pfad[size_t(k)])));
+            QDir::toNativeSeparators(QDir(d).filePath(withoutRoot(Parameter.Pfad[size_t(k)])));
     }
     return true;
 }
 
-QString Ordner_Titel(int art)
+QString folderCaption(int art)
 {
     static const char *const titel[4] = {"CSV - Files", "LOG - Files", "SYS - Files", "USB - Files"};
     if (art < 0 || art > 3)
@@ -206,7 +206,7 @@ QString Ordner_Titel(int art)
     return QString::fromLatin1(titel[art]);
 }
 
-QString &Ordner_Pfad(int art)
+QString &folderPath(int art)
 {
     static constexpr int index[4] = {3, 1, 4, 2};
     if (art < 0 || art > 3)
@@ -217,7 +217,7 @@ QString &Ordner_Pfad(int art)
 bool Command1_OK()
 {
     for (int f = 0; f < OFEN_MAX; ++f) {
-        const Ofen_Einstellung &w = kopie(f);
+        const FurnaceSettings &w = workingCopy(f);
         const bool leer = std::all_of(w.IP.begin(), w.IP.end(), [](u8 o) { return o == 0; }) && w.Aktiv == 0;
         if (leer) {
             plant.Ofen_Name[f] = QString(16, QLatin1Char(' '));
@@ -258,17 +258,17 @@ bool Command1_OK()
         plant.Pfad[k] = Parameter.Pfad[size_t(k)];
 
     plant.Backup_Aktiv = Parameter.Backup_Aktiv;
-    if (plant.Backup_Aktiv != 0 && !Ordner_Da(plant.Pfad[4])) {
+    if (plant.Backup_Aktiv != 0 && !folderExists(plant.Pfad[4])) {
         dialogs().message(QStringLiteral("Folder ") + plant.Pfad[4] + QStringLiteral(" not found!") +
                           QLatin1Char('\n') + QStringLiteral("select a real FOLDER!"));
         return false;
     }
     // The recorder writes into the year folders of the folders now set.
     Backup_Pruefen();
-    return Config_Speichern();
+    return saveConfig();
 }
 
-void Command1_Abbruch()
+void Command1_Cancel()
 {
     if (plant.Sprache != Parameter.Sprache_Alt) {
         plant.Sprache = Parameter.Sprache_Alt;
@@ -276,7 +276,7 @@ void Command1_Abbruch()
     }
 }
 
-void Sprache_Waehlen(int sprache)
+void chooseLanguage(int sprache)
 {
     if (sprache < 0 || sprache >= SPRACHEN || sprache == plant.Sprache)
         return;
@@ -286,7 +286,7 @@ void Sprache_Waehlen(int sprache)
 
 bool Command3_Export()
 {
-    const QString pfad = Daten_Datei(SPRACH_DATEI);
+    const QString pfad = dataFile(SPRACH_DATEI);
     if (writeLanguageTable(pfad))
         return true;
     dialogs().message(QStringLiteral("ERROR:\n") + pfad + QStringLiteral("\nnot written!"));
@@ -297,10 +297,10 @@ void FarbTopf(int ofen, int kanal)
 {
     if (kanal < 0 || kanal >= FARBEN_PRO_OFEN)
         raiseBounds("FarbTopf", kanal);
-    kopie(ofen).Farbe[size_t(kanal)] = Parameter.Farbe_Stift;
+    workingCopy(ofen).Farbe[size_t(kanal)] = Parameter.Farbe_Stift;
 }
 
-QString Farb_Kanal_Name(int ofen, int kanal)
+QString colourChannelName(int ofen, int kanal)
 {
     const QString name = kanal < SPUR_MAX ? plant.Kanal_Name(ofen + 1, kanal).trimmed() : QString();
     return QStringLiteral("%1  %2").arg(kanal + 1, 2).arg(name);
@@ -309,9 +309,9 @@ QString Farb_Kanal_Name(int ofen, int kanal)
 QString MTXT_Text(int ofen)
 {
     switch (Parameter.MTXT_Seite) {
-    case 0: return meldungen(ofen, 1);
-    case 1: return meldungen(ofen, 17);
-    case 2: return meldungen(ofen, 33);
+    case 0: return messagePage(ofen, 1);
+    case 1: return messagePage(ofen, 17);
+    case 2: return messagePage(ofen, 33);
     case 3: {
         QStringList z;
         for (int k = 0; k < 4; ++k)
@@ -325,7 +325,7 @@ QString MTXT_Text(int ofen)
         for (int i = 0; i <= 10; ++i)
             z << QStringLiteral("Code %1: %2  %3")
                      .arg(i + 1, 2, 10, QLatin1Char('0'))
-                     .arg(wort_Hex(plant.Code_A(ofen, i)), wort_Hex(plant.Code_B(ofen, i)));
+                     .arg(wordHex(plant.Code_A(ofen, i)), wordHex(plant.Code_B(ofen, i)));
         return z.join(QLatin1Char('\n'));
     }
     }
@@ -339,7 +339,7 @@ void MTXTbutton(int ofen)
     Parameter.MTXT_Seite = seite;
 }
 
-QString Status_Zeile(int ofen)
+QString statusLine(int ofen)
 {
     const int wort = plant.SPS_Wort(ofen, plant.Prog_Page[ofen]);
     if (wort >= 0 && wort <= 200)
@@ -362,7 +362,7 @@ QStringList PLC_Info(int ofen)
              .arg(Text_Id(text::FURNACE).trimmed())
              .arg(ofen + 1)
              .arg(plant.Ofen_Online[ofen] != 0 ? Text_Id(text::ONLINE).trimmed() : Text_Id(text::OFFLINE).trimmed());
-    z << QStringLiteral("%1: %2 (%3)").arg(Text_Id(text::TYPE).trimmed()).arg(typ).arg(wort_Hex(typ));
+    z << QStringLiteral("%1: %2 (%3)").arg(Text_Id(text::TYPE).trimmed()).arg(typ).arg(wordHex(typ));
     z << QStringLiteral("Name: %1").arg(plant.PLC_Name[ofen]);
     z << QStringLiteral("%1 %2").arg(Text_Id(text::SERIAL_NO).trimmed(), plant.PLC_Serie[ofen]);
     z << QStringLiteral("Version: %1").arg(plant.PLC_Version[ofen]);
@@ -379,8 +379,8 @@ QStringList PLC_Info(int ofen)
     if (basis >= 1) {
         QString a, b;
         for (int p = 0; p <= 10 && basis + 2 * p + 1 < SPS_WORTE; ++p) {
-            a += wort_Hex(plant.SPS_Wort(ofen, basis + 2 * p)) + QLatin1Char(' ');
-            b += wort_Hex(plant.SPS_Wort(ofen, basis + 2 * p + 1)) + QLatin1Char(' ');
+            a += wordHex(plant.SPS_Wort(ofen, basis + 2 * p)) + QLatin1Char(' ');
+            b += wordHex(plant.SPS_Wort(ofen, basis + 2 * p + 1)) + QLatin1Char(' ');
         }
         z << QStringLiteral("A: ") + a.trimmed() << QStringLiteral("B: ") + b.trimmed();
     }

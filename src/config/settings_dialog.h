@@ -5,7 +5,7 @@
 // ("Ofen 1".."Ofen 8"), tab 9 "PLC-Info" of a furnace.
 //
 // Only OK (`Command1_OK`) moves the working copy into the plant state and
-// writes the configuration; Cancel (`Command1_Abbruch`) takes nothing over and
+// writes the configuration; Cancel (`Command1_Cancel`) takes nothing over and
 // only puts the language back. A language picked in the dialog switches the
 // station at once, so that the dialog shows it.
 
@@ -23,7 +23,7 @@ constexpr int TAB_PLC_INFO = 9;
 constexpr int MTXT_SEITEN = 5;       ///< message pages 0..4 of the text box
 
 /// Fields of `Text1` on a furnace tab.
-enum Text1_Feld : int {
+enum Text1Field : int {
     FELD_IP0 = 0,          ///< 0..3: octets of the address
     FELD_TAKT = 4,         ///< TempLog_Takt, seconds
     FELD_NR_PROG = 5,      ///< Ofen_Nr_Prog, furnace number 1..8 of the program selection
@@ -32,17 +32,17 @@ enum Text1_Feld : int {
 };
 
 /// Fields of `Text2` on the general tab.
-enum Text2_Feld : int {
+enum Text2Field : int {
     FELD_DRUCK_PROZENT = 0, ///< 25..100
     FELD_DRUCK_RAND_X = 1,  ///< 10..200
     FELD_DRUCK_RAND_Y = 2,  ///< 10..200
 };
 
 /// Kinds of folder of the folder choice (`SuchButton`).
-enum Ordner_Art : int { ORDNER_CSV = 0, ORDNER_LOG = 1, ORDNER_SYS = 2, ORDNER_USB = 3 };
+enum FolderKind : int { ORDNER_CSV = 0, ORDNER_LOG = 1, ORDNER_SYS = 2, ORDNER_USB = 3 };
 
 /// The working copy of one furnace.
-struct Ofen_Einstellung {
+struct FurnaceSettings {
     std::array<u8, 4> IP{};
     i16 Aktiv = 0;
     i16 Seriell = 0;   ///< option 1 chosen: changes the limits of the address, never the link
@@ -57,8 +57,8 @@ struct Ofen_Einstellung {
 };
 
 /// What the dialog holds while it is open.
-struct Parameter_Zustand {
-    std::array<Ofen_Einstellung, OFEN_MAX> Ofen;
+struct ParameterDialogState {
+    std::array<FurnaceSettings, OFEN_MAX> Ofen;
     u8 Sprache_Alt = 0;       ///< the language when the dialog opened
     i16 Backup_Aktiv = 0;
     i16 Kurve_Option = 0;
@@ -71,11 +71,11 @@ struct Parameter_Zustand {
     int MTXT_Seite = 0;       ///< message page 0..4 of the furnace tabs
     int Farbe_Stift = 0;      ///< colour picked by `FarbSift`, 0..23
 };
-extern Parameter_Zustand Parameter;
+extern ParameterDialogState Parameter;
 
 /// `Wert_akt`'s source: fills the working copy from the plant state and
 /// remembers the language. Run when the dialog opens.
-void Parameter_Oeffnen();
+void openParameters();
 
 /// A field of `Text1` of furnace index `ofen` is left: the value goes into the
 /// working copy within its limits; returns the text the field shows now (the
@@ -86,31 +86,31 @@ void Parameter_Oeffnen();
 ///   5      a furnace number 1..8; anything else the furnace's own number
 ///   12     trimmed, 16 characters; all blanks takes `Ofen_Name`
 ///   13     below 0 becomes 0, above 300 becomes 300
-QString Text1_Verlassen(int ofen, int feld, const QString &text);
+QString Text1_LostFocus(int ofen, int feld, const QString &text);
 
 /// Label of the address fields: "TCP/IP-ADD", or "COM / ADD" with option 1.
-QString Adress_Titel(int ofen);
+QString addressCaption(int ofen);
 
 /// `Option1`: 0 Modbus/TCP, 1 serial, 2 memory link over UDP.
-void Option1_Setzen(int ofen, int option);
-int Option1_Wert(int ofen);
+void setOption1(int ofen, int option);
+int option1Value(int ofen);
 
 /// A field of `Text2` is left: the three print values, out of range to the
 /// nearest limit; returns the text the field shows now.
-QString Text2_Verlassen(int feld, const QString &text);
+QString Text2_LostFocus(int feld, const QString &text);
 
 /// The disk of the working folders (the root of the log book folder).
-QString Disk_Text();
+QString diskText();
 /// Another disk: the log book, USB, CSV and backup folders are rebuilt under
 /// it. A disk that does not exist shows "Disk <text>: select a real disk!" and
 /// changes nothing; false then.
-bool Disk_Setzen(const QString &disk);
+bool setDisk(const QString &disk);
 
 /// Caption of a folder kind: "CSV - Files", "LOG - Files", "SYS - Files",
 /// "USB - Files".
-QString Ordner_Titel(int art);
+QString folderCaption(int art);
 /// The working folder of a kind (SYS is the backup folder).
-QString &Ordner_Pfad(int art);
+QString &folderPath(int art);
 
 /// `Command1`(0), OK. For each furnace: all octets 0 and not active clears the
 /// furnace (names and serial blank, words 216..218 0, version "00"); a changed
@@ -123,10 +123,10 @@ QString &Ordner_Pfad(int art);
 bool Command1_OK();
 
 /// `Command1`(1), Cancel: the language goes back to the one at opening.
-void Command1_Abbruch();
+void Command1_Cancel();
 
 /// A language picked in the dialog: the station switches at once.
-void Sprache_Waehlen(int sprache);
+void chooseLanguage(int sprache);
 
 /// `Command3`: writes the language table file "KM_SP.LNG" in the data folder;
 /// a failure is shown. True when written.
@@ -136,7 +136,7 @@ bool Command3_Export();
 /// `FarbSift` (`FarbTopf`).
 void FarbTopf(int ofen, int kanal);
 /// Name of channel `kanal` of a furnace for the colour list.
-QString Farb_Kanal_Name(int ofen, int kanal);
+QString colourChannelName(int ofen, int kanal);
 
 /// `MTXT` of a furnace: page 0..2 its messages 1..16, 17..32, 33..48, page 3
 /// the track names and the two names, page 4 the code table.
@@ -146,7 +146,7 @@ QString MTXT_Text(int ofen);
 void MTXTbutton(int ofen);
 
 /// The status line of a furnace: the text of its page word.
-QString Status_Zeile(int ofen);
+QString statusLine(int ofen);
 /// `LOAD_STAT`: "OK" when the furnace is online and no text load runs, else blanks.
 QString LOAD_STAT(int ofen);
 

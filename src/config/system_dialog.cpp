@@ -16,32 +16,32 @@
 
 namespace kal {
 
-System_Zustand System;
+SystemDialogState System;
 
 namespace {
 
-StateReset reset{[] { System = System_Zustand{}; }};
+StateReset reset{[] { System = SystemDialogState{}; }};
 
 /// Limits of the stored values of fields 3..5.
-struct Grenze {
+struct Limits {
     int lo, hi;
 };
-constexpr Grenze GRENZEN[3] = {{3000, 30000}, {500, 5000}, {1000, 32000}};
+constexpr Limits GRENZEN[3] = {{3000, 30000}, {500, 5000}, {1000, 32000}};
 
-int ofen()
+int chosenFurnace()
 {
     if (System.Ofen < 1 || System.Ofen > OFEN_MAX)
         raiseBounds("System", System.Ofen);
     return System.Ofen - 1;
 }
 
-bool serie_Gueltig(const QString &t)
+bool validSerial(const QString &t)
 {
     return t.size() >= 9 && t[4] == QLatin1Char('-') && t[8] == QLatin1Char('-');
 }
 
 /// The type of a mounted volume in the numbering of the drive list.
-int volume_Typ(const QStorageInfo &v)
+int volumeType(const QStorageInfo &v)
 {
     const QByteArray fs = v.fileSystemType().toLower();
     if (fs == "iso9660" || fs == "udf")
@@ -65,15 +65,15 @@ int volume_Typ(const QStorageInfo &v)
 
 } // namespace
 
-void System_Oeffnen(int ofenNr)
+void openSystem(int ofenNr)
 {
-    System = System_Zustand{};
+    System = SystemDialogState{};
     System.Ofen = std::clamp(ofenNr, 1, OFEN_MAX);
-    const int f = ofen();
+    const int f = chosenFurnace();
     System.Typ = plant.Ofen_Name[f].trimmed();
     System.Serie = plant.Ofen_Serie[f].trimmed();
     System.Werte = {plant.Ofen_Wert216[f], plant.Ofen_Wert217[f], plant.Ofen_Wert218[f]};
-    System.Texte = MLD_Aus_Station(f, plant.Meld_Anzahl[f] > 32 ? 48 : 32);
+    System.Texte = mldFromStation(f, plant.Meld_Anzahl[f] > 32 ? 48 : 32);
     System.Ordner = plant.Pfad_Karte[0];
 }
 
@@ -89,7 +89,7 @@ QString System_Text1(int feld)
     }
 }
 
-QString System_Text1_Verlassen(int feld, const QString &text)
+QString System_Text1_LostFocus(int feld, const QString &text)
 {
     switch (feld) {
     case SYS_TYP:
@@ -97,7 +97,7 @@ QString System_Text1_Verlassen(int feld, const QString &text)
         break;
     case SYS_SERIE: {
         const QString t = text.trimmed().left(12);
-        if (serie_Gueltig(t))
+        if (validSerial(t))
             System.Serie = t;
         else if (t != System.Serie)
             dialogs().message(QStringLiteral("Die Serien-Nr. hat nicht das") + QLatin1Char('\n') +
@@ -107,7 +107,7 @@ QString System_Text1_Verlassen(int feld, const QString &text)
     case SYS_MAX_TEMP:
     case SYS_TUER:
     case SYS_GRADIENT: {
-        const Grenze &g = GRENZEN[feld - SYS_MAX_TEMP];
+        const Limits &g = GRENZEN[feld - SYS_MAX_TEMP];
         const double v = leadingNumber(text) * 10.0;
         const double begrenzt = std::isfinite(v) ? std::clamp(v, double(g.lo), double(g.hi)) : g.lo;
         System.Werte[size_t(feld - SYS_MAX_TEMP)] = static_cast<i16>(std::lround(begrenzt));
@@ -118,31 +118,31 @@ QString System_Text1_Verlassen(int feld, const QString &text)
     return System_Text1(feld);
 }
 
-QStringList M_Nr_Texte()
+QStringList messageCountTexts()
 {
     return {QStringLiteral("32 Meldungen"), QStringLiteral("48 Meldungen")};
 }
 
-void M_Nr_Setzen(int anzahl)
+void chooseMessageCount(int anzahl)
 {
-    MLD_Liste &t = System.Texte;
+    MldList &t = System.Texte;
     const int neu = anzahl == 48 ? 48 : 32;
     if (neu == t.Anzahl)
         return;
     // The texts stay where they are; the track lines exist only in the 32 form.
     QStringList zeilen;
     for (int n = 1; n <= neu; ++n)
-        zeilen << MLD_Zeile(n, t.Zeilen.value(n - 1).mid(3));
+        zeilen << mldLine(n, t.Zeilen.value(n - 1).mid(3));
     if (neu == 32)
         for (int k = 0; k < 4; ++k)
-            zeilen << MLD_Zeile(33 + k, plant.Spur(ofen(), k).trimmed());
+            zeilen << mldLine(33 + k, plant.Spur(chosenFurnace(), k).trimmed());
     t.Anzahl = neu;
     t.Zeilen = zeilen;
 }
 
-QStringList Liste_Zeilen(int art)
+QStringList listLines(int art)
 {
-    const int f = ofen();
+    const int f = chosenFurnace();
     QStringList z;
     if (art == LISTE_SPUR) {
         for (int k = 0; k < 4; ++k)
@@ -157,7 +157,7 @@ QStringList Liste_Zeilen(int art)
     return z;
 }
 
-void Zeile_Setzen(int zeile, const QString &text)
+void setLine(int zeile, const QString &text)
 {
     QStringList &z = System.Texte.Zeilen;
     if (zeile < 0 || zeile >= z.size())
@@ -167,7 +167,7 @@ void Zeile_Setzen(int zeile, const QString &text)
 
 bool System_OK()
 {
-    const int f = ofen();
+    const int f = chosenFurnace();
     plant.Ofen_Name[f] = System.Typ;
     plant.Ofen_Serie[f] = System.Serie;
     Ist_GKD(f);
@@ -176,31 +176,31 @@ bool System_OK()
     plant.Ofen_Wert218[f] = System.Werte[2];
     // The program editor limits set values to a tenth of it.
     plant.Ofen_Max_Temp[f] = System.Werte[0];
-    return Config_Speichern();
+    return saveConfig();
 }
 
-QList<Laufwerk> Laufwerke()
+QList<Drive> drives()
 {
-    QList<Laufwerk> l;
+    QList<Drive> l;
     for (const QStorageInfo &v : QStorageInfo::mountedVolumes())
         if (v.isValid())
-            l.append({QDir::toNativeSeparators(v.rootPath()), volume_Typ(v)});
+            l.append({QDir::toNativeSeparators(v.rootPath()), volumeType(v)});
     return l;
 }
 
-QString Laufwerk_Zeile(const Laufwerk &l)
+QString driveLine(const Drive &l)
 {
     static const char *const wort[6] = {"Unknown", "Removable", "Fixed", "Network", "CD-ROM", "RAM Disk"};
     const int t = l.Typ >= 0 && l.Typ <= 5 ? l.Typ : 0;
     return l.Wurzel + QStringLiteral(" : ") + QString::fromLatin1(wort[t]);
 }
 
-bool Laufwerk_Nutzbar(int typ)
+bool driveUsable(int typ)
 {
     return typ == LW_FEST || typ == LW_NETZ;
 }
 
-bool Laufwerk_Bereit(const QString &wurzel)
+bool driveReady(const QString &wurzel)
 {
     if (wurzel.isEmpty())
         return false;
@@ -208,9 +208,9 @@ bool Laufwerk_Bereit(const QString &wurzel)
     return v.isValid() && v.isReady() && QFileInfo(wurzel).isDir();
 }
 
-QString Ordner_Start(const QString &wurzel)
+QString startFolder(const QString &wurzel)
 {
-    if (Laufwerk_Bereit(wurzel))
+    if (driveReady(wurzel))
         return wurzel;
 #ifdef Q_OS_WIN
     return QStringLiteral("C:\\");

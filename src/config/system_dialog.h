@@ -17,7 +17,7 @@
 namespace kal {
 
 /// Fields of `Text1`.
-enum System_Feld : int {
+enum SystemField : int {
     SYS_TYP = 0,       ///< furnace type text, 16 characters (`Ofen_Name`)
     SYS_SERIE = 1,     ///< serial number "JJMM-NNN-TTT"
     SYS_MAX_TEMP = 3,  ///< maximum temperature, whole °C, stored times 10 in 3000..30000
@@ -26,23 +26,23 @@ enum System_Feld : int {
 };
 
 /// Kinds of the text list shown on load.
-enum Liste_Art : int { LISTE_MELD = 0, LISTE_SPUR = 1, LISTE_ANALOG = 2 };
+enum TextListKind : int { LISTE_MELD = 0, LISTE_SPUR = 1, LISTE_ANALOG = 2 };
 
-struct System_Zustand {
+struct SystemDialogState {
     int Ofen = 1;                 ///< furnace number shown (`P_Name`)
     QString Typ;
     QString Serie;
     std::array<i16, 3> Werte{};   ///< stored values of fields 3..5 (`Ofen_Wert216`..`218`)
     int Liste_Art = LISTE_MELD;
-    MLD_Liste Texte;              ///< `List_MLDTXT`
+    MldList Texte;              ///< `List_MLDTXT`
     QString Ordner;               ///< `Dir1`: folder of the text files
     QString Laufwerk;             ///< `Drive1`: the card drive chosen
 };
-extern System_Zustand System;
+extern SystemDialogState System;
 
 /// Opens the dialog on furnace number `ofenNr`: its values into the working
 /// copy, the station's texts into the list in the form of its messages.
-void System_Oeffnen(int ofenNr);
+void openSystem(int ofenNr);
 
 /// The text a field of `Text1` shows for the working copy.
 QString System_Text1(int feld);
@@ -50,19 +50,19 @@ QString System_Text1(int feld);
 /// its limits; returns the text the field shows now. A serial number without
 /// "-" at positions 5 and 9 shows "Die Serien-Nr. hat nicht das" /
 /// "Format: >>>JJMM-NNN-TTT<<<" and the field keeps its value.
-QString System_Text1_Verlassen(int feld, const QString &text);
+QString System_Text1_LostFocus(int feld, const QString &text);
 
 /// `M_Nr`: "32 Meldungen" or "48 Meldungen"; the choice sets the number of
 /// messages of the text file.
-QStringList M_Nr_Texte();
-void M_Nr_Setzen(int anzahl);
+QStringList messageCountTexts();
+void chooseMessageCount(int anzahl);
 
 /// The lines of a list kind: "Meld NN", "Spur N" or "Analog NN" and the text
 /// the station holds now.
-QStringList Liste_Zeilen(int art);
+QStringList listLines(int art);
 
 /// The selected list line takes a new text (cut to 22 characters).
-void Zeile_Setzen(int zeile, const QString &text);
+void setLine(int zeile, const QString &text);
 
 /// `OKButton`: takes the working copy into the plant and writes the
 /// configuration. False when the file cannot be written (with a message).
@@ -72,20 +72,20 @@ bool System_OK();
 
 /// A drive of `Drive1`: its root and its type (0 unknown, 1 removable,
 /// 2 fixed, 3 network, 4 CD-ROM, 5 RAM disk).
-struct Laufwerk {
+struct Drive {
     QString Wurzel;
     int Typ = 0;
 };
-QList<Laufwerk> Laufwerke();
+QList<Drive> drives();
 /// The line of a drive: root, " : " and the type word ("Unknown", "Removable",
 /// "Fixed", "Network", "CD-ROM", "RAM Disk").
-QString Laufwerk_Zeile(const Laufwerk &l);
+QString driveLine(const Drive &l);
 /// Type 2 or 3 counts as usable for data.
-bool Laufwerk_Nutzbar(int typ);
+bool driveUsable(int typ);
 /// The ready check of `Timer1`: the drive answers a query of its properties.
-bool Laufwerk_Bereit(const QString &wurzel);
+bool driveReady(const QString &wurzel);
 /// The folder the folder list starts from: the chosen drive when it is
 /// ready, else the system's first drive ("C:" on Windows, "/" elsewhere).
-QString Ordner_Start(const QString &wurzel);
+QString startFolder(const QString &wurzel);
 
 } // namespace kal

@@ -36,7 +36,7 @@ QByteArray MKI_BE(int16_t value)
 int16_t CVI(const QByteArray &bytes)
 {
     if (bytes.size() != 2)
-        Programm_Abbruch(QStringLiteral("CVI: Illegal Function Call"));
+        abortStation(QStringLiteral("CVI: Illegal Function Call"));
     const uint16_t u = static_cast<uint8_t>(bytes[0]) | (static_cast<uint8_t>(bytes[1]) << 8);
     return static_cast<int16_t>(u);
 }
@@ -61,7 +61,7 @@ QByteArray MKL(int32_t value)
 int32_t CVL(const QByteArray &bytes)
 {
     if (bytes.size() != 4)
-        Programm_Abbruch(QStringLiteral("CVL: Illegal Function Call"));
+        abortStation(QStringLiteral("CVL: Illegal Function Call"));
     uint32_t u = 0;
     for (int i = 0; i < 4; ++i)
         u |= static_cast<uint32_t>(static_cast<uint8_t>(bytes[i])) << (8 * i);
@@ -127,7 +127,7 @@ std::pair<std::string, int> roundedDigits(double value, int decimals)
 
 } // namespace
 
-QString Format_Zahl(double value, const QString &format)
+QString formatNumber(double value, const QString &format)
 {
     if (!std::isfinite(value))
         return QString::number(value);
@@ -207,7 +207,7 @@ QString Text_Sauber(const QString &text)
     return t.left(last + 1);
 }
 
-QString Worte_Text(int ofen, int adresse, int worte)
+QString wordsText(int ofen, int adresse, int worte)
 {
     QByteArray b;
     for (int i = 0; i < worte; ++i)
@@ -215,7 +215,7 @@ QString Worte_Text(int ofen, int adresse, int worte)
     return Text_Sauber(Latin1Text(b));
 }
 
-QString Fest(const QString &text, int width)
+QString fixedWidth(const QString &text, int width)
 {
     return text.leftJustified(width, QLatin1Char(' '), true);
 }

@@ -38,7 +38,7 @@ void Format_Nachkomma(int divisor);
 /// places are filled with zeros; "0" places after the point are always shown,
 /// "#" places only when not zero. Rounds halves away from zero on the number's
 /// 15 significant digits; the decimal mark is the one of the system's locale.
-QString Format_Zahl(double value, const QString &format);
+QString formatNumber(double value, const QString &format);
 
 /// The number a text starts with, read like the platform's Val: blanks are
 /// skipped, then an optional sign, digits, a "." fraction and an exponent
@@ -52,9 +52,9 @@ QString Text_Sauber(const QString &text);
 
 /// Text of n words of the PLC image, two characters a word, first character in
 /// the low byte (MKI of each word in address order), through Text_Sauber.
-QString Worte_Text(int ofen, int adresse, int worte);
+QString wordsText(int ofen, int adresse, int worte);
 
 /// Text padded with blanks or cut to exactly `width` characters.
-QString Fest(const QString &text, int width);
+QString fixedWidth(const QString &text, int width);
 
 } // namespace kal

@@ -23,7 +23,7 @@ constexpr int ERR_DATE_TYPE = 13;
 /// date, and stopping here keeps the multiplication below in range.
 constexpr int64_t MAX_UNITS = 400'000'000'000LL;
 
-enum class Einheit { Sekunde, Minute, Stunde, Tag, Monat, Jahr };
+enum class Unit { Sekunde, Minute, Stunde, Tag, Monat, Jahr };
 
 QDateTime pinnedNow; // invalid: the real clock
 StateReset reset{[] { pinnedNow = QDateTime(); }};
@@ -45,21 +45,21 @@ QDateTime sentinel()
     return wall(QDate(2000, 1, 1), QTime(0, 0, 0));
 }
 
-Einheit einheit(const QString &unit)
+Unit unitOf(const QString &unit)
 {
     const QString u = unit.toLower();
     if (u == QLatin1String("s"))
-        return Einheit::Sekunde;
+        return Unit::Sekunde;
     if (u == QLatin1String("n"))
-        return Einheit::Minute;
+        return Unit::Minute;
     if (u == QLatin1String("h"))
-        return Einheit::Stunde;
+        return Unit::Stunde;
     if (u == QLatin1String("d"))
-        return Einheit::Tag;
+        return Unit::Tag;
     if (u == QLatin1String("m"))
-        return Einheit::Monat;
+        return Unit::Monat;
     if (u == QLatin1String("yyyy"))
-        return Einheit::Jahr;
+        return Unit::Jahr;
     throw RunError(ERR_DATE_ARGUMENT, "invalid date interval: " + unit.toStdString());
 }
 
@@ -69,7 +69,7 @@ void requireDate(const QDateTime &d)
         throw RunError(ERR_DATE_TYPE, "type mismatch: no date");
 }
 
-QDateTime add(Einheit e, int64_t n, const QDateTime &from)
+QDateTime add(Unit e, int64_t n, const QDateTime &from)
 {
     requireDate(from);
     if (std::llabs(n) > MAX_UNITS)
@@ -77,18 +77,18 @@ QDateTime add(Einheit e, int64_t n, const QDateTime &from)
     const QDateTime d = asWall(from);
     QDateTime r;
     switch (e) {
-    case Einheit::Sekunde: r = d.addSecs(n); break;
-    case Einheit::Minute: r = d.addSecs(n * 60); break;
-    case Einheit::Stunde: r = d.addSecs(n * 3600); break;
-    case Einheit::Tag: r = d.addDays(n); break;
+    case Unit::Sekunde: r = d.addSecs(n); break;
+    case Unit::Minute: r = d.addSecs(n * 60); break;
+    case Unit::Stunde: r = d.addSecs(n * 3600); break;
+    case Unit::Tag: r = d.addDays(n); break;
     // Months and years keep the day where the target month has it, else
     // they give the month's last day (31 Jan + 1 month = end of February).
-    case Einheit::Monat:
+    case Unit::Monat:
         if (std::llabs(n) > 12 * 10000)
             throw RunError(ERR_DATE_ARGUMENT, "date out of range");
         r = wall(d.date().addMonths(int(n)), d.time());
         break;
-    case Einheit::Jahr:
+    case Unit::Jahr:
         if (std::llabs(n) > 10000)
             throw RunError(ERR_DATE_ARGUMENT, "date out of range");
         r = wall(d.date().addYears(int(n)), d.time());
@@ -104,27 +104,27 @@ QDateTime add(Einheit e, int64_t n, const QDateTime &from)
 /// field is above 1), last the years. A day beyond the month's end thus runs
 /// into the next month before the months are added, and the month addition
 /// then clamps: day 31 of month 2 gives 31 Jan + 1 month = 29 Feb 2000.
-QDateTime aufbau(int day, int month, int year, int hour, int minute, int second)
+QDateTime buildDate(int day, int month, int year, int hour, int minute, int second)
 {
     QDateTime d = sentinel();
-    d = add(Einheit::Stunde, hour, d);
-    d = add(Einheit::Minute, minute, d);
-    d = add(Einheit::Sekunde, second, d);
+    d = add(Unit::Stunde, hour, d);
+    d = add(Unit::Minute, minute, d);
+    d = add(Unit::Sekunde, second, d);
     if (day > 1)
-        d = add(Einheit::Tag, day - 1, d);
+        d = add(Unit::Tag, day - 1, d);
     if (month > 1)
-        d = add(Einheit::Monat, month - 1, d);
-    return add(Einheit::Jahr, year, d);
+        d = add(Unit::Monat, month - 1, d);
+    return add(Unit::Jahr, year, d);
 }
 
 /// Two-digit field: the value plus 100, right two digits.
-QString zwei(int v)
+QString twoDigitField(int v)
 {
     return QString::number(v + 100).right(2);
 }
 
 /// Year plus 10000 (or another offset), right `digits` digits.
-QString jahr(int year, int digits, int offset = 10000)
+QString yearText(int year, int digits, int offset = 10000)
 {
     return QString::number(year + offset).right(digits);
 }
@@ -133,7 +133,7 @@ QString jahr(int year, int digits, int offset = 10000)
 /// platform's Val and stored into an integer (which rounds). A field that
 /// reads as a number too large for an integer ("9D99" in a four-digit year)
 /// is the integer's overflow, RunError 6.
-int feld(const QString &text, int col, int len)
+int fieldValue(const QString &text, int col, int len)
 {
     const double v = std::nearbyint(leadingNumber(text.mid(col - 1, len)));
     if (!(v >= std::numeric_limits<int>::min() && v <= std::numeric_limits<int>::max()))
@@ -151,7 +151,7 @@ int64_t wallSeconds(const QDateTime &d)
 /// Reads a text along a template: T day, M month, J year, h hour, m minute,
 /// s second (one digit each); "." takes any of "./-", other characters must
 /// stand as they are. Returns false when the text does not fit.
-bool nachMuster(const QString &text, const char *muster, int &day, int &month, int &year,
+bool readByTemplate(const QString &text, const char *muster, int &day, int &month, int &year,
                 int &hour, int &minute, int &second)
 {
     const int n = int(std::strlen(muster));
@@ -187,7 +187,7 @@ bool nachMuster(const QString &text, const char *muster, int &day, int &month, i
 
 } // namespace
 
-QDateTime Jetzt()
+QDateTime now()
 {
     if (pinnedNow.isValid())
         return pinnedNow;
@@ -197,17 +197,17 @@ QDateTime Jetzt()
     return wall(local.date(), QTime(t.hour(), t.minute(), t.second()));
 }
 
-void setJetzt(const QDateTime &fixed)
+void setNow(const QDateTime &fixed)
 {
     pinnedNow = fixed.isValid() ? asWall(fixed) : QDateTime();
 }
 
-QString Datum_System(const QDateTime &d)
+QString systemDateText(const QDateTime &d)
 {
     return Datum_Text(d, QStringLiteral("TTMMJJJJHHMMSS"));
 }
 
-QDateTime Datum_Wert(const QString &text)
+QDateTime dateValue(const QString &text)
 {
     // The text forms the station writes itself, longest first; a two-digit
     // year is 2000 + year. Anything else, or an impossible date, is no date.
@@ -218,7 +218,7 @@ QDateTime Datum_Wert(const QString &text)
     const QString t = text.trimmed();
     for (const char *form : formen) {
         int day, month, year, hour, minute, second;
-        if (!nachMuster(t, form, day, month, year, hour, minute, second))
+        if (!readByTemplate(t, form, day, month, year, hour, minute, second))
             continue;
         if (std::strstr(form, "JJJJ") == nullptr)
             year += 2000;
@@ -233,12 +233,12 @@ QDateTime Datum_Wert(const QString &text)
 
 QDateTime DateAdd(const QString &unit, int64_t n, const QDateTime &d)
 {
-    return add(einheit(unit), n, d);
+    return add(unitOf(unit), n, d);
 }
 
 int64_t DateDiff(const QString &unit, const QDateTime &a, const QDateTime &b)
 {
-    const Einheit e = einheit(unit);
+    const Unit e = unitOf(unit);
     requireDate(a);
     requireDate(b);
     const QDateTime x = asWall(a);
@@ -246,13 +246,13 @@ int64_t DateDiff(const QString &unit, const QDateTime &a, const QDateTime &b)
     // Each unit counts the boundaries of that unit between the two readings:
     // both are cut down to the unit first, then subtracted.
     switch (e) {
-    case Einheit::Sekunde: return wallSeconds(y) - wallSeconds(x);
-    case Einheit::Minute: return wallSeconds(y) / 60 - wallSeconds(x) / 60;
-    case Einheit::Stunde: return wallSeconds(y) / 3600 - wallSeconds(x) / 3600;
-    case Einheit::Tag: return y.date().toJulianDay() - x.date().toJulianDay();
-    case Einheit::Monat:
+    case Unit::Sekunde: return wallSeconds(y) - wallSeconds(x);
+    case Unit::Minute: return wallSeconds(y) / 60 - wallSeconds(x) / 60;
+    case Unit::Stunde: return wallSeconds(y) / 3600 - wallSeconds(x) / 3600;
+    case Unit::Tag: return y.date().toJulianDay() - x.date().toJulianDay();
+    case Unit::Monat:
         return int64_t(y.date().year() - x.date().year()) * 12 + (y.date().month() - x.date().month());
-    case Einheit::Jahr: return y.date().year() - x.date().year();
+    case Unit::Jahr: return y.date().year() - x.date().year();
     }
     return 0;
 }
@@ -265,19 +265,19 @@ QString Datum_Text(const QDateTime &d, const QString &form)
     const QTime time = d.time();
     QString datum;
     if (form.contains(QLatin1String("TTMMJJJJ")))
-        datum = zwei(date.day()) + QLatin1Char('.') + zwei(date.month()) + QLatin1Char('.') +
-                jahr(date.year(), 4);
+        datum = twoDigitField(date.day()) + QLatin1Char('.') + twoDigitField(date.month()) + QLatin1Char('.') +
+                yearText(date.year(), 4);
     else if (form.contains(QLatin1String("TTMMJJ")))
-        datum = zwei(date.day()) + QLatin1Char('.') + zwei(date.month()) + QLatin1Char('.') +
-                jahr(date.year(), 2);
+        datum = twoDigitField(date.day()) + QLatin1Char('.') + twoDigitField(date.month()) + QLatin1Char('.') +
+                yearText(date.year(), 2);
     QString text = datum;
     if (form.contains(QLatin1String("HHMM"))) {
         if (!text.isEmpty())
             text += QLatin1Char(' ');
-        text += zwei(time.hour()) + QLatin1Char(':') + zwei(time.minute());
+        text += twoDigitField(time.hour()) + QLatin1Char(':') + twoDigitField(time.minute());
     }
     if (form.endsWith(QLatin1String("SS")))
-        text += QLatin1Char(':') + zwei(time.second());
+        text += QLatin1Char(':') + twoDigitField(time.second());
     return text;
 }
 
@@ -285,43 +285,43 @@ QString Datum_Voll(const QString &text)
 {
     // An unreadable text gives "": stored in a fixed field it reads back as
     // no date, which is what it was.
-    const QDateTime d = Datum_Wert(text);
+    const QDateTime d = dateValue(text);
     if (!d.isValid())
         return QString();
     const int year = d.date().year();
-    const QString j = year <= 100 ? jahr(year, 4, 12000) : jahr(year, 4);
-    return zwei(d.date().day()) + QLatin1Char('.') + zwei(d.date().month()) + QLatin1Char('.') + j +
-           QLatin1Char(' ') + zwei(d.time().hour()) + QLatin1Char(':') + zwei(d.time().minute()) +
-           QLatin1Char(':') + zwei(d.time().second());
+    const QString j = year <= 100 ? yearText(year, 4, 12000) : yearText(year, 4);
+    return twoDigitField(d.date().day()) + QLatin1Char('.') + twoDigitField(d.date().month()) + QLatin1Char('.') + j +
+           QLatin1Char(' ') + twoDigitField(d.time().hour()) + QLatin1Char(':') + twoDigitField(d.time().minute()) +
+           QLatin1Char(':') + twoDigitField(d.time().second());
 }
 
 namespace {
 
 /// The six fields of a date text read by column.
-struct Felder {
+struct DateFields {
     int day = 0, month = 0, year = 0, hour = 0, minute = 0, second = 0;
 };
 
 /// Reads TT.MM.JJJJ HH:MM:SS (19 characters; its year at column `jahrSpalte`
 /// with `jahrBreite` digits) or TT.MM.JJ HH:MM:SS (17 characters). Another
 /// length leaves every field 0 and gives false.
-bool felderLesen(const QString &t, int jahrSpalte, int jahrBreite, Felder &f)
+bool readFields(const QString &t, int jahrSpalte, int jahrBreite, DateFields &f)
 {
     int zeit; // column of the hour
     if (t.size() == 19) {
-        f.year = feld(t, jahrSpalte, jahrBreite);
+        f.year = fieldValue(t, jahrSpalte, jahrBreite);
         zeit = 12;
     } else if (t.size() == 17) {
-        f.year = feld(t, 7, 2);
+        f.year = fieldValue(t, 7, 2);
         zeit = 10;
     } else {
         return false;
     }
-    f.day = feld(t, 1, 2);
-    f.month = feld(t, 4, 2);
-    f.hour = feld(t, zeit, 2);
-    f.minute = feld(t, zeit + 3, 2);
-    f.second = feld(t, zeit + 6, 2);
+    f.day = fieldValue(t, 1, 2);
+    f.month = fieldValue(t, 4, 2);
+    f.hour = fieldValue(t, zeit, 2);
+    f.minute = fieldValue(t, zeit + 3, 2);
+    f.second = fieldValue(t, zeit + 6, 2);
     return true;
 }
 
@@ -330,8 +330,8 @@ bool felderLesen(const QString &t, int jahrSpalte, int jahrBreite, Felder &f)
 QDateTime Datum_Parse(const QString &text)
 {
     const QString t = Text_Sauber(text);
-    Felder f;
-    felderLesen(t, 7, 4, f);
+    DateFields f;
+    readFields(t, 7, 4, f);
     int day = f.day, month = f.month, year = f.year;
     const int hour = f.hour, minute = f.minute, second = f.second;
     if (year >= 100)
@@ -339,7 +339,7 @@ QDateTime Datum_Parse(const QString &text)
     // Six tests. The hour may be 24 (it then runs into the next day), and a
     // day beyond the month's end is not refused: the date is built anyway.
     const bool ok = day >= 1 && day <= 31 && month >= 1 && month <= 12 && year >= 1 &&
-                    Jetzt().date().year() - 2000 >= year && hour < 25 && minute < 60 && second < 60;
+                    now().date().year() - 2000 >= year && hour < 25 && minute < 60 && second < 60;
     plant.Datum_OK = ok ? -1 : 0;
     return Datum_Bau(day, month, year, hour, minute, second);
 }
@@ -351,21 +351,21 @@ QString Datum_Gueltig(const QDateTime &d)
     const QDate date = d.date();
     const QTime time = d.time();
     const bool ok = date.day() >= 1 && date.day() <= 31 && date.month() >= 1 && date.month() <= 12 &&
-                    date.year() >= 2006 && date.year() <= Jetzt().date().year() && time.hour() < 25 &&
+                    date.year() >= 2006 && date.year() <= now().date().year() && time.hour() < 25 &&
                     time.minute() < 60 && time.second() < 60;
     return ok ? QStringLiteral("True") : QStringLiteral("False");
 }
 
 QString Datum_Gueltig(const QString &text)
 {
-    return Datum_Gueltig(Datum_Wert(text));
+    return Datum_Gueltig(dateValue(text));
 }
 
 QDateTime Datum_Bau(int &day, int &month, int year, int hour, int minute, int second)
 {
     if (year >= 100)
         year -= 2000;
-    const QDateTime d = aufbau(day, month, year, hour, minute, second);
+    const QDateTime d = buildDate(day, month, year, hour, minute, second);
     if (day > 1)
         --day;
     if (month > 1)
@@ -376,8 +376,8 @@ QDateTime Datum_Bau(int &day, int &month, int year, int hour, int minute, int se
 QString Datum_Sort(const QString &text)
 {
     // The four-digit year of the long form is read by its last two digits.
-    Felder f;
-    if (!felderLesen(text, 9, 2, f)) {
+    DateFields f;
+    if (!readFields(text, 9, 2, f)) {
         plant.Datum_Sort_OK = 0;
         return QString();
     }
@@ -386,8 +386,8 @@ QString Datum_Sort(const QString &text)
     const bool ok = year >= 6 && month >= 1 && month <= 12 && day >= 1 && day <= 31 && hour <= 23 &&
                     minute <= 59 && second <= 59;
     plant.Datum_Sort_OK = ok ? -1 : 0;
-    return zwei(year) + zwei(month) + zwei(day) + QLatin1Char(' ') + zwei(hour) + QLatin1Char(':') +
-           zwei(minute) + QLatin1Char(':') + zwei(second);
+    return twoDigitField(year) + twoDigitField(month) + twoDigitField(day) + QLatin1Char(' ') + twoDigitField(hour) + QLatin1Char(':') +
+           twoDigitField(minute) + QLatin1Char(':') + twoDigitField(second);
 }
 
 QString SPS_Datum(int16_t wortA, int16_t wortB)
@@ -407,7 +407,7 @@ QString SPS_Datum(int16_t wortA, int16_t wortB)
         plant.SPS_Datum_OK = -1;
     if (month < 1 || month > 12 || day < 1 || day > 31 || hour > 23 || minute > 59 || second > 59)
         plant.SPS_Datum_OK = 0;
-    return Datum_System(aufbau(day, month, year, hour, minute, second));
+    return systemDateText(buildDate(day, month, year, hour, minute, second));
 }
 
 } // namespace kal

@@ -4,7 +4,7 @@
 // A date value is a QDateTime with the Qt::UTC setting used as a plain wall-clock
 // reading (no zone, no daylight-saving gaps): the PLCs stamp their records in
 // local wall time, and the station compares and adds those readings as they
-// stand. Jetzt() gives the present local wall time in that form.
+// stand. now() gives the present local wall time in that form.
 //
 // The station's own text of a date ("the text of the date") is always the
 // 19-character form TT.MM.JJJJ HH:MM:SS, which Datum_Parse reads back.
@@ -16,17 +16,17 @@
 namespace kal {
 
 /// Present local wall-clock time as a plain reading (see above).
-QDateTime Jetzt();
+QDateTime now();
 /// Tests may pin the clock; an invalid value goes back to the real clock.
-void setJetzt(const QDateTime &fixed);
+void setNow(const QDateTime &fixed);
 
 /// The station's text of a date: TT.MM.JJJJ HH:MM:SS.
-QString Datum_System(const QDateTime &d);
+QString systemDateText(const QDateTime &d);
 /// Reads the text forms the station writes: TT.MM.JJJJ HH:MM:SS, TT.MM.JJ
 /// HH:MM:SS, the same without seconds, and the date alone (a two-digit year is
 /// 2000 + year; "/" or "-" may stand for "."). An unreadable text or an
 /// impossible date gives an invalid QDateTime.
-QDateTime Datum_Wert(const QString &text);
+QDateTime dateValue(const QString &text);
 
 /// Adds n intervals: "s", "n" (minute), "h", "d", "m" (month: the day is
 /// clamped to the month's end), "yyyy". An unknown interval or a result

@@ -44,7 +44,7 @@ void setDialogs(Dialogs *d)
     current = d ? d : &headless;
 }
 
-void Programm_Abbruch(const QString &text)
+void abortStation(const QString &text)
 {
     dialogs().message(text);
     std::fflush(stderr);

@@ -29,6 +29,6 @@ void setDialogs(Dialogs *d);
 /// Shows the text through the dialog interface and ends the process at once
 /// (exit code 1). Used only for the two deliberate program ends of a corrupt
 /// packed number (CVI, CVL).
-[[noreturn]] void Programm_Abbruch(const QString &text);
+[[noreturn]] void abortStation(const QString &text);
 
 } // namespace kal

@@ -47,7 +47,7 @@ void Ist_GKD(int ofen)
     plant.Ofen_GKD[ofen] = flag(plant.Ofen_Serie[ofen].contains(QLatin1String("GKD")));
 }
 
-void Ofen_Layout(int ofen, i16 typ)
+void setFurnaceLayout(int ofen, i16 typ)
 {
     bool gross = false;
     if (typ >= 0) {
@@ -62,7 +62,7 @@ void Ofen_Layout(int ofen, i16 typ)
     plant.Adr_Block[ofen] = gross ? 900 : 200;
 }
 
-void Status_Text_Fuellen()
+void fillStatusTexts()
 {
     // Rows that are not named stay blank: 16 blanks, the width of the field.
     const QString blank(16, QLatin1Char(' '));

@@ -312,7 +312,7 @@ void resetPlant();
 /// A subsystem whose routines keep process-wide state of their own (a form's
 /// memory between refreshes, the block in hand, a test seam such as a clock)
 /// defines one StateReset beside that state, so that resetPlant() resets it:
-///     StateReset reset{[] { Log_Satz = Log_Felder{}; }};
+///     StateReset reset{[] { Log_Satz = LogFields{}; }};
 class StateReset {
 public:
     explicit StateReset(void (*reset)());
@@ -331,9 +331,9 @@ void Ist_GKD(int ofen);
 /// at or above 0 the plain layout (`Ofen_Basis` 0); below 0 `Ofen_Basis` is
 /// bits 0..11 and bit 12 the large layout. Large: `Ofen_Gross` -1,
 /// `Ofen_Spuren` 30, `Prog_Page` 1088, `Adr_Block` 900; plain: 0, 16, 388, 200.
-void Ofen_Layout(int ofen, i16 typ);
+void setFurnaceLayout(int ofen, i16 typ);
 
 /// Fills the non-empty rows of `Status_Text` (the words of the PLC's load state).
-void Status_Text_Fuellen();
+void fillStatusTexts();
 
 } // namespace kal

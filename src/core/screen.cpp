@@ -22,7 +22,7 @@ void setScreen(Screen *s)
 void LogList_Add(const QString &line)
 {
     plant.LogList.append(line);
-    screen().LogList_Zeile(line);
+    screen().showLogLine(line);
 }
 
 } // namespace kal

@@ -19,21 +19,21 @@ public:
     /// Switches entry i of the form menu `mnuform` on or off.
     virtual void mnuform(int i, bool on) { (void)i, (void)on; }
     /// Shows the live page `KM_Menue` (last step of the start-up).
-    virtual void Menue_Zeigen() {}
+    virtual void showMenu() {}
     /// Unloads the dialogs in the order of the shutdown, before the process ends.
-    virtual void Formen_Entladen() {}
+    virtual void unloadForms() {}
     /// `Sprache` changed and the language tables are switched: re-caption the
     /// menus and redraw the open forms.
-    virtual void Sprache_Geaendert() {}
+    virtual void languageChanged() {}
     /// A line was added to `LogList`: show it, selected.
-    virtual void LogList_Zeile(const QString &line) { (void)line; }
+    virtual void showLogLine(const QString &line) { (void)line; }
     /// The message form, when shown, redraws its lamps, and its list too when
     /// `liste`.
-    virtual void Alarme_Zeichnen(bool liste) { (void)liste; }
+    virtual void drawMessages(bool liste) { (void)liste; }
     /// The live page's element list of the selected furnace is to be refreshed.
-    virtual void Elemente_Zeigen() {}
+    virtual void showElements() {}
     /// The batch on view in the curve window grew (a live refresh): redraw it.
-    virtual void Kurve_Neu() {}
+    virtual void curveChanged() {}
     /// `Kurve_Online`: the live ring took a sample; the furnace page repaints
     /// the curve of the furnace on view.
     virtual void Kurve_Online() {}

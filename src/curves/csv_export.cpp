@@ -71,7 +71,7 @@ public:
     explicit Export(bool liste) : liste_(liste), trenner_(liste ? QStringLiteral(" ") : QStringLiteral(";"))
     {
         spalten_ = spaltenWaehlen();
-        gas_ = Gas_Einheit(gasZehntel_);
+        gas_ = gasUnit(gasZehntel_);
     }
 
     QStringList kopf() const
@@ -82,14 +82,14 @@ public:
                 z += trenner_ + (s.erste ? plant.Kanal_Name(0, s.kanal) : QString());
             return {z};
         }
-        QString z1 = Fest(QStringLiteral("Datum"), 9) + Fest(QStringLiteral(" Zeit"), 8);
+        QString z1 = fixedWidth(QStringLiteral("Datum"), 9) + fixedWidth(QStringLiteral(" Zeit"), 8);
         QString z2(z1.size(), QLatin1Char(' '));
         for (const Spalte &s : spalten_) {
-            z1 += trenner_ + (s.erste ? Fest(rtrim(plant.Kanal_Name(0, s.kanal)), LISTE_ZELLE)
+            z1 += trenner_ + (s.erste ? fixedWidth(rtrim(plant.Kanal_Name(0, s.kanal)), LISTE_ZELLE)
                                       : QString(LISTE_ZELLE, QLatin1Char(' ')));
             const QString einheit = s.art == OUT ? QStringLiteral("[  %  ]")
                                                  : QStringLiteral("[") + plant.Kanal_Einheit(0, s.kanal) + QStringLiteral("]");
-            z2 += trenner_ + Fest(einheit, LISTE_ZELLE);
+            z2 += trenner_ + fixedWidth(einheit, LISTE_ZELLE);
         }
         return {z1, z2};
     }
@@ -98,13 +98,13 @@ public:
     QStringList zeilen()
     {
         QStringList z;
-        const Eintraege &e = Kurve.listen;
+        const EntryLists &e = Kurve.listen;
         const int n = e.Wertliste[0].size();
         int segment = 0;
         for (int k = 0; k < n; ++k) {
-            const QString key = Satz_Zeit_Text(e.zeiten, e.Wertliste[0].zeitIndex(k));
+            const QString key = timeKey(e.zeiten, e.Wertliste[0].timeIndex(k));
             const QString &t = plant.Datum_Trenner;
-            datum_ = Fest(key.mid(4, 2) + t + key.mid(2, 2) + t + key.mid(0, 2), 9);
+            datum_ = fixedWidth(key.mid(4, 2) + t + key.mid(2, 2) + t + key.mid(0, 2), 9);
             zeit_ = key.mid(7, 8);
             if (wahl(IST, ZEILEN_SCHALTER) != 0)
                 meldZeilen(k, z);
@@ -130,7 +130,7 @@ private:
     {
         const auto &M = Kurve.listen.Meldliste;
         for (int w = 0; w < 2; ++w) {
-            const Eintragsliste &l = M[size_t(w)];
+            const EntryList &l = M[size_t(w)];
             if (k >= l.size())
                 continue;
             const uint16_t jetzt = uint16_t(l.wert[size_t(k)]);
@@ -152,13 +152,13 @@ private:
 
     void segmentZeile(int k, int &letztes, QStringList &z) const
     {
-        const Eintragsliste &l = Kurve.listen.Meldliste[3];
+        const EntryList &l = Kurve.listen.Meldliste[3];
         if (k >= l.size())
             return;
         const int s = l.wert[size_t(k)];
         if (s != letztes && s > 0) {
-            const SegmentFelder f = Segment_Lesen(Segment_Code(l.seg[size_t(k)]));
-            z << vorn() + trenner_ + QStringLiteral("  Segment ") + rechtsZahl(s, 2) + QStringLiteral("  ") +
+            const SegmentFields f = readSegmentCode(Segment_Code(l.seg[size_t(k)]));
+            z << vorn() + trenner_ + QStringLiteral("  Segment ") + rightNumber(s, 2) + QStringLiteral("  ") +
                      Segment_Zeile(f, gas_, gasZehntel_);
         }
         letztes = s;
@@ -167,19 +167,19 @@ private:
     /// The text of one cell; empty where the channel has no entry k.
     QString zelle(const Spalte &s, int k) const
     {
-        const Eintraege &e = Kurve.listen;
+        const EntryLists &e = Kurve.listen;
         const int teiler = std::max<int>(1, plant.Kanal_Teiler(0, s.kanal));
-        const Eintragsliste &soll = e.Sollliste[size_t(s.kanal)];
-        const Eintragsliste &ist = e.Wertliste[size_t(s.kanal)];
+        const EntryList &soll = e.Sollliste[size_t(s.kanal)];
+        const EntryList &ist = e.Wertliste[size_t(s.kanal)];
         switch (s.art) {
         case SOLL:
-            return k < soll.size() ? Format_Zahl(double(soll.wert[size_t(k)]) / teiler, FormatTEXT(teiler)) : QString();
+            return k < soll.size() ? formatNumber(double(soll.wert[size_t(k)]) / teiler, FormatTEXT(teiler)) : QString();
         case IST:
-            return k < ist.size() ? Format_Zahl(double(ist.wert[size_t(k)]) / teiler, FormatTEXT(teiler)) : QString();
+            return k < ist.size() ? formatNumber(double(ist.wert[size_t(k)]) / teiler, FormatTEXT(teiler)) : QString();
         default:
             // The output is the number in the last six characters of the entry.
             return k < soll.size()
-                       ? Format_Zahl(leadingNumber(Eintrag_Inhalt(e, Liste::Soll, s.kanal, k).right(6)), QStringLiteral("##0"))
+                       ? formatNumber(leadingNumber(entryContent(e, EntryListKind::Soll, s.kanal, k).right(6)), QStringLiteral("##0"))
                        : QString();
         }
     }
@@ -232,20 +232,20 @@ i16 &Liste_Out(int k)
     return wahl(OUT, k);
 }
 
-QString CSV_Ziel()
+QString csvTarget()
 {
-    return Pfad_Plus(plant.Pfad[3], QFileInfo(plant.Kurve_Datei).completeBaseName() + QStringLiteral(".CSV"));
+    return joinPath(plant.Pfad[3], QFileInfo(plant.Kurve_Datei).completeBaseName() + QStringLiteral(".CSV"));
 }
 
 bool CSV_EXPORT(bool ZuListe)
 {
     auswahlSetzen();
-    if (!CSV_Ordner_Pruefen())
+    if (!ensureCsvFolder())
         return false;
     if (!ZuListe) {
-        if (!CSV_Ersetzen_Pruefen(plant.CSV_Datei))
+        if (!confirmCsvReplace(plant.CSV_Datei))
             return false;
-        return CSV_Datei_Schreiben(plant.CSV_Datei, dateiText(), QStringLiteral("CSV-Export"));
+        return writeCsvFile(plant.CSV_Datei, dateiText(), QStringLiteral("CSV-Export"));
     }
     Listen.CSV_Text.clear();
     Listen.CSV_LIST.clear();
@@ -255,12 +255,12 @@ bool CSV_EXPORT(bool ZuListe)
     return true;
 }
 
-bool CSV_Datei_Export(const QString &ziel)
+bool exportCsvFile(const QString &ziel)
 {
     Listen.Liste_Gewaehlt = false;
     auswahlSetzen();
     QDir().mkpath(QFileInfo(ziel).absolutePath());
-    return CSV_Datei_Schreiben(ziel, dateiText(), QStringLiteral("CSV-Export"));
+    return writeCsvFile(ziel, dateiText(), QStringLiteral("CSV-Export"));
 }
 
 void List_akt()
@@ -269,7 +269,7 @@ void List_akt()
     CSV_EXPORT(true);
 }
 
-bool Liste_Takt()
+bool listTick()
 {
     if (Listen.Zaehler >= LISTE_TAKTE)
         return false;
@@ -280,12 +280,12 @@ bool Liste_Takt()
     return true;
 }
 
-void Liste_Klick()
+void listChecked()
 {
     Listen.Zaehler = 0;
 }
 
-void Liste_Geschlossen()
+void listClosed()
 {
     Listen.Offen = false;
     plant.List16_Offen = 0;

@@ -46,7 +46,7 @@ i16 &Liste_Out(int k);
 
 /// The CSV file of the batch on view, as the batch browser names it: the
 /// name stem of `Kurve_Datei` with ".CSV" in the CSV folder.
-QString CSV_Ziel();
+QString csvTarget();
 
 /// `CSV_EXPORT(ZuListe)`: false writes `CSV_Datei`, true fills the value
 /// list. Asks for the CSV folder when it is missing and, in file mode, before
@@ -56,7 +56,7 @@ bool CSV_EXPORT(bool ZuListe);
 /// The file of `CSV_EXPORT(false)` written to `ziel` without any question
 /// (the headless export): the default column choice, the target replaced.
 /// False when it could not be written.
-bool CSV_Datei_Export(const QString &ziel);
+bool exportCsvFile(const QString &ziel);
 
 /// `List_akt()`: the checks are in the arrays; marks the choice as made and
 /// rebuilds the list.
@@ -65,11 +65,11 @@ void List_akt();
 /// The value list window's timer: counts ticks up to 100 and rebuilds the
 /// list once at exactly 10 ticks after the last click on a check. True when
 /// it rebuilt the list.
-bool Liste_Takt();
+bool listTick();
 /// A click on a check: the count starts again.
-void Liste_Klick();
+void listChecked();
 
 /// The value list window closed: mouse moves read values again.
-void Liste_Geschlossen();
+void listClosed();
 
 } // namespace kal

@@ -13,18 +13,18 @@
 
 namespace kal {
 
-CSV_Speicher CSV_Tabelle;
+CsvStore CSV_Tabelle;
 
 namespace {
-StateReset reset{[] { CSV_Tabelle_Leeren(); }};
+StateReset reset{[] { clearCsvTable(); }};
 } // namespace
 
-void CSV_Tabelle_Leeren()
+void clearCsvTable()
 {
-    CSV_Tabelle = CSV_Speicher{};
+    CSV_Tabelle = CsvStore{};
 }
 
-QByteArray CSV_Zeile(const QStringList &felder, const QByteArray &trenner)
+QByteArray csvLine(const QStringList &felder, const QByteArray &trenner)
 {
     QByteArray z;
     for (int i = 0; i < felder.size(); ++i) {
@@ -35,10 +35,10 @@ QByteArray CSV_Zeile(const QStringList &felder, const QByteArray &trenner)
     return z + QByteArray("\r\n");
 }
 
-bool CSV_Ordner_Pruefen()
+bool ensureCsvFolder()
 {
     const QString ordner = plant.Pfad[3];
-    if (Ordner_Da(ordner))
+    if (folderExists(ordner))
         return true;
     const QString frage = QStringLiteral("CSV-Files\n") + ordner + QStringLiteral("\n\nCreate? ");
     if (!dialogs().question(frage, QStringLiteral("Folder Not found!")))
@@ -49,7 +49,7 @@ bool CSV_Ordner_Pruefen()
     return true;
 }
 
-bool CSV_Ersetzen_Pruefen(const QString &pfad)
+bool confirmCsvReplace(const QString &pfad)
 {
     if (!QFile::exists(pfad))
         return true;
@@ -60,28 +60,28 @@ bool CSV_Ersetzen_Pruefen(const QString &pfad)
                               titel);
 }
 
-bool CSV_Tabelle_Schreiben()
+bool writeCsvTable()
 {
-    const CSV_Speicher &t = CSV_Tabelle;
-    if (!CSV_Ordner_Pruefen() || !CSV_Ersetzen_Pruefen(t.Datei))
+    const CsvStore &t = CSV_Tabelle;
+    if (!ensureCsvFolder() || !confirmCsvReplace(t.Datei))
         return false;
     QByteArray text;
     for (const QString &k : t.Kopf)
-        text += CSV_Zeile({k});
-    text += CSV_Zeile(QStringList{QStringLiteral("Datum"), QStringLiteral("Zeit")} + t.Namen.mid(0, t.Spalten));
+        text += csvLine({k});
+    text += csvLine(QStringList{QStringLiteral("Datum"), QStringLiteral("Zeit")} + t.Namen.mid(0, t.Spalten));
     const QString trenner = plant.Datum_Trenner.isEmpty() ? QStringLiteral(".") : plant.Datum_Trenner;
     for (int z = 0; z < std::min(t.Zeilen, CSV_ZEILEN); ++z) {
         const QDateTime &d = t.Zeit[z];
         QStringList felder{d.toString(QStringLiteral("dd'%1'MM'%1'yy").arg(trenner)),
                            d.toString(QStringLiteral("HH:mm:ss"))};
         for (int s = 0; s < std::min(t.Spalten, CSV_SPALTEN); ++s)
-            felder << Format_Zahl(t.Wert[z][s], t.Format);
-        text += CSV_Zeile(felder);
+            felder << formatNumber(t.Wert[z][s], t.Format);
+        text += csvLine(felder);
     }
-    return CSV_Datei_Schreiben(t.Datei, text, t.Titel);
+    return writeCsvFile(t.Datei, text, t.Titel);
 }
 
-bool CSV_Datei_Schreiben(const QString &pfad, const QByteArray &text, const QString &titel)
+bool writeCsvFile(const QString &pfad, const QByteArray &text, const QString &titel)
 {
     QFile f(pfad);
     if (!f.open(QIODevice::WriteOnly | QIODevice::Truncate) || f.write(text) != text.size()) {

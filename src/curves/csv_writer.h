@@ -6,7 +6,7 @@
 //
 // Exports that walk their data into rows first fill the shared table
 // `CSV_Tabelle` (up to 361 rows of up to 18 columns, one time per row), then
-// `CSV_Tabelle_Schreiben` writes it with its head lines. Before a file is
+// `writeCsvTable` writes it with its head lines. Before a file is
 // written the CSV folder must exist (the operator is asked to create it) and
 // an existing file is replaced only when the operator says so.
 
@@ -23,7 +23,7 @@ constexpr int CSV_SPALTEN = 18;
 inline const QByteArray CSV_TRENNER(";");
 
 /// The shared table of the exports.
-struct CSV_Speicher {
+struct CsvStore {
     QString Titel;                 ///< caption of the export, not written into the file
     QString Datei;                 ///< full path of the file
     QStringList Kopf;              ///< head lines, written first, one a row
@@ -36,29 +36,29 @@ struct CSV_Speicher {
     std::array<QDateTime, CSV_ZEILEN> Zeit{};
     std::array<std::array<double, CSV_SPALTEN>, CSV_ZEILEN> Wert{};
 };
-extern CSV_Speicher CSV_Tabelle;
+extern CsvStore CSV_Tabelle;
 
 /// Empties the table: no rows, no columns, no head.
-void CSV_Tabelle_Leeren();
+void clearCsvTable();
 
 /// One row: the fields joined by `trenner`, then CR LF, as Latin-1.
-QByteArray CSV_Zeile(const QStringList &felder, const QByteArray &trenner = CSV_TRENNER);
+QByteArray csvLine(const QStringList &felder, const QByteArray &trenner = CSV_TRENNER);
 
 /// The CSV folder `Pfad`[3] exists, or the operator had it created ("Folder
 /// Not found!", "Create? "). False: no export.
-bool CSV_Ordner_Pruefen();
+bool ensureCsvFolder();
 /// `pfad` does not exist, or the operator agreed to replace it. False: no export.
-bool CSV_Ersetzen_Pruefen(const QString &pfad);
+bool confirmCsvReplace(const QString &pfad);
 
 /// Writes `text` into the file `pfad`, replacing it. False when it could not
 /// be written; the operator is told then, under `titel`.
-bool CSV_Datei_Schreiben(const QString &pfad, const QByteArray &text, const QString &titel);
+bool writeCsvFile(const QString &pfad, const QByteArray &text, const QString &titel);
 
 /// Writes `CSV_Tabelle` into its file after both checks: the head lines, the
 /// column line "Datum", "Zeit" and the names, then per row the date
 /// (TT.MM.JJ), the time (HH:MM:SS) and the values. False when nothing was
 /// written (refused, or the file could not be written: then the operator
 /// is told).
-bool CSV_Tabelle_Schreiben();
+bool writeCsvTable();
 
 } // namespace kal

@@ -19,7 +19,7 @@ namespace kal {
 constexpr int MAUS_ZEILEN = 13; ///< MousePOS 0 date, 1 time, 2.. one per channel
 
 /// What the plot shows of a reading.
-struct Maus_Anzeige {
+struct CursorReading {
     bool linie = false;                     ///< MouseLine is shown
     double x = 0;                           ///< its x, pixels from the plot's left
     std::array<QString, MAUS_ZEILEN> text;  ///< MousePOS; "" hidden
@@ -30,7 +30,7 @@ struct Maus_Anzeige {
 };
 
 /// The page a reading refers to.
-struct Maus_Rahmen {
+struct CursorFrame {
     QDateTime start;     ///< Zeit_Marke[0]; invalid: no batch loaded
     int32_t raster = 20; ///< seconds per point
     i16 typ = 0;         ///< Ofen_Typ of the slot
@@ -38,14 +38,14 @@ struct Maus_Rahmen {
 
 /// `Mouse_Werte(Button, Shift, X, Y)`: X and Y in pixels of the plot.
 /// Button 1 left, 2 right; other buttons read nothing.
-Maus_Anzeige Mouse_Werte(int button, double X, double Y, const Kurven_Skala &s, const Kurven_Seite &seite,
-                         const Maus_Rahmen &r);
+CursorReading Mouse_Werte(int button, double X, double Y, const CurveScale &s, const PlotPage &seite,
+                         const CursorFrame &r);
 
 /// `MAUS_AUS()`: no line, no readout, the unit labels back to their texts.
-Maus_Anzeige MAUS_AUS();
+CursorReading MAUS_AUS();
 
 /// The segment the left button finds at X: the first of 1..358 whose start
 /// lies at or right of X; -1 none.
-int Maus_Segment(const Kurven_Skala &s, double X);
+int segmentAt(const CurveScale &s, double X);
 
 } // namespace kal

@@ -18,7 +18,7 @@ inline uint32_t Kurve_Farbe(int ofenNr, int c)
 {
     const int slot = (ofenNr >= 1 && ofenNr <= OFEN_MAX) ? ofenNr : 0;
     const int i = plant.Kanal_Farbe(slot, c);
-    const uint32_t rgb = Kurven_Farbe_RGB((i >= 0 && i < FARBEN_ANZAHL) ? i : (c + 8) % FARBEN_ANZAHL);
+    const uint32_t rgb = curveColourRgb((i >= 0 && i < FARBEN_ANZAHL) ? i : (c + 8) % FARBEN_ANZAHL);
     return ((rgb & 0xFF) << 16) | (rgb & 0xFF00) | ((rgb >> 16) & 0xFF);
 }
 

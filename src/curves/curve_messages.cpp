@@ -12,24 +12,24 @@ namespace {
 const QString CRLF = QStringLiteral("\r\n");
 
 /// Writes `text` into `zeile` from the 1-based position `pos` on.
-void setzen(QString &zeile, int pos, const QString &text)
+void writeAt(QString &zeile, int pos, const QString &text)
 {
     for (int i = 0; i < text.size() && pos - 1 + i < zeile.size(); ++i)
         zeile[pos - 1 + i] = text[i];
 }
 
-QString rechts(const QString &t, int n)
+QString rightChars(const QString &t, int n)
 {
     return t.rightJustified(n, QLatin1Char(' ')).right(n);
 }
 
 } // namespace
 
-SegmentFelder Segment_Lesen(const QString &code)
+SegmentFields readSegmentCode(const QString &code)
 {
-    const QString c = Fest(code.right(28), 28);
+    const QString c = fixedWidth(code.right(28), 28);
     auto feld = [&](int pos, int n) { return i16(leadingNumber(c.mid(pos, n))); };
-    SegmentFelder f;
+    SegmentFields f;
     f.nr = feld(0, 2);
     f.art = feld(2, 1);
     f.ziel = feld(3, 5);
@@ -41,7 +41,7 @@ SegmentFelder Segment_Lesen(const QString &code)
     return f;
 }
 
-QString Gas_Einheit(bool &zehntel)
+QString gasUnit(bool &zehntel)
 {
     // Litres a minute for the furnaces that measure them, with one decimal;
     // cubic metres an hour otherwise; percent without a gas channel.
@@ -56,11 +56,11 @@ QString Gas_Einheit(bool &zehntel)
 
 namespace {
 
-void segmenteLesen()
+void readSegments()
 {
-    const Eintragsliste &l = Kurve.listen.Meldliste[3];
+    const EntryList &l = Kurve.listen.Meldliste[3];
     bool liter = false;
-    const QString gas = Gas_Einheit(liter);
+    const QString gas = gasUnit(liter);
 
     int letzter = 0;
     bool gesehen = false;
@@ -69,7 +69,7 @@ void segmenteLesen()
         if (s == letzter)
             continue;
         if (s >= 1 && s <= KURVE_SEGMENTE) {
-            const SegmentFelder f = Segment_Lesen(Segment_Code(l.seg[size_t(k)]));
+            const SegmentFields f = readSegmentCode(Segment_Code(l.seg[size_t(k)]));
             const QString text = QStringLiteral("S") + QString::asprintf("%02d", s) + QStringLiteral(" B") +
                                  Segment_Zeile(f, gas, liter);
             Kurve.Segment_Text[size_t(s)] = text;
@@ -86,7 +86,7 @@ void segmenteLesen()
     }
 }
 
-void meldungenLesen()
+void readMessageEntries()
 {
     const auto &M = Kurve.listen.Meldliste;
     const int n = std::min({M[0].size(), M[1].size(), M[2].size()});
@@ -100,7 +100,7 @@ void meldungenLesen()
             vorher[size_t(w)] = jetzt;
             if (anders == 0)
                 continue;
-            const QString zeit = Eintrag_Text(Kurve.listen, Liste::Meld, w, k).left(17);
+            const QString zeit = entryText(Kurve.listen, EntryListKind::Meld, w, k).left(17);
             for (int bit = 0; bit < 16; ++bit) {
                 if (!(anders & (1u << bit)))
                     continue;
@@ -115,39 +115,39 @@ void meldungenLesen()
 
 } // namespace
 
-QString Segment_Zeile(const SegmentFelder &s, const QString &gasEinheit, bool gasZehntel)
+QString Segment_Zeile(const SegmentFields &s, const QString &gasEinheit, bool gasZehntel)
 {
     const int art = (s.art >= 1 && s.art <= 6) ? s.art : 0;
     QString z(54, QLatin1Char(' '));
-    setzen(z, 1, QString::number(art) + QLatin1Char(' ') + Fest(plant.Befehl_Name[art], 9));
+    writeAt(z, 1, QString::number(art) + QLatin1Char(' ') + fixedWidth(plant.Befehl_Name[art], 9));
     if (art >= 1 && art <= 4)
-        setzen(z, 13, rechts(Format_Zahl(s.ziel / 10.0, QStringLiteral("####0")), 5) + QStringLiteral("°C"));
+        writeAt(z, 13, rightChars(formatNumber(s.ziel / 10.0, QStringLiteral("####0")), 5) + QStringLiteral("°C"));
     else if (art == 5)
-        setzen(z, 13, rechts(Format_Zahl(s.ziel, QStringLiteral("#0")), 2) + QStringLiteral(" S "));
+        writeAt(z, 13, rightChars(formatNumber(s.ziel, QStringLiteral("#0")), 2) + QStringLiteral(" S "));
     switch (art) {
     case 1:
-        setzen(z, 21, rechts(Format_Zahl(s.rest / 10.0, QStringLiteral("###0.0")), 5) + QStringLiteral("K/h"));
+        writeAt(z, 21, rightChars(formatNumber(s.rest / 10.0, QStringLiteral("###0.0")), 5) + QStringLiteral("K/h"));
         break;
     case 2:
-        setzen(z, 21, rechts(Format_Zahl(s.rest / 10.0, QStringLiteral("##0.0")), 5) + QStringLiteral("h"));
+        writeAt(z, 21, rightChars(formatNumber(s.rest / 10.0, QStringLiteral("##0.0")), 5) + QStringLiteral("h"));
         break;
     case 3:
-        setzen(z, 24, rechts(Format_Zahl(s.wert2, QStringLiteral("##0")), 3) + QStringLiteral("%"));
+        writeAt(z, 24, rightChars(formatNumber(s.wert2, QStringLiteral("##0")), 3) + QStringLiteral("%"));
         break;
-    case 4: setzen(z, 24, QStringLiteral("100%")); break;
+    case 4: writeAt(z, 24, QStringLiteral("100%")); break;
     case 5:
-        setzen(z, 24, rechts(Format_Zahl(s.rest, QStringLiteral("##0")), 3) + QStringLiteral("x"));
+        writeAt(z, 24, rightChars(formatNumber(s.rest, QStringLiteral("##0")), 3) + QStringLiteral("x"));
         break;
     default: break;
     }
     if (art >= 1 && art <= 5) {
-        const QString gas = gasZehntel ? Format_Zahl(s.wert3 / 10.0, QStringLiteral("0.0"))
-                                       : Format_Zahl(s.wert3, QStringLiteral("##0"));
-        setzen(z, 32, rechts(gas, 3) + Fest(gasEinheit, 4));
-        setzen(z, 40, rechts(Format_Zahl(s.wort35, QStringLiteral("###0")), 4));
+        const QString gas = gasZehntel ? formatNumber(s.wert3 / 10.0, QStringLiteral("0.0"))
+                                       : formatNumber(s.wert3, QStringLiteral("##0"));
+        writeAt(z, 32, rightChars(gas, 3) + fixedWidth(gasEinheit, 4));
+        writeAt(z, 40, rightChars(formatNumber(s.wort35, QStringLiteral("###0")), 4));
     }
     if (art == 1 && s.wert4 > 0)
-        setzen(z, 45, Format_Zahl(s.wert4, QStringLiteral("####0")) + QStringLiteral("kWh"));
+        writeAt(z, 45, formatNumber(s.wert4, QStringLiteral("####0")) + QStringLiteral("kWh"));
     return z;
 }
 
@@ -159,8 +159,8 @@ void Eintrag_Meldung()
     Kurve.Meld_Label = false;
     for (auto &t : Kurve.Segment_Text)
         t.clear();
-    segmenteLesen();
-    meldungenLesen();
+    readSegments();
+    readMessageEntries();
 }
 
 } // namespace kal

@@ -2,7 +2,7 @@
 
 namespace kal {
 
-void Kurven_Seite::clear()
+void PlotPage::clear()
 {
     for (auto &r : Punkt_Ist)
         r.fill(0);

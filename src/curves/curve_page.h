@@ -18,16 +18,16 @@ constexpr int RESERVE_KURVE = 11;    ///< Punkt_Ist[11]: the spare curve
 constexpr int SEITEN_SPUREN = 18;    ///< auxiliary tracks of a page
 
 template <typename T>
-using Punktreihe = std::array<T, PUNKTE>;
+using PointRow = std::array<T, PUNKTE>;
 
-struct Kurven_Seite {
-    std::array<Punktreihe<i16>, SEITEN_KANAELE + 1> Punkt_Ist{}; ///< actual values; [11] the spare curve
-    std::array<Punktreihe<i16>, SEITEN_KANAELE> Punkt_Soll{};    ///< set values
-    std::array<Punktreihe<i16>, SEITEN_KANAELE> Punkt_Out{};     ///< outputs, percent
-    Punktreihe<i16> Punkt_Segment{};                             ///< programme segment number
-    std::array<Punktreihe<int32_t>, SEITEN_SPUREN> Punkt_Spur{}; ///< auxiliary values
+struct PlotPage {
+    std::array<PointRow<i16>, SEITEN_KANAELE + 1> Punkt_Ist{}; ///< actual values; [11] the spare curve
+    std::array<PointRow<i16>, SEITEN_KANAELE> Punkt_Soll{};    ///< set values
+    std::array<PointRow<i16>, SEITEN_KANAELE> Punkt_Out{};     ///< outputs, percent
+    PointRow<i16> Punkt_Segment{};                             ///< programme segment number
+    std::array<PointRow<int32_t>, SEITEN_SPUREN> Punkt_Spur{}; ///< auxiliary values
     /// `Punkt_Text`: the entry of Wertliste 0 whose text the point carries, -1 none.
-    Punktreihe<int32_t> Punkt_Eintrag{};
+    PointRow<int32_t> Punkt_Eintrag{};
     std::array<i16, SEITEN_KANAELE> Spur_Letzter{};              ///< last point with a real sample
 
     /// Every point 0, no point texts.

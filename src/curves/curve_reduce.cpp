@@ -18,27 +18,27 @@ int64_t floorDiv(int64_t a, int64_t b)
 }
 
 /// Rounds half to even, as a value assigned to a whole-number field is.
-int32_t gerundet(double v)
+int32_t roundEven(double v)
 {
     return int32_t(std::nearbyint(v));
 }
 
-i16 halb(i16 v)
+i16 half(i16 v)
 {
-    return i16(gerundet(v / 2.0));
+    return i16(roundEven(v / 2.0));
 }
 
 /// One channel's walk over its entries.
-class Kanal_Lauf {
+class ChannelWalk {
 public:
-    Kanal_Lauf(const Eintraege &e, const Seiten_Rahmen &r, Kurven_Seite &s, int j, bool status)
+    ChannelWalk(const EntryLists &e, const PageFrame &r, PlotPage &s, int j, bool status)
         : e_(e), r_(r), s_(s), j_(j), status_(status), W_(e.Wertliste[size_t(j)]), S_(e.Sollliste[size_t(j)])
     {
     }
 
     /// Walks from entry k0 on with the pending state mark `marke`; returns
     /// true when the cursor passed the end of the page.
-    bool laufen(int k0, bool marke)
+    bool walk(int k0, bool marke)
     {
         const int64_t marke4 = r_.start + int64_t(r_.raster) * SEGMENTE;
         const int64_t startMinute = floorDiv(r_.start, 60);
@@ -50,12 +50,12 @@ public:
             const i16 wert = W_.wert[size_t(k)];
             if (status_ && wert == 3)
                 marke = true;
-            const int64_t minute = e_.zeiten.minute[size_t(W_.zeitIndex(k))];
+            const int64_t minute = e_.zeiten.minute[size_t(W_.timeIndex(k))];
             if (minute < startMinute)
                 continue;
             const int64_t zeit = minute * 60;
             if (punkt == -1) {
-                nehmen(0, k);
+                take(0, k);
                 punkt = 0;
                 cursor += r_.raster;
                 if (floorDiv(cursor, 86400) - floorDiv(marke4, 86400) >= 1)
@@ -68,16 +68,16 @@ public:
                     return fertig;
                 if (rest <= r_.raster) {
                     if (!status_) {
-                        nehmen(punkt, k);
+                        take(punkt, k);
                     } else {
                         s_.Punkt_Ist[size_t(j_)][size_t(punkt)] = marke ? i16(3) : wert;
                         marke = false;
                         if (j_ == 0)
                             segment(punkt, k);
                     }
-                    fuellen(punkt);
+                    fillTo(punkt);
                 } else {
-                    halten(punkt, k);
+                    hold(punkt, k);
                 }
                 cursor += r_.raster;
                 if (cursor > marke4)
@@ -91,12 +91,12 @@ public:
 private:
     void segment(int p, int k)
     {
-        const Eintragsliste &m3 = e_.Meldliste[3];
+        const EntryList &m3 = e_.Meldliste[3];
         if (k < m3.size())
             s_.Punkt_Segment[size_t(p)] = m3.wert[size_t(k)];
     }
 
-    i16 ausgang(int k) const
+    i16 output(int k) const
     {
         if (r_.typ == 0 || status_ || k >= int(S_.out.size()))
             return 0;
@@ -104,21 +104,21 @@ private:
     }
 
     /// Takes entry k for point p.
-    void nehmen(int p, int k)
+    void take(int p, int k)
     {
         s_.Punkt_Ist[size_t(j_)][size_t(p)] = W_.wert[size_t(k)];
         if (j_ == 0) {
-            const Eintragsliste &m4 = e_.Meldliste[4];
+            const EntryList &m4 = e_.Meldliste[4];
             if (k < m4.size()) {
                 s_.Punkt_Eintrag[size_t(p)] = k;
                 for (int f = 0; f < SEITEN_SPUREN; ++f)
-                    s_.Punkt_Spur[size_t(f)][size_t(p)] = Spur_Wert(m4.spur[size_t(k)][size_t(f)]);
+                    s_.Punkt_Spur[size_t(f)][size_t(p)] = auxValue(m4.spur[size_t(k)][size_t(f)]);
             }
             segment(p, k);
         }
         if (r_.typ != 0 && !status_) {
             s_.Punkt_Soll[size_t(j_)][size_t(p)] = k < S_.size() ? S_.wert[size_t(k)] : i16(0);
-            s_.Punkt_Out[size_t(j_)][size_t(p)] = ausgang(k);
+            s_.Punkt_Out[size_t(j_)][size_t(p)] = output(k);
         } else {
             s_.Punkt_Soll[size_t(j_)][size_t(p)] = 0;
             s_.Punkt_Out[size_t(j_)][size_t(p)] = 0;
@@ -126,13 +126,13 @@ private:
     }
 
     /// Point p lies before the entry: the curves hold the previous point.
-    void halten(int p, int k)
+    void hold(int p, int k)
     {
         const size_t q = size_t(p), v = size_t(p - 1);
         s_.Punkt_Ist[size_t(j_)][q] = s_.Punkt_Ist[size_t(j_)][v];
         s_.Punkt_Soll[size_t(j_)][q] = s_.Punkt_Soll[size_t(j_)][v];
         s_.Punkt_Ist[RESERVE_KURVE][q] = s_.Punkt_Ist[RESERVE_KURVE][v];
-        s_.Punkt_Out[size_t(j_)][q] = ausgang(k);
+        s_.Punkt_Out[size_t(j_)][q] = output(k);
         if (j_ == 0) {
             s_.Punkt_Segment[q] = s_.Punkt_Segment[v];
             for (auto &spur : s_.Punkt_Spur)
@@ -141,7 +141,7 @@ private:
     }
 
     /// A real sample at point p: the points since the last one are filled in.
-    void fuellen(int p)
+    void fillTo(int p)
     {
         const int l = s_.Spur_Letzter[size_t(j_)];
         auto &ist = s_.Punkt_Ist[size_t(j_)];
@@ -154,7 +154,7 @@ private:
                 double v = ist[size_t(l)];
                 for (int q = l + 1; q < p; ++q) {
                     v += steigung;
-                    ist[size_t(q)] = i16(gerundet(v));
+                    ist[size_t(q)] = i16(roundEven(v));
                 }
             }
             if (j_ == 0)
@@ -164,50 +164,50 @@ private:
         s_.Spur_Letzter[size_t(j_)] = i16(p);
     }
 
-    const Eintraege &e_;
-    const Seiten_Rahmen &r_;
-    Kurven_Seite &s_;
+    const EntryLists &e_;
+    const PageFrame &r_;
+    PlotPage &s_;
     const int j_;
     const bool status_;
-    const Eintragsliste &W_;
-    const Eintragsliste &S_;
+    const EntryList &W_;
+    const EntryList &S_;
 };
 
 } // namespace
 
-int64_t Sekunden_Von(const QDateTime &d)
+int64_t secondsOf(const QDateTime &d)
 {
     return (d.date().toJulianDay() - TAG_2000) * 86400 + d.time().msecsSinceStartOfDay() / 1000;
 }
 
-QDateTime Datum_Von_Sekunden(int64_t s)
+QDateTime dateFromSeconds(int64_t s)
 {
     const int64_t tag = floorDiv(s, 86400);
     return QDateTime(QDate::fromJulianDay(TAG_2000 + tag), QTime(0, 0).addSecs(int(s - tag * 86400)), Qt::UTC);
 }
 
-void Rand_Regel(Kurven_Seite &seite)
+void edgeRule(PlotPage &seite)
 {
     for (auto &ist : seite.Punkt_Ist) {
         for (int p = 1; p < SEGMENTE; ++p) {
             const size_t i = size_t(p);
             if (ist[i] != 0 && ist[i + 1] == 0)
-                ist[i] = halb(ist[i]);
+                ist[i] = half(ist[i]);
             else if (ist[i] > 0 && ist[i - 1] == 0)
-                ist[i] = halb(ist[i]);
+                ist[i] = half(ist[i]);
         }
     }
 }
 
-void Seite_Reduzieren(const Eintraege &e, const Seiten_Rahmen &r, Kurven_Seite &seite,
+void reducePage(const EntryLists &e, const PageFrame &r, PlotPage &seite,
                       std::array<i16, LISTEN_KANAELE> &spurFertig)
 {
     seite.clear();
     // A file whose clock was set back is walked from its first entry.
-    const bool sortiert = e.zeiten.vorwaerts();
+    const bool sortiert = e.zeiten.forwardOnly();
     const int64_t startMinute = floorDiv(r.start, 60);
     for (int j = 0; j < r.kanaele && j < LISTEN_KANAELE; ++j) {
-        const Eintragsliste &W = e.Wertliste[size_t(j)];
+        const EntryList &W = e.Wertliste[size_t(j)];
         const bool status = plant.Kanal_Status(r.slot, j) != 0;
         // The first entry of the page: every entry before it is older than
         // the page start and would have been passed over.
@@ -216,7 +216,7 @@ void Seite_Reduzieren(const Eintraege &e, const Seiten_Rahmen &r, Kurven_Seite &
             int lo = 0, hi = W.size();
             while (lo < hi) {
                 const int mitte = lo + (hi - lo) / 2;
-                if (e.zeiten.minute[size_t(W.zeitIndex(mitte))] < startMinute)
+                if (e.zeiten.minute[size_t(W.timeIndex(mitte))] < startMinute)
                     lo = mitte + 1;
                 else
                     hi = mitte;
@@ -224,12 +224,12 @@ void Seite_Reduzieren(const Eintraege &e, const Seiten_Rahmen &r, Kurven_Seite &
             k0 = lo;
         }
         // A status entry of value 3 among the passed-over ones is still pending.
-        const bool marke = status && W.wertVor(k0, 3);
-        Kanal_Lauf lauf(e, r, seite, j, status);
-        if (lauf.laufen(k0, marke))
+        const bool marke = status && W.valueBefore(k0, 3);
+        ChannelWalk lauf(e, r, seite, j, status);
+        if (lauf.walk(k0, marke))
             spurFertig[size_t(j)] = TRUE16;
     }
-    Rand_Regel(seite);
+    edgeRule(seite);
 }
 
 void Kurven_Zeichnen()
@@ -238,12 +238,12 @@ void Kurven_Zeichnen()
         Kurve.seite.clear();
         return;
     }
-    Seiten_Rahmen r;
-    r.start = Sekunden_Von(Kurve.Zeit_Marke[0]);
+    PageFrame r;
+    r.start = secondsOf(Kurve.Zeit_Marke[0]);
     r.raster = std::max(1, Kurve.Zeit_Raster);
     r.kanaele = plant.Kanal_Zahl[0];
     r.typ = plant.Ofen_Typ[0];
-    Seite_Reduzieren(Kurve.listen, r, Kurve.seite, Kurve.Spur_Fertig);
+    reducePage(Kurve.listen, r, Kurve.seite, Kurve.Spur_Fertig);
 }
 
 } // namespace kal

@@ -26,13 +26,13 @@
 namespace kal {
 
 /// Seconds since 01.01.2000 00:00 of a date (a plain wall-clock reading).
-int64_t Sekunden_Von(const QDateTime &d);
+int64_t secondsOf(const QDateTime &d);
 /// The date of such seconds.
-QDateTime Datum_Von_Sekunden(int64_t s);
+QDateTime dateFromSeconds(int64_t s);
 
 /// The frame of one page: its start, its raster, the channels in use and
 /// the kind of the file (set values only when the kind is not 0).
-struct Seiten_Rahmen {
+struct PageFrame {
     int64_t start = 0;       ///< Zeit_Marke[0], seconds since 2000
     int32_t raster = 20;     ///< seconds per point
     int kanaele = 0;         ///< Kanal_Zahl of the slot
@@ -42,13 +42,13 @@ struct Seiten_Rahmen {
 
 /// Fills `seite` from the lists; sets Spur_Fertig[j] of a channel whose
 /// entries reached past the end of the page.
-void Seite_Reduzieren(const Eintraege &e, const Seiten_Rahmen &r, Kurven_Seite &seite,
+void reducePage(const EntryLists &e, const PageFrame &r, PlotPage &seite,
                       std::array<i16, LISTEN_KANAELE> &spurFertig);
 
 /// `Kurven_Zeichnen()`: the page of the curve window from its lists.
 void Kurven_Zeichnen();
 
 /// The edge rule at the rims of gaps, on points 1..359 of every actual curve.
-void Rand_Regel(Kurven_Seite &seite);
+void edgeRule(PlotPage &seite);
 
 } // namespace kal

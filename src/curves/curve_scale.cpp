@@ -11,17 +11,17 @@ namespace kal {
 namespace {
 
 /// Whole tens toward zero, as the scale limits are cut.
-int32_t zehner(double v)
+int32_t tens(double v)
 {
     return int32_t(std::trunc(v / 10.0)) * 10;
 }
 
 } // namespace
 
-Kurven_Skala Skala_Rechnen(const Kurven_Seite &seite, int kanaele, int slot, double hoehe, double breite,
-                           const Skala_Optionen &o)
+CurveScale scalePage(const PlotPage &seite, int kanaele, int slot, double hoehe, double breite,
+                           const ScaleOptions &o)
 {
-    Kurven_Skala s;
+    CurveScale s;
     s.kanaele = std::clamp(kanaele, 0, SEITEN_KANAELE);
     s.slot = slot;
     s.Bild_Hoehe = hoehe;
@@ -37,11 +37,11 @@ Kurven_Skala Skala_Rechnen(const Kurven_Seite &seite, int kanaele, int slot, dou
             hi = std::max({hi, a, b});
             lo = std::min({lo, a, b});
         }
-        hi = zehner(hi + 100.0);
+        hi = tens(hi + 100.0);
         if (o.live)
-            lo = std::max(zehner(lo - 10.0), o.Skala_Untergrenze);
+            lo = std::max(tens(lo - 10.0), o.Skala_Untergrenze);
         else if (lo < 0)
-            lo = zehner(lo - 10.0);
+            lo = tens(lo - 10.0);
         s.Skala_Max[size_t(c)] = std::max(hi, 1);
         s.Skala_Min[size_t(c)] = std::min(lo, 0);
     }
@@ -98,42 +98,42 @@ Kurven_Skala Skala_Rechnen(const Kurven_Seite &seite, int kanaele, int slot, dou
             continue;
         const int teiler = std::max<int>(1, s.Einheit_Teiler[size_t(g)]);
         s.Einheit_Label[size_t(g)] =
-            Format_Zahl(double(s.Einheit_Max[size_t(g)]) / teiler, FormatTEXT(teiler)) + einheit;
+            formatNumber(double(s.Einheit_Max[size_t(g)]) / teiler, FormatTEXT(teiler)) + einheit;
     }
     return s;
 }
 
-bool Ist_Sichtbar(const Kurven_Seite &seite, int c, int i)
+bool actualVisible(const PlotPage &seite, int c, int i)
 {
     return seite.Punkt_Ist[size_t(c)][size_t(i + 1)] != 0;
 }
 
-bool Out_Sichtbar(const Kurven_Seite &seite, const Kurven_Regeln &r, int c, int i)
+bool outputVisible(const PlotPage &seite, const CurveRules &r, int c, int i)
 {
     if (seite.Punkt_Out[size_t(c)][size_t(i + 1)] < 0 || r.typ == 0)
         return false;
     return i % 2 == 0 && r.outAnzeigen;
 }
 
-bool Soll_Sichtbar(const Kurven_Skala &s, const Kurven_Seite &seite, const Kurven_Regeln &r, int c, int i)
+bool setpointVisible(const CurveScale &s, const PlotPage &seite, const CurveRules &r, int c, int i)
 {
     if (i < 1 || i >= SEGMENTE || r.typ == 0 || c >= s.kanaele)
         return false;
     if ((i - 1) % SEITEN_KANAELE != c || plant.Kanal_Soll_Kurve(s.slot, c) == 0)
         return false;
-    const double y = Y_Wert(s, c, seite.Punkt_Soll[size_t(c)][size_t(i)]);
+    const double y = yOfValue(s, c, seite.Punkt_Soll[size_t(c)][size_t(i)]);
     return y < s.Null_Zone_Oben || y > s.Null_Zone_Unten;
 }
 
-bool Reserve_Sichtbar(const Kurven_Regeln &r, int i)
+bool spareVisible(const CurveRules &r, int i)
 {
     return r.typ == 2 && (i & 2) != 0;
 }
 
-std::vector<Band_Feld> Programm_Band(const Kurven_Seite &seite, const std::array<QString, 21> &segmentText,
-                                     const Kurven_Skala &s)
+std::vector<BandField> programBand(const PlotPage &seite, const std::array<QString, 21> &segmentText,
+                                     const CurveScale &s)
 {
-    std::vector<Band_Feld> felder;
+    std::vector<BandField> felder;
     int hoechste = 0, letzterMitProgramm = -1, vorher = 0;
     for (int p = 0; p < PUNKTE; ++p) {
         const int seg = seite.Punkt_Segment[size_t(p)];
@@ -141,9 +141,9 @@ std::vector<Band_Feld> Programm_Band(const Kurven_Seite &seite, const std::array
             letzterMitProgramm = p;
         if (seg != vorher && seg > hoechste && seg <= 20) {
             hoechste = seg;
-            Band_Feld f;
+            BandField f;
             f.nr = seg;
-            f.x = X_Punkt(s, p);
+            f.x = xOfPoint(s, p);
             f.text = segmentText[size_t(seg)];
             // The kind digit stands at position 6 of the segment text.
             const QChar art = f.text.size() > 5 ? f.text.at(5) : QChar();
@@ -160,7 +160,7 @@ std::vector<Band_Feld> Programm_Band(const Kurven_Seite &seite, const std::array
         if (k + 1 < felder.size())
             ende = felder[k + 1].x;
         else if (letzterMitProgramm >= 1 && letzterMitProgramm <= SEGMENTE - 1)
-            ende = X_Punkt(s, letzterMitProgramm);
+            ende = xOfPoint(s, letzterMitProgramm);
         else
             ende = s.Bild_Breite;
         felder[k].breite = std::max<double>(ende - felder[k].x, BAND_MIN_BREITE);
@@ -168,7 +168,7 @@ std::vector<Band_Feld> Programm_Band(const Kurven_Seite &seite, const std::array
     return felder;
 }
 
-double Einheit_Y_Von(double einheitY, double bildOben, double bildUnten, double labelHoehe, int k)
+double unitLabelTop(double einheitY, double bildOben, double bildUnten, double labelHoehe, int k)
 {
     const double y = std::max(bildOben, std::min(einheitY, bildUnten - 4 * labelHoehe));
     return y + k * labelHoehe;

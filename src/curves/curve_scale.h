@@ -2,7 +2,7 @@
 // `KurveAct` without the painting: the value scales of a page, the zero line,
 // the value <-> pixel maths, which segment of which curve is drawn, the unit
 // labels and the programme band under the plot. Everything the painter needs
-// is in one `Kurven_Skala` built from the page and the plot's size in pixels.
+// is in one `CurveScale` built from the page and the plot's size in pixels.
 //
 // Every channel's scale runs from its minimum to its maximum rounded out to
 // tens (with room above the maximum); channels of one unit share the widest
@@ -26,7 +26,7 @@ constexpr int BAND_MIN_BREITE = 3;
 /// Vertical offset of the unit labels above the mouse on a right click.
 constexpr int EINHEIT_ABSTAND = 14;
 
-struct Kurven_Skala {
+struct CurveScale {
     int kanaele = 0;                       ///< channels in use
     int slot = 0;                          ///< slot of the channel tables
     std::array<int32_t, SEITEN_KANAELE> Skala_Max{}, Skala_Min{};
@@ -50,7 +50,7 @@ struct Kurven_Skala {
 /// How the live page scales otherwise than a batch page: its minimum always
 /// leaves a step of ten below the lowest value, down to a lower limit, and
 /// channel 0 of a furnace of type 2 gives its scale to channels 1..5.
-struct Skala_Optionen {
+struct ScaleOptions {
     bool live = false;
     int32_t Skala_Untergrenze = 0;
     bool kanal0Zwingt = false;
@@ -58,42 +58,42 @@ struct Skala_Optionen {
 
 /// Scales a page for a plot of `hoehe` x `breite` pixels; the channels in
 /// use are 0..kanaele-1 of `slot` (units, dividers, status channels).
-Kurven_Skala Skala_Rechnen(const Kurven_Seite &seite, int kanaele, int slot, double hoehe, double breite,
-                           const Skala_Optionen &o = {});
+CurveScale scalePage(const PlotPage &seite, int kanaele, int slot, double hoehe, double breite,
+                           const ScaleOptions &o = {});
 
 /// y of a value of channel c (actual and set curves); no clipping.
-inline double Y_Wert(const Kurven_Skala &s, int c, double v)
+inline double yOfValue(const CurveScale &s, int c, double v)
 {
     return s.Null_Y - v * s.Skala_Faktor[size_t(c)];
 }
 /// y of an output in percent.
-inline double Y_Out(const Kurven_Skala &s, double v)
+inline double Y_Out(const CurveScale &s, double v)
 {
     return s.Null_Y - v * s.Out_Faktor;
 }
 /// x of point p.
-inline double X_Punkt(const Kurven_Skala &s, int p)
+inline double xOfPoint(const CurveScale &s, int p)
 {
     return p * s.Punkt_Breite;
 }
 
 /// Which curves and segments are drawn. Segment i joins point i and i + 1.
-struct Kurven_Regeln {
+struct CurveRules {
     i16 typ = 0;               ///< Ofen_Typ of the slot: 0 shows no set or output curves
     bool outAnzeigen = false;  ///< the setting that shows output curves
 };
 /// Actual curve: hidden where the next point is 0 (a gap, or a real 0).
-bool Ist_Sichtbar(const Kurven_Seite &seite, int c, int i);
+bool actualVisible(const PlotPage &seite, int c, int i);
 /// Output curve: only on even segments, when shown at all, never below 0.
-bool Out_Sichtbar(const Kurven_Seite &seite, const Kurven_Regeln &r, int c, int i);
+bool outputVisible(const PlotPage &seite, const CurveRules &r, int c, int i);
 /// Set curve: a dash every 11 segments, the channels taking turns, never in
 /// the zone around the zero line.
-bool Soll_Sichtbar(const Kurven_Skala &s, const Kurven_Seite &seite, const Kurven_Regeln &r, int c, int i);
+bool setpointVisible(const CurveScale &s, const PlotPage &seite, const CurveRules &r, int c, int i);
 /// The spare curve: only for the kind 2, on segments with bit 1 set.
-bool Reserve_Sichtbar(const Kurven_Regeln &r, int i);
+bool spareVisible(const CurveRules &r, int i);
 
 /// One field of the programme band under the plot.
-struct Band_Feld {
+struct BandField {
     int nr = 0;                ///< segment number 1..20
     double x = 0;              ///< left edge, pixels from the plot's left
     double breite = 0;
@@ -101,12 +101,12 @@ struct Band_Feld {
     QString text;              ///< Segment_Text, caption and tool tip
 };
 /// The fields of the segments that start on the page, left to right.
-std::vector<Band_Feld> Programm_Band(const Kurven_Seite &seite, const std::array<QString, 21> &segmentText,
-                                     const Kurven_Skala &s);
+std::vector<BandField> programBand(const PlotPage &seite, const std::array<QString, 21> &segmentText,
+                                     const CurveScale &s);
 
 /// `Seite_Act`: the top of unit label k when the labels start at `einheitY`,
 /// kept between the top of the plot and the place where four labels still fit
 /// above its bottom.
-double Einheit_Y_Von(double einheitY, double bildOben, double bildUnten, double labelHoehe, int k);
+double unitLabelTop(double einheitY, double bildOben, double bildUnten, double labelHoehe, int k);
 
 } // namespace kal

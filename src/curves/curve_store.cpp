@@ -16,41 +16,41 @@
 
 namespace kal {
 
-KurvenFenster Kurve;
+CurveWindow Kurve;
 
 namespace {
 
-StateReset reset{[] { Kurve = KurvenFenster{}; }};
+StateReset reset{[] { Kurve = CurveWindow{}; }};
 
 /// Path part of the files of the one furnace whose data start at record 40
 /// in every file.
 const QString QRV_PFAD = QStringLiteral("0708001QRV");
 const QString QRV_SERIE = QStringLiteral("0708-001-QRV");
 
-/// Minutes of 01.01.2000 on the scale of Minuten_Wert.
+/// Minutes of 01.01.2000 on the scale of minutesValue.
 const int64_t MINUTEN_2000 = int64_t(QDate(2000, 1, 1).toJulianDay()) * 1440;
 
 /// Time key of a kept record, appended to the time table once per record that
 /// carried a time (the records of a group share the key of their first).
-class Zeitgeber {
+class TimeKeyWriter {
 public:
     uint32_t index(const AcceptedRecord &a)
     {
-        Zeitachse &z = Kurve.listen.zeiten;
-        const SatzZeit &t = a.zeit;
+        TimeKeys &z = Kurve.listen.zeiten;
+        const RecordTime &t = a.zeit;
         if (!z.stempel.empty() && letzter_ == t)
             return uint32_t(z.stempel.size() - 1);
         letzter_ = t;
-        z.stempel.push_back(Stempel{t.Jahr, t.Monat, t.Tag, t.Stunde, t.Minute, t.Sekunde});
-        z.minute.push_back(int32_t(Minuten_Wert(t) - MINUTEN_2000));
+        z.stempel.push_back(Stamp{t.Jahr, t.Monat, t.Tag, t.Stunde, t.Minute, t.Sekunde});
+        z.minute.push_back(int32_t(minutesValue(t) - MINUTEN_2000));
         return uint32_t(z.stempel.size() - 1);
     }
 
 private:
-    SatzZeit letzter_;
+    RecordTime letzter_;
 };
 
-bool alleFertig()
+bool allDone()
 {
     const int n = plant.Kanal_Zahl[0];
     if (n < 1)
@@ -62,26 +62,26 @@ bool alleFertig()
 }
 
 /// "####0" days, ",", hours and minutes of a span in seconds.
-QString dauerText(int32_t s)
+QString spanText(int32_t s)
 {
-    return Format_Zahl(s / 86400, QStringLiteral("####0")) + QLatin1Char(',') +
+    return formatNumber(s / 86400, QStringLiteral("####0")) + QLatin1Char(',') +
            QString::asprintf("%02d:%02d", (s % 86400) / 3600, (s % 3600) / 60);
 }
 
 /// The message names of a plain batch: the furnace's texts when the batch
 /// belongs to a furnace of the plant, else the language's default texts.
-void meldTexteKonfiguration()
+void plainMessageNames()
 {
     for (int m = 0; m < KURVE_MELDUNGEN; ++m) {
         const QString t = Kurve.Kurve_Ofen >= 1 ? plant.Meld_Text(Kurve.Kurve_Ofen - 1, m)
                                                 : plant.Sprachtext(plant.Sprache, text::MESSAGE_FIRST + m);
-        Kurve.Meld_Text[size_t(m)] = Fest(t, 22);
+        Kurve.Meld_Text[size_t(m)] = fixedWidth(t, 22);
     }
 }
 
 /// Slot 0 as the plain layout has it: 4 tracks, 7 for the one furnace with
 /// three tracks more.
-void plainKanaele()
+void plainChannels()
 {
     plant.Kanal_Zahl[0] = 0;
     Spuren_Setzen(0);
@@ -89,9 +89,9 @@ void plainKanaele()
 }
 
 /// Hands one kept record of the second pass to the decoders.
-bool eintragen(const AcceptedRecord &a, Zeitgeber &zeit)
+bool enterRecord(const AcceptedRecord &a, TimeKeyWriter &zeit)
 {
-    if (alleFertig())
+    if (allDone())
         return false;
     Kurve.Satz_Letzter = a.nr;
     const i16 art = a.satz.Satz_Art;
@@ -109,7 +109,7 @@ bool eintragen(const AcceptedRecord &a, Zeitgeber &zeit)
 
 /// The first pass from record `von` on, then the span and its labels.
 /// False when no record counted.
-bool spanneSetzen(BatchFile &datei, int von)
+bool setSpan(BatchFile &datei, int von)
 {
     scanTimeRange(datei, Kurve.layout, von, Kurve.span);
     Kurve.gescannt = Kurve.layout.satzZahl;
@@ -133,16 +133,16 @@ bool spanneSetzen(BatchFile &datei, int von)
     Kurve.Kurve_Dauer = int32_t(std::clamp<int64_t>(s, 0, DAUER_MAX));
     Kurve.Zeit_Raster = std::max(2, Kurve.Kurve_Dauer / 360 + 1);
     Kurve.Raster_Start = Kurve.Zeit_Raster;
-    Zeit_Achse();
-    Kurve.Label_Dauer = dauerText(Kurve.Kurve_Dauer);
+    timeAxis();
+    Kurve.Label_Dauer = spanText(Kurve.Kurve_Dauer);
     return true;
 }
 
 /// The second pass over the records beyond Satz_Letzter.
-void eintraegeLesen(BatchFile &datei)
+void readEntries(BatchFile &datei)
 {
     if (plant.Ofen_Typ[0] < 0)
-        Codiert_Vorbereiten();
+        prepareLoad();
     // A first load reserves the columns for the whole file at once; a running
     // batch grows by a few records a time.
     const int neu = std::max(0, Kurve.layout.satzZahl - std::max(Kurve.Satz_Letzter, Kurve.layout.startSatz - 1));
@@ -159,14 +159,14 @@ void eintraegeLesen(BatchFile &datei)
         Kurve.listen.zeiten.stempel.reserve(Kurve.listen.zeiten.stempel.size() + size_t(proSatz));
         Kurve.listen.zeiten.minute.reserve(Kurve.listen.zeiten.minute.size() + size_t(proSatz));
     }
-    Zeitgeber zeit;
-    walkRecords(datei, Kurve.layout, Kurve.Satz_Letzter, [&](const AcceptedRecord &a) { return eintragen(a, zeit); });
+    TimeKeyWriter zeit;
+    walkRecords(datei, Kurve.layout, Kurve.Satz_Letzter, [&](const AcceptedRecord &a) { return enterRecord(a, zeit); });
 }
 
-void fensterLeeren()
+void clearCurveWindow()
 {
     const QString datei = plant.Kurve_Datei;
-    Kurve = KurvenFenster{};
+    Kurve = CurveWindow{};
     // Buttons 3 and 4 (export and list) are there with every batch.
     Kurve.Taste_An[2] = Kurve.Taste_An[7] = true;
     Kurve.Taste_An[3] = Kurve.Taste_An[4] = true;
@@ -174,9 +174,9 @@ void fensterLeeren()
 }
 
 /// The picture of the load: per furnace first, then the plant's own.
-QString bildSuchen()
+QString findPicture()
 {
-    const QString stamm = Daten_Datei(QStringLiteral("OVDSPIC"));
+    const QString stamm = dataFile(QStringLiteral("OVDSPIC"));
     const QStringList kandidaten = {stamm + QString::number(Kurve.Kurve_Ofen) + QStringLiteral(".JPG"),
                                     stamm + QString::number(Kurve.Kurve_Ofen) + QStringLiteral(".BMP"),
                                     stamm + QStringLiteral(".JPG"), stamm + QStringLiteral(".BMP")};
@@ -220,7 +220,7 @@ void Kurven_ART()
             plant.Kanal_Zahl[0] = 0;
             Spuren_Setzen(0);
         } else {
-            plainKanaele();
+            plainChannels();
         }
         for (int m = 0; m < int(L.meldTexte.size()) && m < KURVE_MELDUNGEN; ++m)
             Kurve.Meld_Text[size_t(m)] = L.meldTexte[size_t(m)];
@@ -229,9 +229,9 @@ void Kurven_ART()
     // Without the head the file is plain: the fixed channels of the plain
     // layout. An older file with single samples of kind 110 takes its message
     // names from the plant's texts.
-    plainKanaele();
+    plainChannels();
     if (L.alt110)
-        meldTexteKonfiguration();
+        plainMessageNames();
 }
 
 void Kurvenwerte_NEU()
@@ -242,7 +242,7 @@ void Kurvenwerte_NEU()
         Kurve.Label_Erster.clear();
         Kurve.Label_Letzter.clear();
         Kurve.Label_Dauer.clear();
-        Zeit_Achse();
+        timeAxis();
         return;
     }
     // The head is read again for the record count; the kind of the file stays
@@ -250,16 +250,16 @@ void Kurvenwerte_NEU()
     const int zahl = datei.count();
     Kurve.layout.satzZahl = zahl;
     const int von = Kurve.gescannt > 0 ? Kurve.gescannt + 1 : Kurve.layout.startSatz;
-    if (zahl < 2 || !spanneSetzen(datei, von)) {
+    if (zahl < 2 || !setSpan(datei, von)) {
         if (zahl < 2) {
             Kurve.Label_Erster.clear();
             Kurve.Label_Letzter.clear();
             Kurve.Label_Dauer.clear();
         }
-        Zeit_Achse();
+        timeAxis();
         return;
     }
-    eintraegeLesen(datei);
+    readEntries(datei);
     datei.close();
     Eintrag_Meldung();
     Kurven_Zeichnen();
@@ -268,12 +268,12 @@ void Kurvenwerte_NEU()
 void Charge_geladen()
 {
     try {
-        fensterLeeren();
-        const Datei_Name n = Name_Lesen(QFileInfo(plant.Kurve_Datei).fileName());
+        clearCurveWindow();
+        const FileNameParts n = parseBatchName(QFileInfo(plant.Kurve_Datei).fileName());
         Kurve.Charge_Serie = n.serie;
         Kurve.Charge_Zahl = n.nummer;
         Kurve.Charge_Import = n.import;
-        Kurve.Kurve_Ofen = i16(Treffer_Ofen(n.serie));
+        Kurve.Kurve_Ofen = i16(matchingFurnace(n.serie));
 
         Kurven_ART();
         Kurve.Label_Name = Text_Sauber(Kurve.Charge_Name);
@@ -286,7 +286,7 @@ void Charge_geladen()
         Kurve.Info_Text.clear();
         Kurve.Charge_Nummer.clear();
         Kurvenwerte_NEU();
-        Kurve.Bild_Datei = bildSuchen();
+        Kurve.Bild_Datei = findPicture();
     } catch (const std::exception &) {
         // A file that breaks the loader leaves the window with what it had read.
     }
@@ -298,7 +298,7 @@ void Charge_Online(int)
         if (plant.Kurve_Datei.isEmpty())
             return;
         Kurvenwerte_NEU();
-        screen().Kurve_Neu();
+        screen().curveChanged();
     } catch (const std::exception &) {
         // The live refresh never disturbs the recorder that called it.
     }

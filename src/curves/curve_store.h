@@ -35,9 +35,9 @@ constexpr int32_t DAUER_MAX = 2400000;  ///< longest span of a batch, seconds
 constexpr int TASTEN = 8;               ///< button bar 0..7
 
 /// What the window shows and keeps of the batch on view.
-struct KurvenFenster {
-    Eintraege listen;
-    Kurven_Seite seite;
+struct CurveWindow {
+    EntryLists listen;
+    PlotPage seite;
 
     // ---- span and page --------------------------------------------------
     bool zeitDa = false;                 ///< a valid time was found (Kurve_Erster known)
@@ -72,7 +72,7 @@ struct KurvenFenster {
     i16 Spur_Zahl = 0;
     i16 Gruppe_Stand = 0;
     bool Gruppe_Gut = false;
-    SegmentFelder Segment;               ///< fields of the group in hand
+    SegmentFields Segment;               ///< fields of the group in hand
     std::array<i16, LISTEN_KANAELE> K_Soll{}, K_Ist{}, K_Out{};
     std::array<i16, HILFS_SPUREN> Hilf{}; ///< auxiliary track values in hand
     bool codiertGesehen = false;         ///< a coded group set the number format
@@ -93,7 +93,7 @@ struct KurvenFenster {
 };
 
 /// The curve window's store (reset with the plant).
-extern KurvenFenster Kurve;
+extern CurveWindow Kurve;
 
 /// `Charge_geladen()`: clears the window and loads the file of `Kurve_Datei`:
 /// caption, furnace, `Kurven_ART`, empty lists, labels, `Kurvenwerte_NEU` and
@@ -116,16 +116,16 @@ void Eintrag_Messpunkt(const BatchRecord &satz, uint32_t zeitIndex);
 void Eintrag_Codiert(const BatchRecord &satz, uint32_t zeitIndex);
 /// The address repair of old files and the percent mode, before the first
 /// group of a load.
-void Codiert_Vorbereiten();
+void prepareLoad();
 /// `Eintrag_Meldung()`: `Segment_Text` and `Info_Text` from the message lists.
 void Eintrag_Meldung();
 /// The fields of a segment read back from the last 28 characters of its code,
 /// the way the code was written (a field cut on the left stays cut).
-SegmentFelder Segment_Lesen(const QString &code);
+SegmentFields readSegmentCode(const QString &code);
 /// Unit of the gas column of the segment lines (4 characters); `zehntel` is
 /// set when the flow is shown with one decimal.
-QString Gas_Einheit(bool &zehntel);
+QString gasUnit(bool &zehntel);
 /// `Segment_Zeile`: the 54-character line of a segment.
-QString Segment_Zeile(const SegmentFelder &s, const QString &gasEinheit, bool gasZehntel);
+QString Segment_Zeile(const SegmentFields &s, const QString &gasEinheit, bool gasZehntel);
 
 } // namespace kal

@@ -28,18 +28,18 @@ struct Tag {
 bool ElementStatistik(int ofenNr)
 {
     const int ofen = ofenNr - 1;
-    if (ofen < 0 || ofen >= OFEN_MAX || !QFile::exists(KM_RX_Pfad(ofenNr)))
+    if (ofen < 0 || ofen >= OFEN_MAX || !QFile::exists(rxFilePath(ofenNr)))
         return false;
-    const std::vector<RX_Eintrag> liste = RX_Liste(ofenNr);
+    const std::vector<RxEntry> liste = rxHistory(ofenNr);
     if (liste.empty())
         return false;
 
-    CSV_Tabelle_Leeren();
-    CSV_Speicher &t = CSV_Tabelle;
+    clearCsvTable();
+    CsvStore &t = CSV_Tabelle;
     t.Intervall = QStringLiteral("h");
     t.Raster = 24;
     t.Titel = QStringLiteral("Statistik Heizelemente");
-    t.Datei = Pfad_Plus(plant.Pfad[3], QStringLiteral("RX_") + plant.Ofen_Serie[ofen] + QStringLiteral(".CSV"));
+    t.Datei = joinPath(plant.Pfad[3], QStringLiteral("RX_") + plant.Ofen_Serie[ofen] + QStringLiteral(".CSV"));
     const QString anfang = liste.front().satz.Zeit;
     const QString ende = liste.back().satz.Zeit;
     t.Kopf = {plant.Ofen_Bezeichnung[ofen], plant.Ofen_Serie[ofen], QString(), QStringLiteral("Anfang   ") + anfang,
@@ -51,7 +51,7 @@ bool ElementStatistik(int ofenNr)
     // From the newest record back: the records of one day are summed, and at
     // a change of day the row is written; each row is one day before the row
     // above it.
-    QDateTime tagDatum = Datum_Wert(ende.left(TAG_ZEICHEN));
+    QDateTime tagDatum = dateValue(ende.left(TAG_ZEICHEN));
     Tag tag;
     QString tagText = ende.left(TAG_ZEICHEN);
     auto zeileSchreiben = [&] {
@@ -75,7 +75,7 @@ bool ElementStatistik(int ofenNr)
         ++tag.zahl;
     }
     zeileSchreiben();
-    return CSV_Tabelle_Schreiben();
+    return writeCsvTable();
 }
 
 } // namespace kal

@@ -49,7 +49,7 @@ i16 eigeneGrenze()
 
 } // namespace
 
-void SNT_Oeffnen(int ofenNr, double skalaHoehe)
+void openElementView(int ofenNr, double skalaHoehe)
 {
     const int f = ofenNr - 1;
     Strom.Strom_Ofen = ofenNr;
@@ -77,7 +77,7 @@ void SNT_Oeffnen(int ofenNr, double skalaHoehe)
     Strom.caption = QStringLiteral("Strom Heizelemente, ") + plant.Ofen_Name[f].trimmed();
 }
 
-bool SNT_Seite_Act()
+bool elementViewRefresh()
 {
     const int n = elemente();
     if (Strom.eigeneSkala) {
@@ -95,7 +95,7 @@ bool SNT_Seite_Act()
         i16 v = 0;
         if (!wort(e, v))
             continue;
-        b.Stromwert = Format_Zahl(v, QStringLiteral("###0")) + QStringLiteral(" A");
+        b.Stromwert = formatNumber(v, QStringLiteral("###0")) + QStringLiteral(" A");
         if (v > b.Bar_Max)
             v = b.Bar_Max;
         if (v <= b.Bar_Min)

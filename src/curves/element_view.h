@@ -39,8 +39,8 @@ extern Strom_Fenster Strom;
 
 /// Opening for furnace number `ofenNr`: element count and scale, pictures,
 /// the bars' limits, the caption "Strom Heizelemente, " and the name.
-void SNT_Oeffnen(int ofenNr, double skalaHoehe);
+void openElementView(int ofenNr, double skalaHoehe);
 /// `Seite_Act` of the view: every bar from its word. True when a bar moved.
-bool SNT_Seite_Act();
+bool elementViewRefresh();
 
 } // namespace kal

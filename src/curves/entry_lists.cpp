@@ -11,7 +11,7 @@ namespace {
 /// "####0": the number format of the window before a coded group set another.
 const QString FORMAT_FENSTER = QStringLiteral("####0");
 
-QString zwei(int v)
+QString twoDigitText(int v)
 {
     return v < 100 ? QString::asprintf("%02d", v) : QString::number(v);
 }
@@ -29,7 +29,7 @@ QString statusText(i16 wert)
 }
 
 /// The shown part of a single-record sample in Wertliste `j`.
-QString einzelText(const Eintragsliste &l, int j, int k)
+QString singleText(const EntryList &l, int j, int k)
 {
     const uint32_t z = l.zeit[size_t(k)];
     const i16 w = l.wert[size_t(k)];
@@ -39,22 +39,22 @@ QString einzelText(const Eintragsliste &l, int j, int k)
                                : FORMAT_FENSTER;
     switch (j) {
     case 0:
-    case 1: return Format_Zahl(w, format) + QStringLiteral("°C");
-    case 2: return Format_Zahl(w, format) + QStringLiteral("%");
+    case 1: return formatNumber(w, format) + QStringLiteral("°C");
+    case 2: return formatNumber(w, format) + QStringLiteral("%");
     case 3: return statusText(w);
-    case 4: return Format_Zahl(w / 10.0, QStringLiteral("####0.0")) + QStringLiteral("A");
-    case 5: return Format_Zahl(w / 10.0, QStringLiteral("####0.0")) + QStringLiteral("V");
+    case 4: return formatNumber(w / 10.0, QStringLiteral("####0.0")) + QStringLiteral("A");
+    case 5: return formatNumber(w / 10.0, QStringLiteral("####0.0")) + QStringLiteral("V");
     default: {
         const auto it = l.ohm.find(k);
         const int32_t r = it != l.ohm.end() ? it->second : w;
-        return Format_Zahl(r / 1000.0, QStringLiteral("#0.000")) + QStringLiteral(" Ohm");
+        return formatNumber(r / 1000.0, QStringLiteral("#0.000")) + QStringLiteral(" Ohm");
     }
     }
 }
 
 } // namespace
 
-void Zeitachse::clear()
+void TimeKeys::clear()
 {
     stempel.clear();
     minute.clear();
@@ -62,7 +62,7 @@ void Zeitachse::clear()
     zurueck_ = false;
 }
 
-bool Zeitachse::vorwaerts() const
+bool TimeKeys::forwardOnly() const
 {
     for (size_t i = std::max<size_t>(geprueft_, 1); i < minute.size() && !zurueck_; ++i)
         zurueck_ = minute[i] < minute[i - 1];
@@ -70,7 +70,7 @@ bool Zeitachse::vorwaerts() const
     return !zurueck_;
 }
 
-bool Eintragsliste::wertVor(int k, i16 v) const
+bool EntryList::valueBefore(int k, i16 v) const
 {
     if (v != gesucht_ || gesehen_ > wert.size()) {
         treffer_.clear();
@@ -83,7 +83,7 @@ bool Eintragsliste::wertVor(int k, i16 v) const
     return !treffer_.empty() && treffer_.front() < k;
 }
 
-void Eintragsliste::clear()
+void EntryList::clear()
 {
     zeit.clear();
     wert.clear();
@@ -95,13 +95,13 @@ void Eintragsliste::clear()
     gesehen_ = 0;
 }
 
-void Eintragsliste::reserve(int n)
+void EntryList::reserve(int n)
 {
     zeit.reserve(zeit.size() + size_t(n));
     wert.reserve(wert.size() + size_t(n));
 }
 
-void Eintraege::clear()
+void EntryLists::clear()
 {
     zeiten.clear();
     for (auto &l : Wertliste)
@@ -112,16 +112,16 @@ void Eintraege::clear()
         l.clear();
 }
 
-QString Satz_Zeit_Text(const Zeitachse &z, int index)
+QString timeKey(const TimeKeys &z, int index)
 {
     if (index < 0 || index >= int(z.stempel.size()))
         return QString(15, QLatin1Char(' '));
-    const Stempel &s = z.stempel[size_t(index)];
-    return zwei(s.Jahr) + zwei(s.Monat) + zwei(s.Tag) + QLatin1Char(' ') + zwei(s.Stunde) + QLatin1Char(':') +
-           zwei(s.Minute) + QLatin1Char(':') + zwei(s.Sekunde);
+    const Stamp &s = z.stempel[size_t(index)];
+    return twoDigitText(s.Jahr) + twoDigitText(s.Monat) + twoDigitText(s.Tag) + QLatin1Char(' ') + twoDigitText(s.Stunde) + QLatin1Char(':') +
+           twoDigitText(s.Minute) + QLatin1Char(':') + twoDigitText(s.Sekunde);
 }
 
-QString rechtsZahl(int64_t value, int n)
+QString rightNumber(int64_t value, int n)
 {
     return QString::number(value).rightJustified(n, QLatin1Char(' ')).right(n);
 }
@@ -136,51 +136,51 @@ QString FormatTEXT(int teiler)
     }
 }
 
-QString Segment_Code(const SegmentFelder &s)
+QString Segment_Code(const SegmentFields &s)
 {
-    return rechtsZahl(s.nr, 2) + rechtsZahl(s.art, 1) + rechtsZahl(s.ziel, 5) + rechtsZahl(s.rest, 5) +
-           rechtsZahl(s.wert3, 3) + rechtsZahl(s.wert2, 3) + rechtsZahl(s.wort35, 4) + rechtsZahl(s.wert4, 5);
+    return rightNumber(s.nr, 2) + rightNumber(s.art, 1) + rightNumber(s.ziel, 5) + rightNumber(s.rest, 5) +
+           rightNumber(s.wert3, 3) + rightNumber(s.wert2, 3) + rightNumber(s.wort35, 4) + rightNumber(s.wert4, 5);
 }
 
-QString Spur_Code(const std::array<i16, HILFS_SPUREN> &werte)
+QString auxCode(const std::array<i16, HILFS_SPUREN> &werte)
 {
     QString t;
     t.reserve(5 * HILFS_SPUREN);
     for (i16 w : werte)
-        t += rechtsZahl(w, 5);
+        t += rightNumber(w, 5);
     return t;
 }
 
-int32_t Spur_Wert(i16 value)
+int32_t auxValue(i16 value)
 {
     // Five places hold "-9999" at the lowest; below that the sign is cut off.
     return value >= -9999 ? value : -int32_t(value);
 }
 
-QString Eintrag_Inhalt(const Eintraege &e, Liste liste, int index, int k)
+QString entryContent(const EntryLists &e, EntryListKind liste, int index, int k)
 {
     switch (liste) {
-    case Liste::Wert: {
-        const Eintragsliste &l = e.Wertliste[size_t(index)];
+    case EntryListKind::Wert: {
+        const EntryList &l = e.Wertliste[size_t(index)];
         if (l.zeit[size_t(k)] & EINTRAG_EINZEL)
-            return einzelText(l, index, k);
+            return singleText(l, index, k);
         const i16 w = l.wert[size_t(k)];
         if (plant.Kanal_Status(0, index) != 0)
             return statusText(w);
         const int teiler = plant.Kanal_Teiler(0, index);
-        return Format_Zahl(double(w) / std::max(1, teiler), FormatTEXT(teiler)) + plant.Kanal_Einheit(0, index);
+        return formatNumber(double(w) / std::max(1, teiler), FormatTEXT(teiler)) + plant.Kanal_Einheit(0, index);
     }
-    case Liste::Soll: {
-        const Eintragsliste &l = e.Sollliste[size_t(index)];
+    case EntryListKind::Soll: {
+        const EntryList &l = e.Sollliste[size_t(index)];
         const i16 out = size_t(k) < l.out.size() ? l.out[size_t(k)] : 0;
         return QString::number(1000000 + int32_t(out)).right(6);
     }
-    case Liste::Meld: {
-        const Eintragsliste &l = e.Meldliste[size_t(index)];
+    case EntryListKind::Meld: {
+        const EntryList &l = e.Meldliste[size_t(index)];
         if (index == 3)
             return Segment_Code(l.seg[size_t(k)]);
         if (index == 4)
-            return Spur_Code(l.spur[size_t(k)]);
+            return auxCode(l.spur[size_t(k)]);
         if (l.zeit[size_t(k)] & EINTRAG_EINZEL)
             return QString(45, QLatin1Char(' '));
         return hex4(l.wert[size_t(k)]);
@@ -189,12 +189,12 @@ QString Eintrag_Inhalt(const Eintraege &e, Liste liste, int index, int k)
     return QString();
 }
 
-QString Eintrag_Text(const Eintraege &e, Liste liste, int index, int k)
+QString entryText(const EntryLists &e, EntryListKind liste, int index, int k)
 {
-    const Eintragsliste &l = liste == Liste::Wert   ? e.Wertliste[size_t(index)]
-                             : liste == Liste::Soll ? e.Sollliste[size_t(index)]
+    const EntryList &l = liste == EntryListKind::Wert   ? e.Wertliste[size_t(index)]
+                             : liste == EntryListKind::Soll ? e.Sollliste[size_t(index)]
                                                     : e.Meldliste[size_t(index)];
-    return Satz_Zeit_Text(e.zeiten, l.zeitIndex(k)) + QStringLiteral("   ") + Eintrag_Inhalt(e, liste, index, k);
+    return timeKey(e.zeiten, l.timeIndex(k)) + QStringLiteral("   ") + entryContent(e, liste, index, k);
 }
 
 } // namespace kal

@@ -9,11 +9,11 @@
 //
 // A batch of four weeks holds a quarter of a million samples, so the entries
 // are kept as numbers and their texts are formatted when asked for:
-//   - the time keys of all lists share one table (`Zeitachse`): an entry holds
+//   - the time keys of all lists share one table (`TimeKeys`): an entry holds
 //     the index of its key there (low 30 bits) and two flag bits;
 //   - the value, the output of a set value entry, the segment fields and the
 //     auxiliary values are kept as the record gave them.
-// `Eintrag_Text` builds the text exactly as it would have been stored.
+// `entryText` builds the text exactly as it would have been stored.
 
 #include "core/plant_state.h"
 
@@ -30,7 +30,7 @@ constexpr int MELD_LISTEN = 5;     ///< Meldliste 0..4
 constexpr int HILFS_SPUREN = 18;   ///< auxiliary track values of Meldliste 4
 
 /// The six time bytes of a record as the time key shows them.
-struct Stempel {
+struct Stamp {
     u8 Jahr = 0;
     u8 Monat = 0;
     u8 Tag = 0;
@@ -41,15 +41,15 @@ struct Stempel {
 
 /// Time keys of the entries, one per record that carried a time, shared by
 /// every list. `minute` is the key's time at minute resolution (minutes on
-/// the scale of `Minuten_Wert`, relative to 01.01.2000), which is all the page
+/// the scale of `minutesValue`, relative to 01.01.2000), which is all the page
 /// reduction reads of it.
-struct Zeitachse {
-    std::vector<Stempel> stempel;
+struct TimeKeys {
+    std::vector<Stamp> stempel;
     std::vector<int32_t> minute;
     void clear();
     /// Whether the minutes never run back (true for every batch the recorder
     /// writes). Checks only what was appended since the last question.
-    bool vorwaerts() const;
+    bool forwardOnly() const;
 
 private:
     mutable size_t geprueft_ = 0;
@@ -57,7 +57,7 @@ private:
 };
 
 /// Fields of one segment code (`Segment_Code`, Meldliste 3).
-struct SegmentFelder {
+struct SegmentFields {
     i16 nr = 0;      ///< Segment_Nr
     i16 art = 0;     ///< Segment_Art
     i16 ziel = 0;    ///< Segment_Ziel, target
@@ -79,11 +79,11 @@ constexpr uint32_t EINTRAG_FORMAT = 0x40000000;
 
 /// One entry list. `zeit` and `wert` are filled for every entry; the other
 /// columns only where the list needs them.
-struct Eintragsliste {
+struct EntryList {
     std::vector<uint32_t> zeit;   ///< index into Zeitachse | flags
     std::vector<i16> wert;        ///< the entry value
     std::vector<i16> out;         ///< Sollliste: output value
-    std::vector<SegmentFelder> seg;                    ///< Meldliste 3
+    std::vector<SegmentFields> seg;                    ///< Meldliste 3
     std::vector<std::array<i16, HILFS_SPUREN>> spur;   ///< Meldliste 4
     /// Wertliste 6 of single-record samples: resistances in milliohm whose
     /// entry value had to be 0 (below 1 or 32000 and above), by entry index.
@@ -98,10 +98,10 @@ struct Eintragsliste {
         zeit.push_back(zeitIndex);
         wert.push_back(value);
     }
-    int zeitIndex(int k) const { return int(zeit[size_t(k)] & EINTRAG_INDEX); }
+    int timeIndex(int k) const { return int(zeit[size_t(k)] & EINTRAG_INDEX); }
     /// Whether an entry before entry k has the value v (the lists of status
     /// channels are asked for 3). Remembers the entries it has seen.
-    bool wertVor(int k, i16 v) const;
+    bool valueBefore(int k, i16 v) const;
 
 private:
     mutable std::vector<int32_t> treffer_;
@@ -110,37 +110,37 @@ private:
 };
 
 /// Which list an entry belongs to.
-enum class Liste { Wert, Soll, Meld };
+enum class EntryListKind { Wert, Soll, Meld };
 
 /// The lists of the batch on view.
-struct Eintraege {
-    Zeitachse zeiten;
-    std::array<Eintragsliste, LISTEN_KANAELE> Wertliste;
-    std::array<Eintragsliste, LISTEN_KANAELE> Sollliste;
-    std::array<Eintragsliste, MELD_LISTEN> Meldliste;
+struct EntryLists {
+    TimeKeys zeiten;
+    std::array<EntryList, LISTEN_KANAELE> Wertliste;
+    std::array<EntryList, LISTEN_KANAELE> Sollliste;
+    std::array<EntryList, MELD_LISTEN> Meldliste;
     void clear();
 };
 
 /// The time key "JJMMTT HH:MM:SS" of a time index.
-QString Satz_Zeit_Text(const Zeitachse &z, int index);
+QString timeKey(const TimeKeys &z, int index);
 /// The right n characters of a number's decimal text, blank padded on the left.
-QString rechtsZahl(int64_t value, int n);
+QString rightNumber(int64_t value, int n);
 
 /// The text of entry k of a list, exactly as stored: time key, three blanks,
 /// the shown part. Formats that depend on the channel read slot 0 of the
 /// channel tables (the batch on view).
-QString Eintrag_Text(const Eintraege &e, Liste liste, int index, int k);
+QString entryText(const EntryLists &e, EntryListKind liste, int index, int k);
 /// The part behind the time key and its three blanks.
-QString Eintrag_Inhalt(const Eintraege &e, Liste liste, int index, int k);
+QString entryContent(const EntryLists &e, EntryListKind liste, int index, int k);
 
 /// The 28-character segment code of segment fields.
-QString Segment_Code(const SegmentFelder &s);
+QString Segment_Code(const SegmentFields &s);
 /// The 90 characters of the auxiliary values: each the right 5 characters of
 /// its decimal text.
-QString Spur_Code(const std::array<i16, HILFS_SPUREN> &werte);
+QString auxCode(const std::array<i16, HILFS_SPUREN> &werte);
 /// The number a 5-character field of the auxiliary values reads back as
 /// (a value of -10000 and below loses its sign there).
-int32_t Spur_Wert(i16 value);
+int32_t auxValue(i16 value);
 
 /// `FormatTEXT(teiler)`: the number format of a divider: 1000 "#0.000",
 /// 100 "#0.00", 10 "#0.0", any other "#0".

@@ -132,7 +132,7 @@ void kanaele(int ofen, int p)
 
 } // namespace
 
-void Live_Abtasten(int ofen, int punkt)
+void liveSample(int ofen, int punkt)
 {
     if (ofen < 0 || ofen >= OFEN_MAX || punkt < 0 || punkt >= PUNKTE)
         return;
@@ -155,15 +155,15 @@ void Graph_Online()
         Live.Live_Punkt = 0;
     for (int f = 0; f < OFEN_MAX; ++f)
         if (plant.Ofen_Online[f] != 0)
-            Live_Abtasten(f, Live.Live_Punkt);
+            liveSample(f, Live.Live_Punkt);
     if (plant.Seite_Ofen >= 1 && plant.Seite_Ofen <= OFEN_MAX)
         screen().Kurve_Online();
     ++Live.Live_Punkt;
 }
 
-Kurven_Seite Live_Seite(int ofen)
+PlotPage livePage(int ofen)
 {
-    Kurven_Seite s;
+    PlotPage s;
     s.clear();
     if (ofen < 0 || ofen >= OFEN_MAX)
         return s;
@@ -183,27 +183,27 @@ Kurven_Seite Live_Seite(int ofen)
     return s;
 }
 
-Skala_Optionen Live_Optionen(int ofen)
+ScaleOptions liveScaleOptions(int ofen)
 {
-    Skala_Optionen o;
+    ScaleOptions o;
     o.live = true;
     o.Skala_Untergrenze = SKALA_UNTERGRENZE;
     o.kanal0Zwingt = ofen >= 0 && ofen < OFEN_MAX && plant.Ofen_Typ[ofen + 1] == 2;
     return o;
 }
 
-Live_Beschriftung Live_Marken(int ofen, const QDateTime &jetzt)
+LiveLabels liveMarks(int ofen, const QDateTime &jetzt)
 {
-    Live_Beschriftung b;
+    LiveLabels b;
     if (ofen >= 0 && ofen < OFEN_MAX) {
-        const QDateTime log = Datum_Wert(plant.Datum_Log[ofen]);
+        const QDateTime log = dateValue(plant.Datum_Log[ofen]);
         if (log.isValid())
             b.Label2 = Datum_Text(log, QStringLiteral("TTMMJJHHMM"));
     }
     for (int k = 0; k < 5; ++k) {
         // Seconds back from now; the product wraps in 16 bits.
-        const int16_t zurueck = int16_t(plant.Live_Raster * 90 * (4 - k));
-        b.marken[size_t(k)] = Datum_Text(jetzt.addSecs(-zurueck), QStringLiteral("HHMM"));
+        const int16_t backToLivePage = int16_t(plant.Live_Raster * 90 * (4 - k));
+        b.marken[size_t(k)] = Datum_Text(jetzt.addSecs(-backToLivePage), QStringLiteral("HHMM"));
     }
     b.start = jetzt.addSecs(-int16_t(plant.Live_Raster * 360));
     return b;

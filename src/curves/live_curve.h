@@ -22,9 +22,9 @@ constexpr int32_t SKALA_UNTERGRENZE = -100;
 
 /// The ring of one furnace, shaped like a page.
 struct Live_Kanaele {
-    std::array<Punktreihe<i16>, SEITEN_KANAELE + 1> Live_Ist{}; ///< 12 channels
-    std::array<Punktreihe<i16>, SEITEN_KANAELE> Live_Soll{};
-    std::array<Punktreihe<i16>, SEITEN_KANAELE> Live_Out{};
+    std::array<PointRow<i16>, SEITEN_KANAELE + 1> Live_Ist{}; ///< 12 channels
+    std::array<PointRow<i16>, SEITEN_KANAELE> Live_Soll{};
+    std::array<PointRow<i16>, SEITEN_KANAELE> Live_Out{};
 };
 
 struct Live_Speicher {
@@ -47,24 +47,24 @@ void Graph_Online();
 /// Samples furnace index `ofen` into point `punkt` of its ring, by its type:
 /// the fixed map of type 1, the plain words of the other plain types, the
 /// channel tables of the headed types and type 2.
-void Live_Abtasten(int ofen, int punkt);
+void liveSample(int ofen, int punkt);
 
 /// The page of furnace index `ofen` in painting order: page point i is ring
 /// point Live_Punkt + 1 + i, counting on from 0 after 359; the last point
 /// repeats the newest, so the right end is now.
-Kurven_Seite Live_Seite(int ofen);
+PlotPage livePage(int ofen);
 
 /// The scale rules of the live page for furnace index `ofen`.
-Skala_Optionen Live_Optionen(int ofen);
+ScaleOptions liveScaleOptions(int ofen);
 
 /// What `Kurve_Online` shows besides the curves: label 2 (the last log time,
 /// "TTMMJJHHMM") and the five time labels, "HHMM" from one hour ago (at the
 /// raster of 10) to now. The span is kept in 16 bits as the page always did.
-struct Live_Beschriftung {
+struct LiveLabels {
     QString Label2;
     std::array<QString, 5> marken;
     QDateTime start;   ///< time of page point 0, for the cursor
 };
-Live_Beschriftung Live_Marken(int ofen, const QDateTime &jetzt);
+LiveLabels liveMarks(int ofen, const QDateTime &jetzt);
 
 } // namespace kal

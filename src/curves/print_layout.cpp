@@ -32,17 +32,17 @@ int Druck_Zoom(double druckBreite, double druckHoehe, double fensterBreite, doub
     return std::clamp(int(std::min(a, b)), ZOOM_MIN, ZOOM_MAX);
 }
 
-std::vector<Druck_Seite> Info_Seiten(const Info_Kopf &kopf, const QString &info, int zeilen)
+std::vector<PrintPage> infoPages(const InfoHead &kopf, const QString &info, int zeilen)
 {
-    std::vector<Druck_Seite> seiten;
+    std::vector<PrintPage> seiten;
     if (info.size() < INFO_MIN_ZEICHEN)
         return seiten;
     QStringList text = info.split(QStringLiteral("\r\n"));
     if (!text.isEmpty() && text.last().isEmpty())
         text.removeLast(); // the text ends with a line break
     zeilen = std::max(1, zeilen);
-    auto neueSeite = [&] {
-        Druck_Seite s;
+    auto newPage = [&] {
+        PrintPage s;
         // The title in its large size may run past column 50: the page
         // number stands on the line below it.
         s.push_back(zeile({{1, kopf.titel}}, true));
@@ -55,20 +55,20 @@ std::vector<Druck_Seite> Info_Seiten(const Info_Kopf &kopf, const QString &info,
     int n = 0;
     for (const QString &t : text) {
         if (n % zeilen == 0)
-            neueSeite();
+            newPage();
         seiten.back().push_back(zeile({{10, t}}));
         ++n;
     }
     return seiten;
 }
 
-std::vector<Druck_Seite> Liste_Seiten(const Liste_Kopf &kopf, const QStringList &kopfZeilen, const QStringList &zeilen,
+std::vector<PrintPage> listPages(const ListHead &kopf, const QStringList &kopfZeilen, const QStringList &zeilen,
                                       int proSeite)
 {
-    std::vector<Druck_Seite> seiten;
+    std::vector<PrintPage> seiten;
     proSeite = std::max(1, proSeite);
-    auto neueSeite = [&] {
-        Druck_Seite s;
+    auto newPage = [&] {
+        PrintPage s;
         s.push_back(zeile({{10, kopf.titel}, {80, kopf.datei}, {120, seite(int(seiten.size()) + 1)}}));
         s.push_back(zeile({{10, kopf.name}, {120, QStringLiteral("Print  ") + kopf.datum}}));
         s.push_back(Druck_Zeile{});
@@ -76,20 +76,20 @@ std::vector<Druck_Seite> Liste_Seiten(const Liste_Kopf &kopf, const QStringList 
             s.push_back(zeile({{10, k}}));
         seiten.push_back(s);
     };
-    neueSeite();
+    newPage();
     int n = 0;
     for (const QString &z : zeilen) {
         if (n > 0 && n % proSeite == 0)
-            neueSeite();
+            newPage();
         seiten.back().push_back(zeile({{10, z}}));
         ++n;
     }
     return seiten;
 }
 
-Info_Kopf Kurve_Info_Kopf()
+InfoHead curveInfoHead()
 {
-    Info_Kopf k;
+    InfoHead k;
     k.titel = Kurve.Titel;
     k.name = Kurve.Label_Name.trimmed();
     k.charge = Kurve.Label_Charge;
@@ -99,20 +99,20 @@ Info_Kopf Kurve_Info_Kopf()
     return k;
 }
 
-Liste_Kopf Kurve_Liste_Kopf()
+ListHead curveListHead()
 {
-    Liste_Kopf k;
+    ListHead k;
     k.titel = QStringLiteral("Kalmeron: ") + Kurve.Label_Charge;
     k.datei = QFileInfo(plant.Kurve_Datei).fileName();
     k.name = Kurve.Label_Name.trimmed();
-    k.datum = Datum_Text(Jetzt(), QStringLiteral("TTMMJJJJ"));
+    k.datum = Datum_Text(now(), QStringLiteral("TTMMJJJJ"));
     return k;
 }
 
-int Druck_Breite(const std::vector<Druck_Seite> &seiten)
+int printWidth(const std::vector<PrintPage> &seiten)
 {
     int breite = 1;
-    for (const Druck_Seite &s : seiten)
+    for (const PrintPage &s : seiten)
         for (const Druck_Zeile &z : s)
             for (const Druck_Text &t : z.teile)
                 if (!z.gross)

@@ -38,10 +38,10 @@ struct Druck_Zeile {
     std::vector<Druck_Text> teile;
     bool gross = false;
 };
-using Druck_Seite = std::vector<Druck_Zeile>;
+using PrintPage = std::vector<Druck_Zeile>;
 
 /// The labels of the batch the info pages carry in their head.
-struct Info_Kopf {
+struct InfoHead {
     QString titel;             ///< the window's title
     QString name, charge;      ///< first label line, columns 8 and 30
     QString start, ende;       ///< second label line, columns 8 and 30
@@ -49,10 +49,10 @@ struct Info_Kopf {
 
 /// `Info_Drucken`: the info text split at CR LF, each line at column 10,
 /// `zeilen` lines a page under the head; no page below 41 characters.
-std::vector<Druck_Seite> Info_Seiten(const Info_Kopf &kopf, const QString &info, int zeilen = DRUCK_ZEILEN_TEXT);
+std::vector<PrintPage> infoPages(const InfoHead &kopf, const QString &info, int zeilen = DRUCK_ZEILEN_TEXT);
 
 /// The head of a printed value list.
-struct Liste_Kopf {
+struct ListHead {
     QString titel;   ///< column 10
     QString datei;   ///< column 80
     QString name;    ///< column 10 of the second line
@@ -62,16 +62,16 @@ struct Liste_Kopf {
 /// List printing: per page the head (title, file, "Seite n"; name and the
 /// print date), the two header rows of the list, then up to `zeilen` rows at
 /// column 10. An empty list still prints its head.
-std::vector<Druck_Seite> Liste_Seiten(const Liste_Kopf &kopf, const QStringList &kopfZeilen, const QStringList &zeilen,
+std::vector<PrintPage> listPages(const ListHead &kopf, const QStringList &kopfZeilen, const QStringList &zeilen,
                                       int proSeite = DRUCK_ZEILEN_LISTE);
 
 /// The head of the info pages from the batch on view in the curve window.
-Info_Kopf Kurve_Info_Kopf();
+InfoHead curveInfoHead();
 /// The head of the printed value list of the batch on view, printed today.
-Liste_Kopf Kurve_Liste_Kopf();
+ListHead curveListHead();
 
 /// The widest line of pages in columns, title lines aside (a text at column
 /// c of n characters ends at column c + n - 1).
-int Druck_Breite(const std::vector<Druck_Seite> &seiten);
+int printWidth(const std::vector<PrintPage> &seiten);
 
 } // namespace kal

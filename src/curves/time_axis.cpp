@@ -9,7 +9,7 @@ namespace kal {
 
 namespace {
 
-void markenRechnen()
+void computeMarks()
 {
     for (int k = 1; k <= 4; ++k)
         Kurve.Zeit_Marke[size_t(k)] =
@@ -19,9 +19,9 @@ void markenRechnen()
 
 } // namespace
 
-void Zeit_Achse()
+void timeAxis()
 {
-    markenRechnen();
+    computeMarks();
     auto &T = Kurve.Taste_An;
     if (!Kurve.zeitDa) {
         T[TASTE_ZURUECK] = T[TASTE_VOR] = T[TASTE_ZOOM_EIN] = T[TASTE_ZOOM_AUS] = false;
@@ -40,13 +40,13 @@ void Zeit_Achse()
             Kurve.Zeit_Raster = RASTER_MIN;
             T[TASTE_ZOOM_EIN] = false;
         }
-        markenRechnen();
+        computeMarks();
     }
     for (int k = 0; k < 5; ++k)
         Kurve.Label_Marke[size_t(k)] = Datum_Text(Kurve.Zeit_Marke[size_t(k)], QStringLiteral("TTMMJJHHMM"));
 }
 
-bool Taste_Seite(int index)
+bool curvePageKey(int index)
 {
     if (!Kurve.zeitDa)
         return false;
@@ -63,12 +63,12 @@ bool Taste_Seite(int index)
     case TASTE_ZOOM_AUS: Kurve.Zeit_Raster += ZOOM_SCHRITT; break;
     default: return false;
     }
-    Zeit_Achse();
+    timeAxis();
     Kurven_Zeichnen();
     return true;
 }
 
-QString Taste_Text(int index)
+QString curveKeyCaption(int index)
 {
     switch (index) {
     case TASTE_ZURUECK: return Text_Id(text::TIME).trimmed() + QStringLiteral(" <<<");

@@ -11,7 +11,7 @@
 namespace kal {
 
 /// Indices of the button bar `Taste`.
-enum Taste_Nr : int {
+enum CurveKey : int {
     TASTE_ZURUECK = 0,   ///< "Zeit <<<"
     TASTE_VOR = 1,       ///< "Zeit >>>"
     TASTE_LADEN = 2,     ///< "Daten laden"
@@ -30,14 +30,14 @@ constexpr int ZOOM_SCHRITT = 60;
 /// The time axis routine: marks 1..4 from mark 0 and the raster, the enabling
 /// of buttons 0, 1, 5 and 6 (which keeps the raster in 20..Raster_Start),
 /// and the mark labels.
-void Zeit_Achse();
+void timeAxis();
 
 /// Buttons 0, 1, 5 and 6: moves the page or changes the raster, then the time
 /// axis and the page reduction. False for the other buttons, which the window
 /// handles itself.
-bool Taste_Seite(int index);
+bool curvePageKey(int index);
 
 /// Caption of button `index` in the current language.
-QString Taste_Text(int index);
+QString curveKeyCaption(int index);
 
 } // namespace kal

@@ -86,22 +86,22 @@ void View_KurveAct()
     v.View_Max = std::max(1, (hoechster + 10) / 10 * 10);
 }
 
-double View_Y(double wert, double hoehe)
+double view16Y(double wert, double hoehe)
 {
     return hoehe - wert * hoehe / std::max(1, View16.View_Max);
 }
 
-bool View_Taste(int index)
+bool view16Button(int index)
 {
-    if (!Taste_Seite(index))
+    if (!curvePageKey(index))
         return false;
     seiteUebernehmen();
     return true;
 }
 
-View_Lesung View_Mouse_Werte(double x, double breite)
+View16Reading View_Mouse_Werte(double x, double breite)
 {
-    View_Lesung l;
+    View16Reading l;
     const double pb = breite / SEGMENTE;
     for (int i = 1; i <= 358 && pb > 0; ++i)
         if (i * pb >= x) {
@@ -116,11 +116,11 @@ View_Lesung View_Mouse_Werte(double x, double breite)
         l.zeit = Datum_Text(t, QStringLiteral("HHMM"));
     }
     for (int c = 0; c < View16.View_Spuren; ++c)
-        l.werte[size_t(c)] = Format_Zahl(View16.Punkt_Spur[size_t(c)][size_t(l.punkt)], format()) + View16.View_Einheit;
+        l.werte[size_t(c)] = formatNumber(View16.Punkt_Spur[size_t(c)][size_t(l.punkt)], format()) + View16.View_Einheit;
     return l;
 }
 
-QString View_Name(int c)
+QString view16ChannelName(int c)
 {
     return QString::number(c + 1);
 }
@@ -129,37 +129,37 @@ bool View_CSV_EXPORT(bool ZuListe)
 {
     const View_Fenster &v = View16;
     if (!ZuListe) {
-        CSV_Tabelle_Leeren();
-        CSV_Speicher &t = CSV_Tabelle;
+        clearCsvTable();
+        CsvStore &t = CSV_Tabelle;
         t.Titel = v.View_Titel;
-        t.Datei = Pfad_Plus(plant.Pfad[3], QFileInfo(plant.Kurve_Datei).completeBaseName() + QStringLiteral("_A.CSV"));
+        t.Datei = joinPath(plant.Pfad[3], QFileInfo(plant.Kurve_Datei).completeBaseName() + QStringLiteral("_A.CSV"));
         t.Intervall = v.Intervall;
         t.Raster = v.View_Raster;
         t.Format = format();
         t.Spalten = v.View_Spuren;
         for (int c = 0; c < v.View_Spuren; ++c)
-            t.Namen << View_Name(c);
+            t.Namen << view16ChannelName(c);
         t.Zeilen = PUNKTE;
         for (int p = 0; p < PUNKTE; ++p) {
             t.Zeit[size_t(p)] = punktZeit(p);
             for (int c = 0; c < v.View_Spuren; ++c)
                 t.Wert[size_t(p)][size_t(c)] = v.Punkt_Spur[size_t(c)][size_t(p)];
         }
-        return CSV_Tabelle_Schreiben();
+        return writeCsvTable();
     }
-    if (!CSV_Ordner_Pruefen())
+    if (!ensureCsvFolder())
         return false;
     View_Liste = View_Liste_Inhalt{};
     View_Liste.kopf = QStringLiteral("Datum    ") + QStringLiteral("  Zeit    ");
     for (int c = 0; c < v.View_Spuren; ++c)
-        View_Liste.kopf += QLatin1Char(' ') + View_Name(c).rightJustified(LISTE_ZELLE);
+        View_Liste.kopf += QLatin1Char(' ') + view16ChannelName(c).rightJustified(LISTE_ZELLE);
     const QString &tr = plant.Datum_Trenner;
     for (int p = 0; p < PUNKTE; ++p) {
         const QDateTime t = punktZeit(p);
         QString z = t.toString(QStringLiteral("dd'%1'MM'%1'yy").arg(tr)) + QStringLiteral("  ") +
                     t.toString(QStringLiteral("HH:mm:ss"));
         for (int c = 0; c < v.View_Spuren; ++c)
-            z += QLatin1Char(' ') + Format_Zahl(v.Punkt_Spur[size_t(c)][size_t(p)], format()).rightJustified(LISTE_ZELLE);
+            z += QLatin1Char(' ') + formatNumber(v.Punkt_Spur[size_t(c)][size_t(p)], format()).rightJustified(LISTE_ZELLE);
         View_Liste.zeilen << z;
     }
     return true;

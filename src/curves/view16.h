@@ -25,7 +25,7 @@ struct View_Fenster {
     QString Intervall = QStringLiteral("s");
     int View_Spuren = 0;           ///< curves, Spur_Zahl of the batch
     int32_t View_Max = 10;         ///< top of the scale
-    std::array<Punktreihe<int32_t>, SEITEN_SPUREN> Punkt_Spur{};
+    std::array<PointRow<int32_t>, SEITEN_SPUREN> Punkt_Spur{};
     std::array<QString, 5> marken; ///< time labels of points 0, 90, 180, 270, 360
     bool daten = false;            ///< the page has samples
 };
@@ -38,24 +38,24 @@ void Tast_Strom();
 /// rounded up to the next ten above it (at least 10 on an empty page).
 void View_KurveAct();
 /// y of a value on a plot of height `hoehe`.
-double View_Y(double wert, double hoehe);
+double view16Y(double wert, double hoehe);
 
 /// The buttons 0, 1, 5, 6 of the curve window for the view: the page moves
 /// or zooms there and the view takes it over. False for other buttons.
-bool View_Taste(int index);
+bool view16Button(int index);
 
 /// `Mouse_Werte` of the view, left button: date "TTMMJJ" and time "HHMM" at
 /// `x` (pixels of a plot `breite` wide) and each curve's value there; empty
 /// when no segment is found.
-struct View_Lesung {
+struct View16Reading {
     int punkt = -1;
     QString datum, zeit;
     std::array<QString, SEITEN_SPUREN> werte;
 };
-View_Lesung View_Mouse_Werte(double x, double breite);
+View16Reading View_Mouse_Werte(double x, double breite);
 
 /// Name of curve c (0-based).
-QString View_Name(int c);
+QString view16ChannelName(int c);
 
 /// `CSV_EXPORT` of the view. File mode writes the page (one row a point)
 /// into the CSV folder as the batch's name with "_A"; list mode fills

@@ -14,7 +14,7 @@ namespace {
 /// Runs one step of the channel set-up; a failing step is skipped and the
 /// set-up goes on with the next one.
 template <typename F>
-void weiter(F &&schritt)
+void proceed(F &&schritt)
 {
     try {
         schritt();
@@ -24,12 +24,12 @@ void weiter(F &&schritt)
 
 } // namespace
 
-QString Zahl_Text(int n)
+QString signedText(int n)
 {
     return n < 0 ? QString::number(n) : QLatin1Char(' ') + QString::number(n);
 }
 
-QString Ofen_Adresse(int ofen)
+QString furnaceAddress(int ofen)
 {
     return QStringLiteral("%1.%2.%3.%4")
         .arg(plant.Ofen_IP(ofen, 0))
@@ -38,7 +38,7 @@ QString Ofen_Adresse(int ofen)
         .arg(plant.Ofen_IP(ofen, 3));
 }
 
-QString Ofen_Tag(int ofen)
+QString furnaceTag(int ofen)
 {
     QString art;
     if (plant.Ofen_Seriell[ofen] != 0)
@@ -60,12 +60,12 @@ void Status_Panel(int ofen, const QString &text)
 void Kanal_Setup(int ofen)
 {
     QString adresse;
-    weiter([&] { adresse = Ofen_Adresse(ofen); });
-    weiter([&] {
+    proceed([&] { adresse = furnaceAddress(ofen); });
+    proceed([&] {
         plant.Meld_Config_Da[ofen] = 0;
         Ist_GKD(ofen);
     });
-    weiter([&] {
+    proceed([&] {
         Socket &s = Winsock1[ofen];
         s.Close();
         s.RemoteHost = adresse;
@@ -79,8 +79,8 @@ void Kanal_Setup(int ofen)
     });
 
     QString panel;
-    weiter([&] { panel = Text_Id(text::FURNACE) + Zahl_Text(ofen + 1) + QStringLiteral(" IP:") + adresse; });
-    weiter([&] {
+    proceed([&] { panel = Text_Id(text::FURNACE) + signedText(ofen + 1) + QStringLiteral(" IP:") + adresse; });
+    proceed([&] {
         const u8 server = plant.Server_IP4[ofen];
         if (server == 0)
             return;
@@ -99,11 +99,11 @@ void Kanal_Setup(int ofen)
         }
         panel += QStringLiteral(" / .") + QString::number(server);
     });
-    weiter([&] { Status_Panel(ofen, panel); });
+    proceed([&] { Status_Panel(ofen, panel); });
     // A plant that mixes furnaces with and without a server sets channel 8 up
     // again for each server furnace that follows one without; the socket just
     // gets the same address again.
-    weiter([&] { plant.Server_Akt_IP4 = plant.Server_IP4[ofen]; });
+    proceed([&] { plant.Server_Akt_IP4 = plant.Server_IP4[ofen]; });
 }
 
 } // namespace kal

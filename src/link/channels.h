@@ -14,16 +14,16 @@ namespace kal {
 
 /// A number as the station writes it into a text: a blank in front of a
 /// number that is not negative, "-" in front of a negative one (" 5", "-5").
-QString Zahl_Text(int n);
+QString signedText(int n);
 
 /// Dotted address of a furnace's four `Ofen_IP` octets, without blanks
 /// ("192.168.1.20").
-QString Ofen_Adresse(int ofen);
+QString furnaceAddress(int ofen);
 
 /// Tag of a furnace for its status panel: "P:" memory link over UDP, "M:"
 /// Modbus/TCP with a panel server (mixed), "T:" plain Modbus/TCP, "S:" a
 /// serial furnace; then the last digit of the furnace number ("P:1").
-QString Ofen_Tag(int ofen);
+QString furnaceTag(int ofen);
 
 /// Writes the text of the furnace's status panel (through the main window).
 void Status_Panel(int ofen, const QString &text);

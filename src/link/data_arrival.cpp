@@ -18,7 +18,7 @@ constexpr int BLOCK_WORTE = 100;
 
 /// Word of a memory link answer at 1-based byte position `pos`, high byte
 /// first. A pair cut off at the end of the answer reads as 0.
-i16 Antwort_Wort(const QByteArray &daten, int pos)
+i16 answerWord(const QByteArray &daten, int pos)
 {
     QByteArray paar = daten.mid(pos - 1, 2);
     return CVI_BE(paar);
@@ -28,7 +28,7 @@ i16 Antwort_Wort(const QByteArray &daten, int pos)
 /// station's own words there (a program, an acknowledgement) wait to go out,
 /// and a read answered just before must not put the PLC's old words back
 /// into the block that will be written.
-void Wort_Speichern(int ofen, int a, i16 w)
+void storeWord(int ofen, int a, i16 w)
 {
     if (Table<i16, OFEN_MAX>::valid(ofen) && plant.Write_Len[ofen] > 0 && a >= plant.Write_Adr[ofen] &&
         a < plant.Write_Adr[ofen] + plant.Write_Len[ofen])
@@ -37,11 +37,11 @@ void Wort_Speichern(int ofen, int a, i16 w)
 }
 
 /// The words of a direct memory link answer into the furnace's image at `a`.
-void Direkt_Speichern(int kanal, int a, const QByteArray &daten, int &schritt)
+void storeDirect(int kanal, int a, const QByteArray &daten, int &schritt)
 {
     const int start = a;
     for (int pos = KOPF_UDP + 1; pos <= daten.size(); pos += 2)
-        Wort_Speichern(kanal, a++, Antwort_Wort(daten, pos));
+        storeWord(kanal, a++, answerWord(daten, pos));
     if (a > start)
         Block_Decode(kanal, start, a - start);
     schritt = 20;
@@ -50,12 +50,12 @@ void Direkt_Speichern(int kanal, int a, const QByteArray &daten, int &schritt)
 /// A channel 8 answer: into the server image at `a`, then its 100-word read
 /// window to the furnace whose server window holds `a`. The furnace, or -1
 /// when the address lies in no window.
-int Server_Speichern(int a, const QByteArray &daten, int &schritt)
+int storeServerAnswer(int a, const QByteArray &daten, int &schritt)
 {
     schritt = 30;
     const int start = a;
     for (int pos = KOPF_UDP + 1; pos <= daten.size(); pos += 2)
-        plant.Server_Wort[a++] = Antwort_Wort(daten, pos);
+        plant.Server_Wort[a++] = answerWord(daten, pos);
     // The start of the read inside a window, for a read of 100 words. A write
     // answer brings no words and gives nonsense here: it finds no window, or
     // moves words of the server image that were never filled.
@@ -74,14 +74,14 @@ int Server_Speichern(int a, const QByteArray &daten, int &schritt)
         return -1;
     const int basis = plant.Server_Offset[ofen];
     for (int k = 0; k < BLOCK_WORTE; ++k)
-        Wort_Speichern(ofen, fenster + k, plant.Server_Wort[basis + fenster + k]);
+        storeWord(ofen, fenster + k, plant.Server_Wort[basis + fenster + k]);
     Block_Decode(ofen, fenster, BLOCK_WORTE);
     schritt = 50;
     return ofen;
 }
 
 /// Memory link answer on a furnace channel or on channel 8.
-void UDP_Antwort(int Index, int &schritt)
+void udpAnswer(int Index, int &schritt)
 {
     plant.Ofen_UDP[SERVER_KANAL] = 0; // channel 8 takes its own path below
     int a = -1;
@@ -96,9 +96,9 @@ void UDP_Antwort(int Index, int &schritt)
     int ofen = 0; // a direct answer resets the fields of furnace 0, see below
     if (a >= 0) {
         if (plant.Ofen_UDP[Index] == -1) {
-            Direkt_Speichern(Index, a, daten, schritt);
+            storeDirect(Index, a, daten, schritt);
         } else {
-            ofen = Server_Speichern(a, daten, schritt);
+            ofen = storeServerAnswer(a, daten, schritt);
             if (ofen < 0)
                 return;
         }
@@ -114,7 +114,7 @@ void UDP_Antwort(int Index, int &schritt)
 }
 
 /// Modbus answer on a furnace's TCP channel.
-void TCP_Antwort(int Index, int &schritt)
+void tcpAnswer(int Index, int &schritt)
 {
     schritt = 70;
     const QByteArray daten = Winsock1[Index].GetData();
@@ -134,7 +134,7 @@ void TCP_Antwort(int Index, int &schritt)
                     QByteArray paar;
                     paar.append(static_cast<char>(plant.Empfang_Puffer[pos + 1]));
                     paar.append(static_cast<char>(plant.Empfang_Puffer[pos]));
-                    Wort_Speichern(Index, a++, CVI(paar));
+                    storeWord(Index, a++, CVI(paar));
                 }
             }
             schritt = 80;
@@ -160,9 +160,9 @@ void DataArrival(int Index, int bytesTotal)
     try {
         plant.Ofen_UDP[SERVER_KANAL] = -1;
         if (plant.Ofen_UDP[Index] == -1)
-            UDP_Antwort(Index, schritt);
+            udpAnswer(Index, schritt);
         else
-            TCP_Antwort(Index, schritt);
+            tcpAnswer(Index, schritt);
     } catch (const std::exception &) {
         plant.Empfang_Fehler[Index] = static_cast<i16>(schritt);
         plant.IP_Adr[Index] = -1;
@@ -170,7 +170,7 @@ void DataArrival(int Index, int bytesTotal)
     }
 }
 
-void Empfang_Verbinden()
+void connectReceivers()
 {
     Winsock1.DataArrival = DataArrival;
 }

@@ -23,6 +23,6 @@ namespace kal {
 void DataArrival(int Index, int bytesTotal);
 
 /// Routes the receive events of every channel of `Winsock1` to DataArrival.
-void Empfang_Verbinden();
+void connectReceivers();
 
 } // namespace kal

@@ -22,7 +22,7 @@ constexpr int RUECKSTAND_RUNDEN = 20;
 /// Answers during which the wrong-server box stays quiet once it was shown.
 constexpr int SERVER_MELDUNG_PAUSE = 10;
 
-i16 &wort(int ofen, int adr)
+i16 &plcWord(int ofen, int adr)
 {
     return plant.SPS_Wort(ofen, adr);
 }
@@ -34,24 +34,24 @@ int highByte(i16 w)
 
 /// Sets the layout values of a furnace from its type word: plain (at or above
 /// 0) or a furnace with a layout block at `Ofen_Basis`, plain or large.
-void Layout_Setzen(int ofen, i16 typ)
+void takeLayout(int ofen, i16 typ)
 {
     if (typ >= 0)
         plant.Block1_Neu[ofen] = -1; // no identity block to wait for
-    Ofen_Layout(ofen, typ);
+    setFurnaceLayout(ofen, typ);
 }
 
 /// The last word of block 0: operating hours, layout, time stamp.
 void Block0(int ofen)
 {
     const int lo = plant.Ofen_UDP[ofen] == -1 ? word::HOURS_UDP : word::HOURS_TCP;
-    plant.Ofen_Stunden[ofen] = CVL(MKI(wort(ofen, lo)) + MKI(wort(ofen, lo + 1)));
+    plant.Ofen_Stunden[ofen] = CVL(MKI(plcWord(ofen, lo)) + MKI(plcWord(ofen, lo + 1)));
     plant.Block1_Zahl[ofen] = 1;
     plant.Block0_Neu[ofen] = -1;
     // The furnace's own type word overrides the one of the configuration file.
-    Layout_Setzen(ofen, wort(ofen, word::TYPE));
+    takeLayout(ofen, plcWord(ofen, word::TYPE));
     plant.Meld_Pruefen = -1;
-    plant.Datum_Block0[ofen] = SPS_Datum(wort(ofen, word::STAMP), wort(ofen, word::STAMP + 1));
+    plant.Datum_Block0[ofen] = SPS_Datum(plcWord(ofen, word::STAMP), plcWord(ofen, word::STAMP + 1));
     if (plant.SPS_Datum_OK == -1)
         plant.Prog_Neu[ofen] = -1;
 }
@@ -59,22 +59,22 @@ void Block0(int ofen)
 /// Address of a furnace behind a panel server as the wrong-address check
 /// compares and shows it: the first three octets and the server's octet, each
 /// as a number with its sign blank (" 192 168 1 5").
-QString Server_Adresse(int ofen)
+QString serverAddress(int ofen)
 {
-    return Zahl_Text(plant.Ofen_IP(ofen, 0)) + Zahl_Text(plant.Ofen_IP(ofen, 1)) +
-           Zahl_Text(plant.Ofen_IP(ofen, 2)) + Zahl_Text(plant.Server_IP4[ofen]);
+    return signedText(plant.Ofen_IP(ofen, 0)) + signedText(plant.Ofen_IP(ofen, 1)) +
+           signedText(plant.Ofen_IP(ofen, 2)) + signedText(plant.Server_IP4[ofen]);
 }
 
 /// Every active furnace behind a server must name the same server as this
 /// one. On the first that doesn't, the operator is told (at most every
 /// tenth time) and false comes back: channel 8 is then left as it is.
-bool Server_Gleich(int ofen)
+bool sameServer(int ofen)
 {
-    const QString eigene = Server_Adresse(ofen);
+    const QString eigene = serverAddress(ofen);
     for (int i = 0; i < OFEN_MAX; ++i) {
         if (plant.Ofen_Aktiv[i] == 0 || plant.Server_IP4[i] == 0)
             continue;
-        const QString andere = Server_Adresse(i);
+        const QString andere = serverAddress(i);
         if (andere == eigene) {
             plant.Server_Meldung[i] = 0;
             continue;
@@ -82,9 +82,9 @@ bool Server_Gleich(int ofen)
         if (plant.Server_Meldung[i] > 0) {
             --plant.Server_Meldung[i];
         } else {
-            dialogs().message(QStringLiteral("Proface Server, Kanal") + Zahl_Text(i + 1) + QLatin1Char('\n') +
+            dialogs().message(QStringLiteral("Proface Server, Kanal") + signedText(i + 1) + QLatin1Char('\n') +
                               QStringLiteral("IP") + andere + QLatin1Char('\n') + QLatin1Char('\n') +
-                              QStringLiteral("wrong IP-adress, Kanal") + Zahl_Text(ofen + 1) +
+                              QStringLiteral("wrong IP-adress, Kanal") + signedText(ofen + 1) +
                               QLatin1Char('\n') + QStringLiteral("IP") + eigene);
             plant.Server_Meldung[i] = SERVER_MELDUNG_PAUSE;
         }
@@ -97,9 +97,9 @@ bool Server_Gleich(int ofen)
 /// server's address; channel 8 is set up again when the server changed.
 void Block2(int ofen)
 {
-    plant.Block2_Neu[ofen] = flag(wort(ofen, word::NAME) != 0 && wort(ofen, word::SERIAL) != 0);
-    const i16 w215 = wort(ofen, word::SERVER);
-    plant.Server_Offset[ofen] = Server_Basis(ofen, w215);
+    plant.Block2_Neu[ofen] = flag(plcWord(ofen, word::NAME) != 0 && plcWord(ofen, word::SERIAL) != 0);
+    const i16 w215 = plcWord(ofen, word::SERVER);
+    plant.Server_Offset[ofen] = serverBase(ofen, w215);
     if (plant.Server_Offset[ofen] == 0)
         return;
     if (w215 != 0) {
@@ -109,7 +109,7 @@ void Block2(int ofen)
             plant.Server_IP4[ofen] = ip4;
         }
     }
-    if (!Server_Gleich(ofen))
+    if (!sameServer(ofen))
         return;
     if (plant.Server_Akt_IP4 == plant.Server_IP4[ofen] && plant.Server_Neu[ofen] != -1)
         return;
@@ -121,47 +121,47 @@ void Block2(int ofen)
 void Block3(int ofen)
 {
     plant.Block3_Neu[ofen] = -1;
-    const i16 seite = wort(ofen, plant.Prog_Page[ofen]);
+    const i16 seite = plcWord(ofen, plant.Prog_Page[ofen]);
     plant.Prog_Page_Fehlt[ofen] = flag(!(seite > 0 && seite <= 1000));
 }
 
 /// Queues the word at `Adr_Trigger` as 0: tells the PLC its record was taken
 /// (or refused) so that it can offer the next one.
-void Trigger_Quittieren(int ofen)
+void acknowledgeTrigger(int ofen)
 {
     const int adr = plant.Adr_Trigger[ofen];
-    wort(ofen, adr) = 0;
+    plcWord(ofen, adr) = 0;
     plant.Write_Adr[ofen] = static_cast<i16>(adr);
     plant.Write_Len[ofen] = 1;
 }
 
 /// The log trigger: a record is offered when the word at `Adr_Trigger` isn't
 /// 0; its stamp follows. A record whose stamp is no date is refused at once.
-void Log_Trigger(int ofen)
+void decodeTrigger(int ofen)
 {
     const int adr = plant.Adr_Trigger[ofen];
-    plant.Trigger_Wert[ofen] = wort(ofen, adr);
+    plant.Trigger_Wert[ofen] = plcWord(ofen, adr);
     if (plant.Trigger_Wert[ofen] == 0)
         return;
-    plant.Datum_Log[ofen] = SPS_Datum(wort(ofen, adr + 1), wort(ofen, adr + 2));
+    plant.Datum_Log[ofen] = SPS_Datum(plcWord(ofen, adr + 1), plcWord(ofen, adr + 2));
     if (plant.SPS_Datum_OK == -1)
         plant.Log_Neu[ofen] = -1;
     else if (plant.Write_Len[ofen] <= 0)
-        Trigger_Quittieren(ofen);
+        acknowledgeTrigger(ofen);
 }
 
 /// The message configuration page at 690..699, valid when word 699 carries
 /// 0xAB in its high byte.
-void Meld_Config_Lesen(int ofen)
+void readMessageConfig(int ofen)
 {
-    if (highByte(wort(ofen, word::MESSAGE_CODE)) != MELD_CONFIG_GUELTIG) {
+    if (highByte(plcWord(ofen, word::MESSAGE_CODE)) != MELD_CONFIG_GUELTIG) {
         plant.Meld_Config_Da[ofen] = 0;
         return;
     }
     plant.Meld_Config_Da[ofen] = -1;
     bool anders = false;
     for (int k = 0; k < 10; ++k) {
-        const i16 w = wort(ofen, word::MESSAGE_STOP + k);
+        const i16 w = plcWord(ofen, word::MESSAGE_STOP + k);
         if (plant.Meld_Config(ofen, k) != w)
             anders = true;
         plant.Meld_Config(ofen, k) = w;
@@ -175,12 +175,12 @@ void Meld_Config_Lesen(int ofen)
 
 /// The log block of a stamp more than half an hour old means the PLC holds a
 /// backlog: the poll sequence then reads the trigger block more often.
-void Rueckstand_Pruefen(int ofen)
+void checkBacklog(int ofen)
 {
-    const QDateTime stempel = Datum_Wert(plant.Datum_Log[ofen]);
+    const QDateTime stempel = dateValue(plant.Datum_Log[ofen]);
     if (!stempel.isValid())
         return;
-    if (DateDiff(QStringLiteral("n"), Jetzt(), stempel) < -RUECKSTAND_MINUTEN && plant.Poll_Rounds[ofen] > 1) {
+    if (DateDiff(QStringLiteral("n"), now(), stempel) < -RUECKSTAND_MINUTEN && plant.Poll_Rounds[ofen] > 1) {
         plant.Poll_Skip[ofen] = RUECKSTAND_RUNDEN;
         plant.Poll_Rounds[ofen] = 0;
     }
@@ -188,7 +188,7 @@ void Rueckstand_Pruefen(int ofen)
 
 } // namespace
 
-int16_t Server_Basis(int ofen, int16_t wort215)
+int16_t serverBase(int ofen, int16_t wort215)
 {
     switch (highByte(wort215)) {
     case 0x48: return 3000;
@@ -221,9 +221,9 @@ void Block_Decode(int ofen, int start, int count)
         else if (adr == word::BLOCK3_END)
             Block3(ofen);
         else if (adr == plant.Adr_Trigger[ofen] + 2)
-            Log_Trigger(ofen);
+            decodeTrigger(ofen);
         else if (adr == word::BLOCK6_END)
-            Meld_Config_Lesen(ofen);
+            readMessageConfig(ofen);
     }
 
     if (plant.Block3_Neu[ofen] != 0) {
@@ -232,12 +232,12 @@ void Block_Decode(int ofen, int start, int count)
             callHook(hooks.Load_Text, ofen + 1);
     }
     if (plant.Log_Neu[ofen] != 0) {
-        Rueckstand_Pruefen(ofen);
+        checkBacklog(ofen);
         // Without a recorder the block stays raised in the PLC: it is never
         // acknowledged unless something has taken it.
         if (plant.Ofen_Charge[ofen] == -1 && plant.Write_Len[ofen] <= 0 && hooks.Charge_Schreiben) {
             hooks.Charge_Schreiben(ofen + 1);
-            Trigger_Quittieren(ofen);
+            acknowledgeTrigger(ofen);
         }
         plant.Log_Neu[ofen] = 0;
     }

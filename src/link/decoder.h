@@ -12,7 +12,7 @@ namespace kal {
 /// `Server_Offset` of a furnace index from word 215: the high byte chooses the
 /// server window (0x48 and 0x50 -> 3000, 0x49 -> 3000 + 1000 * furnace index,
 /// 0x51..0x56 -> 4000..9000), anything else 0 (no server).
-int16_t Server_Basis(int ofen, int16_t wort215);
+int16_t serverBase(int ofen, int16_t wort215);
 
 /// `Block_Decode(furnace, start, count)`: goes through the addresses start ..
 /// start + count - 1 of the words just stored and does what each address

@@ -16,24 +16,24 @@ constexpr int SEGMENTE = 20;
 constexpr int BASIS_MIT_UHR = 500;    ///< only these panels take clock steps
 constexpr int BASIS_OHNE_VERSION = 50;
 
-i16 wort(int ofen, int adr)
+i16 plcWord(int ofen, int adr)
 {
     return plant.SPS_Wort(ofen, adr);
 }
 
 /// Minutes of a number of hours, the minutes rounded.
-int Minuten(double stunden)
+int minutesOf(double stunden)
 {
     int minuten = 0;
-    Dauer_Text(stunden, minuten);
+    durationText(stunden, minuten);
     return minuten;
 }
 
 /// Steps the PLC clock towards the station's: one unit per pass, the largest
 /// that differs, with the smaller command when the PLC is ahead.
-void Uhr_Stellen(int ofen, const QDateTime &stempel)
+void stepPlcClock(int ofen, const QDateTime &stempel)
 {
-    const QDateTime jetzt = Jetzt();
+    const QDateTime jetzt = now();
     const int64_t minuten = DateDiff(QStringLiteral("n"), jetzt, stempel);
     const int64_t stunden = DateDiff(QStringLiteral("h"), jetzt, stempel);
     const int64_t tage = DateDiff(QStringLiteral("d"), jetzt, stempel);
@@ -44,7 +44,7 @@ void Uhr_Stellen(int ofen, const QDateTime &stempel)
         plant.Uhr_Korrektur[ofen] = -1;
     if (minuten == 0)
         plant.Uhr_Korrektur[ofen] = 0;
-    if (wort(ofen, word::CLOCK_STEP) > 0 || plant.Uhr_Korrektur[ofen] != -1)
+    if (plcWord(ofen, word::CLOCK_STEP) > 0 || plant.Uhr_Korrektur[ofen] != -1)
         return;
 
     auto schritt = [](int64_t d, int vor, int nach) { return d > 0 ? vor : nach; };
@@ -69,29 +69,29 @@ void Uhr_Stellen(int ofen, const QDateTime &stempel)
 
 /// Minutes the segments after the running one still take, up to the first
 /// segment whose command is no program command (1..5).
-int Rest_Segmente(int ofen)
+int remainingSegmentMinutes(int ofen)
 {
     int summe = 0;
-    for (int n = wort(ofen, word::SEGMENT) + 1; n <= SEGMENTE; ++n) {
-        const int art = wort(ofen, word::SEGMENT_COMMANDS - 1 + n) & 0xF;
+    for (int n = plcWord(ofen, word::SEGMENT) + 1; n <= SEGMENTE; ++n) {
+        const int art = plcWord(ofen, word::SEGMENT_COMMANDS - 1 + n) & 0xF;
         if (art < 1 || art > 5)
             break;
         const double spanne =
-            std::abs(wort(ofen, word::SEGMENT_TARGETS + n) - wort(ofen, word::SEGMENT_TARGETS - 1 + n)) * 10.0;
-        const int t = wort(ofen, word::SEGMENT_TIMES - 1 + n);
+            std::abs(plcWord(ofen, word::SEGMENT_TARGETS + n) - plcWord(ofen, word::SEGMENT_TARGETS - 1 + n)) * 10.0;
+        const int t = plcWord(ofen, word::SEGMENT_TIMES - 1 + n);
         switch (art) {
         case 1: // ramp at t (0.1 K/h)
             if (t > 0)
-                summe += Minuten(spanne / t);
+                summe += minutesOf(spanne / t);
             break;
         case 2: // hold time in 0.1 h
             summe += t * 6;
             break;
         case 3: // fixed ramp of 100 K/h
-            summe += Minuten(spanne / 1000.0);
+            summe += minutesOf(spanne / 1000.0);
             break;
         case 4: // fixed ramp of 500 K/h
-            summe += Minuten(spanne / 5000.0);
+            summe += minutesOf(spanne / 5000.0);
             break;
         default: // kind 5 takes no time
             break;
@@ -101,26 +101,26 @@ int Rest_Segmente(int ofen)
 }
 
 /// Text of words in address order, two characters a word, low byte first.
-QByteArray Wort_Bytes(int ofen, int adr, int worte)
+QByteArray wordBytes(int ofen, int adr, int worte)
 {
     QByteArray b;
     for (int i = 0; i < worte; ++i)
-        b += MKI(wort(ofen, adr + i));
+        b += MKI(plcWord(ofen, adr + i));
     return b;
 }
 
-void Text_Bilder(int ofen)
+void readTextImages(int ofen)
 {
-    plant.PLC_Name[ofen] = Worte_Text(ofen, word::NAME, 8);
-    plant.PLC_Serie[ofen] = Worte_Text(ofen, word::SERIAL, 6);
-    plant.PLC_Version[ofen] = Worte_Text(ofen, word::VERSION, 1);
+    plant.PLC_Name[ofen] = wordsText(ofen, word::NAME, 8);
+    plant.PLC_Serie[ofen] = wordsText(ofen, word::SERIAL, 6);
+    plant.PLC_Version[ofen] = wordsText(ofen, word::VERSION, 1);
     plant.PLC_Bezeichnung[ofen] =
-        Text_Sauber(Latin1Text(Wort_Bytes(ofen, word::DESCRIPTION_1, 8) + Wort_Bytes(ofen, word::DESCRIPTION_2, 7)));
+        Text_Sauber(Latin1Text(wordBytes(ofen, word::DESCRIPTION_1, 8) + wordBytes(ofen, word::DESCRIPTION_2, 7)));
 }
 
-void Element_Daten(int ofen)
+void readElementData(int ofen)
 {
-    const int w = wort(ofen, word::ELEMENT_CODE);
+    const int w = plcWord(ofen, word::ELEMENT_CODE);
     if (w < 1) {
         plant.Element_Anz[ofen] = 0;
         plant.Element_Spuren[ofen] = 0;
@@ -135,15 +135,15 @@ void Element_Daten(int ofen)
     }
     plant.Element_Anz[ofen] = static_cast<i16>(anzahl);
     plant.Element_Spuren[ofen] = static_cast<i16>(std::min(rest, 18));
-    plant.Element_Rest[ofen] = wort(ofen, word::ELEMENT_REST);
+    plant.Element_Rest[ofen] = plcWord(ofen, word::ELEMENT_REST);
 }
 
 /// Which comparison of the identity failed, 0 none; a later failure
 /// overwrites an earlier one, the identity block ends at its first.
-int Kennung_Vergleich(int ofen)
+int identityMismatch(int ofen)
 {
     int fehler = 0;
-    if (plant.Ofen_Typ[ofen + 1] != wort(ofen, word::TYPE))
+    if (plant.Ofen_Typ[ofen + 1] != plcWord(ofen, word::TYPE))
         fehler = 1;
     if (plant.Ofen_Name[ofen] != plant.PLC_Name[ofen])
         fehler = 2;
@@ -152,19 +152,19 @@ int Kennung_Vergleich(int ofen)
     if (plant.Ofen_Basis[ofen] != BASIS_OHNE_VERSION) {
         if (plant.Ofen_Version[ofen] != plant.PLC_Version[ofen])
             fehler = 4;
-        if (wort(ofen, word::IDENTITY_216) != plant.Ofen_Wert216[ofen])
+        if (plcWord(ofen, word::IDENTITY_216) != plant.Ofen_Wert216[ofen])
             fehler = 5;
-        if (wort(ofen, word::IDENTITY_216 + 1) != plant.Ofen_Wert217[ofen])
+        if (plcWord(ofen, word::IDENTITY_216 + 1) != plant.Ofen_Wert217[ofen])
             fehler = 6;
-        if (wort(ofen, word::IDENTITY_216 + 2) != plant.Ofen_Wert218[ofen])
+        if (plcWord(ofen, word::IDENTITY_216 + 2) != plant.Ofen_Wert218[ofen])
             fehler = 7;
     }
     const int basis = plant.Ofen_Basis[ofen];
     if (basis >= 1) {
         // A word of 0 has not come from the PLC yet and counts as equal.
         for (int paar = 0; paar <= 10; ++paar) {
-            const i16 a = wort(ofen, basis + 2 * paar);
-            const i16 b = wort(ofen, basis + 2 * paar + 1);
+            const i16 a = plcWord(ofen, basis + 2 * paar);
+            const i16 b = plcWord(ofen, basis + 2 * paar + 1);
             if ((a != plant.Ofen_Kennung_A(ofen + 1, paar) && a != 0) ||
                 (b != plant.Ofen_Kennung_B(ofen + 1, paar) && b != 0)) {
                 fehler = 8;
@@ -177,7 +177,7 @@ int Kennung_Vergleich(int ofen)
 
 } // namespace
 
-QString Dauer_Text(double stunden, int &minuten)
+QString durationText(double stunden, int &minuten)
 {
     const double h = std::floor(stunden);
     const int m = static_cast<int>(std::floor((stunden - h) * 60.0 + 0.5));
@@ -186,7 +186,7 @@ QString Dauer_Text(double stunden, int &minuten)
            QStringLiteral("%1").arg(m, 2, 10, QLatin1Char('0')) + QLatin1Char('h');
 }
 
-void Programm_Zeiten(int ofen, int &schritt)
+void programTimes(int ofen, int &schritt)
 {
     if (plant.Prog_Neu[ofen] == 0)
         return;
@@ -196,27 +196,27 @@ void Programm_Zeiten(int ofen, int &schritt)
     plant.Prog_Neu[ofen] = 0;
     QString text = plant.Datum_Block0[ofen];
     text = text.left(text.size() - 2) + QStringLiteral("00");
-    const QDateTime stempel = Datum_Wert(text);
+    const QDateTime stempel = dateValue(text);
     plant.Prog_Start_Text[ofen] = Datum_Text(stempel, QStringLiteral("TTMMJJHHMM"));
 
     schritt = 180;
     if (plant.Ofen_Basis[ofen] == BASIS_MIT_UHR && plant.Write_Len[ofen] < 1)
-        Uhr_Stellen(ofen, stempel);
+        stepPlcClock(ofen, stempel);
 
     schritt = 190;
     int rest = 0;
-    plant.Prog_Dauer_Text[ofen] = Dauer_Text(wort(ofen, word::REMAINING) / 100.0, rest);
+    plant.Prog_Dauer_Text[ofen] = durationText(plcWord(ofen, word::REMAINING) / 100.0, rest);
     plant.Rest_Min[ofen] = rest;
 
     schritt = 200;
-    if (wort(ofen, word::SEGMENT) >= 1) {
-        plant.Rest_Min[ofen] += Rest_Segmente(ofen);
+    if (plcWord(ofen, word::SEGMENT) >= 1) {
+        plant.Rest_Min[ofen] += remainingSegmentMinutes(ofen);
         plant.Prog_Ende_Text[ofen] =
             Datum_Text(DateAdd(QStringLiteral("n"), plant.Rest_Min[ofen], stempel), QStringLiteral("TTMMJJHHMM"));
     }
 }
 
-void Kennung_Pruefen(int ofen, int &schritt)
+void checkIdentity(int ofen, int &schritt)
 {
     if (plant.Block0_Neu[ofen] != 0 && plant.Block1_Neu[ofen] != 0 && plant.Block2_Neu[ofen] != 0) {
         schritt = 230;
@@ -225,11 +225,11 @@ void Kennung_Pruefen(int ofen, int &schritt)
         plant.Block2_Neu[ofen] = 0;
         plant.Kennung_Fehler[ofen] = 0;
         schritt = 240;
-        Element_Daten(ofen);
+        readElementData(ofen);
         schritt = 250;
-        Text_Bilder(ofen);
+        readTextImages(ofen);
         schritt = 260;
-        plant.Kennung_Fehler[ofen] = static_cast<i16>(Kennung_Vergleich(ofen));
+        plant.Kennung_Fehler[ofen] = static_cast<i16>(identityMismatch(ofen));
         schritt = 270;
         if (plant.Kennung_Fehler[ofen] == 0)
             plant.Kennung_Zaehler[ofen] = 0;
@@ -255,14 +255,14 @@ void Kennung_Pruefen(int ofen, int &schritt)
     }
 }
 
-void Ofen_Ableiten(int ofen, int &schritt)
+void deriveFurnace(int ofen, int &schritt)
 {
     if (plant.Ofen_Online[ofen] == 0) {
         plant.Prog_Start_Text[ofen].clear();
         return;
     }
-    Programm_Zeiten(ofen, schritt);
-    Kennung_Pruefen(ofen, schritt);
+    programTimes(ofen, schritt);
+    checkIdentity(ofen, schritt);
 }
 
 } // namespace kal

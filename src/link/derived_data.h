@@ -11,22 +11,22 @@ namespace kal {
 /// `Prog_Dauer_Text` of a number of hours: hours right-aligned in three
 /// columns, ":", minutes in two digits, "h" (" 12:05h"). `minuten` is set to
 /// the whole time in minutes (hours * 60 + rounded minutes).
-QString Dauer_Text(double stunden, int &minuten);
+QString durationText(double stunden, int &minuten);
 
 /// Program times, clock correction, remaining time and forecast end of one
 /// furnace, from the stamp of its last block 0; runs when block 0 brought a
 /// valid stamp (`Prog_Neu`). `schritt` is set to the step under way.
-void Programm_Zeiten(int ofen, int &schritt);
+void programTimes(int ofen, int &schritt);
 
 /// The identity check of one furnace, once blocks 0, 1 and 2 were all seen:
 /// element data, the text images `PLC_Name` .. `PLC_Bezeichnung`,
 /// `Kennung_Fehler` 1..8 and `Kennung_Zaehler`. A failure seen twice in a row
 /// starts the text load (furnace with a layout block) or asks for the
 /// configuration to be written with the PLC's identity (`Config_Save`).
-void Kennung_Pruefen(int ofen, int &schritt);
+void checkIdentity(int ofen, int &schritt);
 
 /// The whole second half of the tick for one furnace index: an offline furnace
 /// only has its `Prog_Start_Text` cleared.
-void Ofen_Ableiten(int ofen, int &schritt);
+void deriveFurnace(int ofen, int &schritt);
 
 } // namespace kal

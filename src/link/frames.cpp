@@ -18,7 +18,7 @@ constexpr int ERR_INTERNAL = 51;
 
 /// A one-byte field of a frame. A value outside 0..255 cannot be made into a
 /// byte; the frame is not built.
-char byteFeld(int v)
+char byteField(int v)
 {
     if (v < 0 || v > 255)
         throw RunError(ERR_INVALID_CALL, "byte field out of range: " + std::to_string(v));
@@ -26,7 +26,7 @@ char byteFeld(int v)
 }
 
 /// 16-bit sum of an address and an offset; a sum outside i16 is an overflow.
-i16 summe16(int a, int b)
+i16 sum16(int a, int b)
 {
     const int s = a + b;
     if (s < -32768 || s > 32767)
@@ -35,7 +35,7 @@ i16 summe16(int a, int b)
 }
 
 /// Memory link header: "B", 00, 00 00, 00 00, then the count of bytes behind it.
-QByteArray mlKopf(int bytesDahinter)
+QByteArray memoryLinkHeader(int bytesDahinter)
 {
     QByteArray f;
     f.append('B');
@@ -45,10 +45,10 @@ QByteArray mlKopf(int bytesDahinter)
 }
 
 /// Modbus/TCP header: transaction 0, protocol 0, one length byte, unit, function.
-QByteArray modbusKopf(int laenge, int funktion)
+QByteArray modbusHeader(int laenge, int funktion)
 {
     QByteArray f(5, '\0');
-    f.append(byteFeld(laenge));
+    f.append(byteField(laenge));
     f.append(static_cast<char>(MODBUS_UNIT));
     f.append(static_cast<char>(funktion));
     return f;
@@ -57,7 +57,7 @@ QByteArray modbusKopf(int laenge, int funktion)
 /// Runs a routine that ignores its errors and goes on: what it stored before
 /// the failing step stays, nothing after it happens. Gives the error number.
 template <typename F>
-int fehlerIgnorieren(F &&schritte)
+int ignoringErrors(F &&schritte)
 {
     try {
         schritte();
@@ -73,9 +73,9 @@ int fehlerIgnorieren(F &&schritte)
 
 // ---- frame builders ---------------------------------------------------------
 
-QByteArray Rahmen_Lesen_UDP(i16 adresse, i16 anzahl)
+QByteArray readFrameUdp(i16 adresse, i16 anzahl)
 {
-    QByteArray f = mlKopf(6);
+    QByteArray f = memoryLinkHeader(6);
     f.append(ESC);
     f.append('R');
     f.append(MKI_BE(adresse));
@@ -83,10 +83,10 @@ QByteArray Rahmen_Lesen_UDP(i16 adresse, i16 anzahl)
     return f;
 }
 
-QByteArray Rahmen_Schreiben_UDP(i16 adresse, const QList<i16> &worte)
+QByteArray writeFrameUdp(i16 adresse, const QList<i16> &worte)
 {
     const int n = static_cast<int>(worte.size());
-    QByteArray f = mlKopf(2 * n + 6);
+    QByteArray f = memoryLinkHeader(2 * n + 6);
     f.append(ESC);
     f.append('W');
     f.append(MKI_BE(adresse));
@@ -96,35 +96,35 @@ QByteArray Rahmen_Schreiben_UDP(i16 adresse, const QList<i16> &worte)
     return f;
 }
 
-QByteArray Rahmen_Lesen_IP(i16 adresse, i16 anzahl)
+QByteArray readFrameIp(i16 adresse, i16 anzahl)
 {
-    QByteArray f = modbusKopf(6, 3);
+    QByteArray f = modbusHeader(6, 3);
     f.append(MKI_BE(adresse));
     f.append(MKI_BE(anzahl));
     return f;
 }
 
-QByteArray Rahmen_Schreiben_IP(i16 adresse, const QList<i16> &worte)
+QByteArray writeFrameIp(i16 adresse, const QList<i16> &worte)
 {
     const int n = static_cast<int>(worte.size());
-    QByteArray f = modbusKopf(2 * n + 7, 16);
+    QByteArray f = modbusHeader(2 * n + 7, 16);
     f.append(MKI_BE(adresse));
     f.append('\0');
-    f.append(byteFeld(n));
-    f.append(byteFeld(2 * n));
+    f.append(byteField(n));
+    f.append(byteField(2 * n));
     for (i16 w : worte)
         f.append(MKI_BE(w));
     return f;
 }
 
-QByteArray Rahmen_Befehl_IP(i16 adresse, i16 wert)
+QByteArray commandFrameIp(i16 adresse, i16 wert)
 {
     // The value bytes are made by division and masking, not by two's
     // complement: commands are never negative, so the high byte of a value
     // below -255 is simply not representable and the command is not built.
-    const char hoch = byteFeld(wert / 256);
-    const char tief = byteFeld(wert & 255);
-    QByteArray f = modbusKopf(9, 16);
+    const char hoch = byteField(wert / 256);
+    const char tief = byteField(wert & 255);
+    QByteArray f = modbusHeader(9, 16);
     f.append(MKI_BE(adresse));
     f.append('\0');
     f.append('\x01');
@@ -134,7 +134,7 @@ QByteArray Rahmen_Befehl_IP(i16 adresse, i16 wert)
     return f;
 }
 
-QList<i16> Worte_Holen(int ofen, int adresse, int n)
+QList<i16> fetchWords(int ofen, int adresse, int n)
 {
     QList<i16> worte;
     for (int i = 0; i < n; ++i)
@@ -178,10 +178,10 @@ void FETCH_Ofen(i16 ofen, i16 &adresse, i16 anzahl)
 
 int FETCH_UDP(i16 ofen, i16 &adresse, i16 anzahl)
 {
-    return fehlerIgnorieren([&] {
+    return ignoringErrors([&] {
         const i16 offset = plant.Server_Offset[ofen];
-        adresse = summe16(adresse, offset);
-        const QByteArray rahmen = Rahmen_Lesen_UDP(adresse, anzahl);
+        adresse = sum16(adresse, offset);
+        const QByteArray rahmen = readFrameUdp(adresse, anzahl);
         if (offset == 0) {
             if (plant.Ofen_UDP[ofen] != TRUE16)
                 return;
@@ -198,7 +198,7 @@ int FETCH_UDP(i16 ofen, i16 &adresse, i16 anzahl)
 
 int FETCH_IP(i16 kanal, i16 adresse, i16 anzahl)
 {
-    return fehlerIgnorieren([&] {
+    return ignoringErrors([&] {
         // Noted before the state test: a read on a closed channel counts as
         // open until the main cycle's retry limit gives it up.
         plant.IP_Adr[kanal] = adresse;
@@ -206,7 +206,7 @@ int FETCH_IP(i16 kanal, i16 adresse, i16 anzahl)
         Socket &s = Winsock1[kanal];
         if (s.State() != SCK_CONNECTED)
             return;
-        const QByteArray rahmen = Rahmen_Lesen_IP(adresse, anzahl);
+        const QByteArray rahmen = readFrameIp(adresse, anzahl);
         plant.Lese_Antwort = TRUE16;
         plant.Schreib_Antwort = FALSE16;
         s.SendData(rahmen);
@@ -215,7 +215,7 @@ int FETCH_IP(i16 kanal, i16 adresse, i16 anzahl)
 
 int SEND_UDP(i16 ofen, i16 adresse, i16 n)
 {
-    return fehlerIgnorieren([&] {
+    return ignoringErrors([&] {
         // An index above 7 has no window of its own and goes the server way.
         const bool server = ofen > 7;
         const i16 offset = server ? 0 : plant.Server_Offset[ofen];
@@ -224,19 +224,19 @@ int SEND_UDP(i16 ofen, i16 adresse, i16 n)
                 return;
             // The frame is built before anything is noted: a word past the
             // image stops the write here.
-            const QList<i16> worte = Worte_Holen(ofen, adresse, n);
-            const QByteArray rahmen = Rahmen_Schreiben_UDP(adresse, worte);
+            const QList<i16> worte = fetchWords(ofen, adresse, n);
+            const QByteArray rahmen = writeFrameUdp(adresse, worte);
             plant.UDP_Read_Adr[ofen] = -1;
             plant.UDP_Write_Adr[ofen] = adresse;
             Winsock1[ofen].SendData(rahmen);
-            Journal_Schreiben(ofen, adresse, worte, QString(), true);
+            writeJournal(ofen, adresse, worte, QString(), true);
         } else if (server || offset > 0) {
-            const QList<i16> worte = Worte_Holen(ofen, adresse, n);
-            const QByteArray rahmen = Rahmen_Schreiben_UDP(summe16(offset, adresse), worte);
+            const QList<i16> worte = fetchWords(ofen, adresse, n);
+            const QByteArray rahmen = writeFrameUdp(sum16(offset, adresse), worte);
             plant.UDP_Read_Adr[SERVER_KANAL] = -1;
             plant.UDP_Write_Adr[SERVER_KANAL] = adresse; // without the offset
             Winsock1[SERVER_KANAL].SendData(rahmen);
-            Journal_Schreiben(ofen, adresse, worte, QString(), true);
+            writeJournal(ofen, adresse, worte, QString(), true);
         }
     });
 }
@@ -249,17 +249,17 @@ void SEND_IP(i16 kanal, i16 adresse, i16 n)
     Socket &s = Winsock1[kanal];
     if (s.State() != SCK_CONNECTED)
         return;
-    const QList<i16> worte = Worte_Holen(kanal, adresse, n);
-    const QByteArray rahmen = Rahmen_Schreiben_IP(adresse, worte);
+    const QList<i16> worte = fetchWords(kanal, adresse, n);
+    const QByteArray rahmen = writeFrameIp(adresse, worte);
     plant.Lese_Antwort = FALSE16;
     plant.Schreib_Antwort = TRUE16;
     s.SendData(rahmen);
-    Journal_Schreiben(kanal, adresse, worte, QString(), true);
+    writeJournal(kanal, adresse, worte, QString(), true);
 }
 
 int SEND_BEF(u8 ofenNr, i16 adresse, i16 wert, const QString &anlass)
 {
-    return fehlerIgnorieren([&] {
+    return ignoringErrors([&] {
         const int ofen = ofenNr - 1;
         // Words 300..399 of a furnace behind the panel server live in the panel.
         const bool Ueber_Server =
@@ -270,8 +270,8 @@ int SEND_BEF(u8 ofenNr, i16 adresse, i16 wert, const QString &anlass)
             Socket &s = Winsock1[ofen];
             if (s.State() != SCK_CONNECTED)
                 return;
-            s.SendData(Rahmen_Befehl_IP(adresse, wert));
-            Journal_Schreiben(ofen, adresse, {wert}, anlass, false);
+            s.SendData(commandFrameIp(adresse, wert));
+            writeJournal(ofen, adresse, {wert}, anlass, false);
             plant.Lese_Antwort = FALSE16;
             plant.Schreib_Antwort = TRUE16;
             // Serve this furnace again on the next tick, from the start of its
@@ -280,19 +280,19 @@ int SEND_BEF(u8 ofenNr, i16 adresse, i16 wert, const QString &anlass)
             plant.Next_Ofen = static_cast<i16>(ofen);
         } else if (!udp) {
             const QByteArray rahmen =
-                Rahmen_Schreiben_UDP(summe16(plant.Server_Offset[ofen], adresse), {wert});
+                writeFrameUdp(sum16(plant.Server_Offset[ofen], adresse), {wert});
             plant.UDP_Read_Adr[SERVER_KANAL] = -1;
             plant.UDP_Write_Adr[SERVER_KANAL] = adresse;
             Winsock1[SERVER_KANAL].SendData(rahmen);
-            Journal_Schreiben(ofen, adresse, {wert}, anlass, false);
+            writeJournal(ofen, adresse, {wert}, anlass, false);
         } else {
             // A UDP furnace takes the command on its own channel, without the
             // server offset.
-            const QByteArray rahmen = Rahmen_Schreiben_UDP(adresse, {wert});
+            const QByteArray rahmen = writeFrameUdp(adresse, {wert});
             plant.UDP_Read_Adr[ofen] = -1;
             plant.UDP_Write_Adr[ofen] = adresse;
             Winsock1[ofen].SendData(rahmen);
-            Journal_Schreiben(ofen, adresse, {wert}, anlass, false);
+            writeJournal(ofen, adresse, {wert}, anlass, false);
         }
     });
 }

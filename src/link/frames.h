@@ -35,24 +35,24 @@ constexpr int ERR_INVALID_CALL = 5;
 // ---- frame builders ---------------------------------------------------------
 
 /// Memory link read request, 14 bytes: 42 00 00 00 00 00 00 06 1B 52 AH AL NH NL.
-QByteArray Rahmen_Lesen_UDP(i16 adresse, i16 anzahl);
+QByteArray readFrameUdp(i16 adresse, i16 anzahl);
 /// Memory link write request, 14 + 2n bytes: header with 2n+6, 1B 57, address,
 /// n, then each word high byte first.
-QByteArray Rahmen_Schreiben_UDP(i16 adresse, const QList<i16> &worte);
+QByteArray writeFrameUdp(i16 adresse, const QList<i16> &worte);
 /// Modbus read holding registers, 12 bytes: 00 00 00 00 00 06 01 03 AH AL NH NL.
-QByteArray Rahmen_Lesen_IP(i16 adresse, i16 anzahl);
+QByteArray readFrameIp(i16 adresse, i16 anzahl);
 /// Modbus write multiple registers, 13 + 2n bytes: 00 00 00 00 00 (2n+7) 01 10
 /// AH AL 00 n (2n) data. Raises ERR_INVALID_CALL when 2n+7 does not fit a byte.
-QByteArray Rahmen_Schreiben_IP(i16 adresse, const QList<i16> &worte);
+QByteArray writeFrameIp(i16 adresse, const QList<i16> &worte);
 /// Modbus single command: 00 00 00 00 00 09 01 10 AH AL 00 01 02 VH VL. The
 /// high byte of the value is value / 256 truncated toward zero and the low byte
 /// value AND 255: -255..-1 go out with high byte 0, below -255 the high byte
 /// cannot be made and ERR_INVALID_CALL is raised.
-QByteArray Rahmen_Befehl_IP(i16 adresse, i16 wert);
+QByteArray commandFrameIp(i16 adresse, i16 wert);
 
 /// n words of furnace `ofen` from SPS_Wort, starting at `adresse`. A word past
 /// 1140 (or a furnace outside 0..7) raises the bounds error.
-QList<i16> Worte_Holen(int ofen, int adresse, int n);
+QList<i16> fetchWords(int ofen, int adresse, int n);
 
 // ---- frame routines -------------------------------------------------------------
 

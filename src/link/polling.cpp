@@ -30,9 +30,9 @@ constexpr int STRIP_LAENGE = 12;
 /// short enough that the two-second limit is kept closely.
 constexpr int NACHGEBEN_MS = 10;
 
-Zyklus_Uhr standardUhr()
+CycleClock realClock()
 {
-    Zyklus_Uhr u;
+    CycleClock u;
     u.Sekunden = [] { return QTime::currentTime().msecsSinceStartOfDay() / 1000.0; };
     u.Nachgeben = [] {
         if (!QCoreApplication::instance())
@@ -45,21 +45,21 @@ Zyklus_Uhr standardUhr()
     return u;
 }
 
-Zyklus_Uhr &uhr()
+CycleClock &clockInUse()
 {
-    static Zyklus_Uhr u = standardUhr();
+    static CycleClock u = realClock();
     return u;
 }
 
-StateReset reset{[] { uhr() = standardUhr(); }};
+StateReset reset{[] { clockInUse() = realClock(); }};
 
-int Zustand(int kanal)
+int channelState(int kanal)
 {
     return Winsock1[kanal].State();
 }
 
 /// The block of the log trigger word, as a poll phase.
-u8 Trigger_Phase(int ofen)
+u8 triggerPhase(int ofen)
 {
     const int adr = plant.Adr_Trigger[ofen];
     if (adr == 150)
@@ -72,7 +72,7 @@ u8 Trigger_Phase(int ofen)
 /// Last phase of a furnace's poll sequence: UDP furnaces and plain TCP ones
 /// read up to block 400; TCP furnaces with a layout block add the rare blocks
 /// 500/900/1000, except those with base 50, which stop at block 300.
-i16 Poll_Grenze(int ofen)
+i16 lastPhase(int ofen)
 {
     if (plant.Ofen_UDP[ofen] == -1)
         return 5;
@@ -81,7 +81,7 @@ i16 Poll_Grenze(int ofen)
     return plant.Ofen_Basis[ofen] == 50 ? 3 : 6;
 }
 
-void Schreiben(int ofen)
+void sendWrite(int ofen)
 {
     // The queue is emptied before the send: a write that the socket refuses is
     // lost, it does not block the furnace's reads.
@@ -90,9 +90,9 @@ void Schreiben(int ofen)
     plant.Write_Len[ofen] = 0;
     // The cause named for this queue is gone with it, also when the write is
     // lost, so that it never labels a later write.
-    struct Vergessen {
+    struct ForgetCause {
         int ofen;
-        ~Vergessen() { Schreib_Anlass(ofen, QString()); }
+        ~ForgetCause() { nameWriteCause(ofen, QString()); }
     } vergessen{ofen};
     const auto f = static_cast<i16>(ofen);
     if (plant.Ofen_UDP[ofen] != 0)
@@ -105,17 +105,17 @@ void Schreiben(int ofen)
 
 } // namespace
 
-Zyklus_Uhr &Zyklus_Uhr_Aktiv()
+CycleClock &cycleClock()
 {
-    return uhr();
+    return clockInUse();
 }
 
-void Zyklus_Uhr_Standard()
+void resetCycleClock()
 {
-    uhr() = standardUhr();
+    clockInUse() = realClock();
 }
 
-void Runde_Start()
+void startRound()
 {
     if (plant.Akt_Ofen >= 0 && plant.Akt_Ofen < OFEN_MAX)
         return;
@@ -130,7 +130,7 @@ void Runde_Start()
     }
 }
 
-bool Ofen_Ruht(int ofen)
+bool furnaceResting(int ofen)
 {
     if (plant.Reconnect_Wait[ofen] <= 0)
         return false;
@@ -139,14 +139,14 @@ bool Ofen_Ruht(int ofen)
     return true;
 }
 
-bool Ofen_Abbauen(int ofen, const QString &tag)
+bool takeDown(int ofen, const QString &tag)
 {
     if (plant.Ofen_Aktiv[ofen] != 0 && plant.Reinit_Ofen[ofen] == 0)
         return false;
-    if (Zustand(ofen) > 0) {
+    if (channelState(ofen) > 0) {
         Winsock1[ofen].Close();
-        while (Zustand(ofen) != 0)
-            uhr().Nachgeben();
+        while (channelState(ofen) != 0)
+            clockInUse().Nachgeben();
     }
     plant.Ofen_Online[ofen] = 0;
     if (plant.Reinit_Ofen[ofen] != 0) {
@@ -158,11 +158,11 @@ bool Ofen_Abbauen(int ofen, const QString &tag)
     return true;
 }
 
-bool Verbindung_Pruefen(int ofen, const QString &tag, int &schritt)
+bool checkConnection(int ofen, const QString &tag, int &schritt)
 {
     schritt = 60;
     const bool war_Online = plant.Ofen_Online[ofen] != 0;
-    plant.Ofen_Online[ofen] = flag(Zustand(ofen) == SCK_CONNECTED);
+    plant.Ofen_Online[ofen] = flag(channelState(ofen) == SCK_CONNECTED);
     if (plant.Ofen_Online[ofen] != 0) {
         // A furnace with a version word that comes online hands over its
         // message texts; a load cut by the lost link goes on from its counter.
@@ -179,9 +179,9 @@ bool Verbindung_Pruefen(int ofen, const QString &tag, int &schritt)
     // The connect try holds the cycle up to two seconds; answers of the other
     // channels keep coming in meanwhile. The limit is in seconds since
     // midnight, so a try begun just before midnight waits for its socket.
-    const double start = uhr().Sekunden();
-    while (uhr().Sekunden() < start + CONNECT_SEKUNDEN && s.State() != SCK_CONNECTED)
-        uhr().Nachgeben();
+    const double start = clockInUse().Sekunden();
+    while (clockInUse().Sekunden() < start + CONNECT_SEKUNDEN && s.State() != SCK_CONNECTED)
+        clockInUse().Nachgeben();
     // Connected now: the furnace goes online on its next turn.
     if (s.State() == SCK_CONNECTED)
         return false;
@@ -191,12 +191,12 @@ bool Verbindung_Pruefen(int ofen, const QString &tag, int &schritt)
     if (plant.Seite_Ofen == ofen + 1)
         plant.Seite_Ofen = 0;
     // A random rest, so that several lost furnaces don't stall the cycle in step.
-    plant.Reconnect_Wait[ofen] = static_cast<i16>(std::floor(RUHE_RUNDEN * uhr().Zufall() + 1));
+    plant.Reconnect_Wait[ofen] = static_cast<i16>(std::floor(RUHE_RUNDEN * clockInUse().Zufall() + 1));
     Status_Panel(ofen, Text_Id(text::CONNECT) + QLatin1Char(' ') + tag);
     return false;
 }
 
-void Verkehr(int ofen, int &schritt)
+void exchange(int ofen, int &schritt)
 {
     schritt = 90;
     plant.Any_Online = -1;
@@ -204,7 +204,7 @@ void Verkehr(int ofen, int &schritt)
         return; // the settings dialog does its own traffic with this furnace
     schritt = 100;
     if (plant.Write_Len[ofen] > 0) {
-        Schreiben(ofen);
+        sendWrite(ofen);
         return;
     }
     schritt = 110;
@@ -219,10 +219,10 @@ void Verkehr(int ofen, int &schritt)
         return;
     }
     schritt = 120;
-    Poll_Lesen(ofen);
+    pollRead(ofen);
 }
 
-void Poll_Lesen(int ofen)
+void pollRead(int ofen)
 {
     if (plant.Ofen_Charge[ofen] == 0)
         plant.Poll_Skip[ofen] = 0;
@@ -230,12 +230,12 @@ void Poll_Lesen(int ofen)
         // After a backlog seven of eight reads go to the trigger block; the
         // eighth repeats the last phase.
         if ((plant.Poll_Skip[ofen] & 7) != 0)
-            plant.Poll_Phase[ofen] = Trigger_Phase(ofen);
+            plant.Poll_Phase[ofen] = triggerPhase(ofen);
         --plant.Poll_Skip[ofen];
     } else {
         ++plant.Poll_Phase[ofen];
     }
-    plant.Poll_Max[ofen] = Poll_Grenze(ofen);
+    plant.Poll_Max[ofen] = lastPhase(ofen);
     if (plant.Poll_Phase[ofen] > plant.Poll_Max[ofen]) {
         plant.Poll_Phase[ofen] = 0;
         if (plant.Poll_Rounds[ofen] < 10)
@@ -263,7 +263,7 @@ void Status_Online(int ofen, const QString &tag)
 {
     QString text = Text_Id(text::ONLINE) + QLatin1Char(' ') + tag;
     if (plant.Empfang_Fehler[ofen] != 0) {
-        Status_Panel(ofen, text + QStringLiteral(" Fehler") + Zahl_Text(plant.Empfang_Fehler[ofen]));
+        Status_Panel(ofen, text + QStringLiteral(" Fehler") + signedText(plant.Empfang_Fehler[ofen]));
         return;
     }
     i16 &pos = plant.Strip_Pos[ofen];
@@ -280,11 +280,11 @@ void Status_Online(int ofen, const QString &tag)
     QString strip(STRIP_LAENGE, QLatin1Char(' '));
     strip[pos - 1] = marke;
     if (plant.Server_IP4[ofen] != 0)
-        text += QStringLiteral(" S") + Zahl_Text(plant.Server_IP4[ofen]);
+        text += QStringLiteral(" S") + signedText(plant.Server_IP4[ofen]);
     Status_Panel(ofen, text + QLatin1Char(' ') + strip);
 }
 
-void Naechster_Ofen()
+void nextFurnace()
 {
     if (plant.Next_Ofen < 0) {
         ++plant.Akt_Ofen;

@@ -18,7 +18,7 @@ namespace kal {
 /// The clock, the yield and the random numbers of the main cycle. The station
 /// uses the real ones; scheduler tests install their own so that a connect
 /// wait runs tick by tick without real waiting.
-struct Zyklus_Uhr {
+struct CycleClock {
     /// Seconds since midnight (falls back to 0 at midnight).
     std::function<double()> Sekunden;
     /// One yield to the event loop: socket events and other timers run.
@@ -27,9 +27,9 @@ struct Zyklus_Uhr {
     std::function<double()> Zufall;
 };
 
-/// The clock in use; `Zyklus_Uhr_Standard()` puts the real one back.
-Zyklus_Uhr &Zyklus_Uhr_Aktiv();
-void Zyklus_Uhr_Standard();
+/// The clock in use; `resetCycleClock()` puts the real one back.
+CycleClock &cycleClock();
+void resetCycleClock();
 
 /// Seconds the connect try of a furnace may take before the cycle goes on.
 constexpr int CONNECT_SEKUNDEN = 2;
@@ -37,30 +37,30 @@ constexpr int CONNECT_SEKUNDEN = 2;
 /// Step 20: a round over all furnaces ended (`Akt_Ofen` outside 0..7): start
 /// again at furnace 0, count `Import_Pause` down, switch the controller menu
 /// on when a furnace was online in that round, else off.
-void Runde_Start();
+void startRound();
 
 /// Step 40: a furnace resting after a failed connect (`Reconnect_Wait` above
 /// 0) counts one round down and is skipped: `Akt_Ofen` moves on. True then.
-bool Ofen_Ruht(int ofen);
+bool furnaceResting(int ofen);
 
 /// Step 50: a furnace disabled or marked for re-initialisation is taken down
 /// (its socket closed, set up anew when re-addressed; panel "Offline").
 /// True when that was the case.
-bool Ofen_Abbauen(int ofen, const QString &tag);
+bool takeDown(int ofen, const QString &tag);
 
 /// Steps 60..80: the link check. True when the furnace's channel is up; else a
 /// connect is tried, and when it fails the furnace rests 1 to 20 rounds and
 /// its panel shows "Connect".
-bool Verbindung_Pruefen(int ofen, const QString &tag, int &schritt);
+bool checkConnection(int ofen, const QString &tag, int &schritt);
 
 /// Steps 90..120: the one frame of a connected furnace: nothing while the
 /// settings dialog talks to it, else its queued write, else the wait for an
 /// open Modbus read (given up at the seventh turn), else the next block.
-void Verkehr(int ofen, int &schritt);
+void exchange(int ofen, int &schritt);
 
 /// The poll sequence: the next phase of the furnace (or the trigger block
 /// when the decoder asked for it) and the read of its 100-word block.
-void Poll_Lesen(int ofen);
+void pollRead(int ofen);
 
 /// Step 130: the panel of a connected furnace: "Online", the tag, the server
 /// octet and the moving activity strip, or " Fehler" and the step at which its
@@ -69,6 +69,6 @@ void Status_Online(int ofen, const QString &tag);
 
 /// Step 150: the next furnace: `Next_Ofen` when a command asked for it (with
 /// its `Next_Phase`), else `Akt_Ofen` + 1.
-void Naechster_Ofen();
+void nextFurnace();
 
 } // namespace kal

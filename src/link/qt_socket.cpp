@@ -10,7 +10,7 @@ namespace kal {
 namespace {
 
 /// State numbers of a TCP channel, by Qt's socket state.
-int tcpZustand(QAbstractSocket::SocketState s)
+int tcpState(QAbstractSocket::SocketState s)
 {
     switch (s) {
     case QAbstractSocket::UnconnectedState: return 0;
@@ -41,7 +41,7 @@ int QtSocket::State() const
 {
     if (offen_ == SocketProtocol::UDP)
         return udp_ && udp_->state() == QAbstractSocket::BoundState ? SCK_CONNECTED : SCK_CLOSED;
-    return tcp_ ? tcpZustand(tcp_->state()) : SCK_CLOSED;
+    return tcp_ ? tcpState(tcp_->state()) : SCK_CLOSED;
 }
 
 void QtSocket::Connect()
@@ -52,14 +52,14 @@ void QtSocket::Connect()
     if (offen_ == SocketProtocol::UDP) {
         if (!udp_) {
             udp_ = std::make_unique<QUdpSocket>();
-            QObject::connect(udp_.get(), &QUdpSocket::readyRead, udp_.get(), [this] { udpBereit(); });
+            QObject::connect(udp_.get(), &QUdpSocket::readyRead, udp_.get(), [this] { udpReady(); });
         }
         // A port of our own for the answers; the panel answers to the sender.
         udp_->bind(QHostAddress::AnyIPv4, 0);
     } else {
         if (!tcp_) {
             tcp_ = std::make_unique<QTcpSocket>();
-            QObject::connect(tcp_.get(), &QTcpSocket::readyRead, tcp_.get(), [this] { tcpBereit(); });
+            QObject::connect(tcp_.get(), &QTcpSocket::readyRead, tcp_.get(), [this] { tcpReady(); });
         }
         tcp_->connectToHost(RemoteHost, static_cast<quint16>(RemotePort));
     }
@@ -112,14 +112,14 @@ QByteArray QtSocket::GetData(int maxLen)
     return tcp_ ? tcp_->read(maxLen) : QByteArray();
 }
 
-void QtSocket::tcpBereit()
+void QtSocket::tcpReady()
 {
     const qint64 n = tcp_->bytesAvailable();
     if (n > 0 && DataArrival)
         DataArrival(static_cast<int>(n));
 }
 
-void QtSocket::udpBereit()
+void QtSocket::udpReady()
 {
     // One notification per datagram. The handler may close or reconfigure the
     // channel; then the remaining datagrams are dropped with the socket.

@@ -34,8 +34,8 @@ public:
     QByteArray GetData(int maxLen) override;
 
 private:
-    void tcpBereit();
-    void udpBereit();
+    void tcpReady();
+    void udpReady();
 
     // The kind chosen at the last Connect; Protocol may change while closed.
     SocketProtocol offen_ = SocketProtocol::TCP;

@@ -31,9 +31,9 @@ Journal &journal()
 StateReset reset{[] { journal() = Journal{}; }};
 
 /// Opens the journal for appending when it is not open on the current path.
-bool oeffnen(Journal &j)
+bool openJournal(Journal &j)
 {
-    const QString name = Journal_Datei();
+    const QString name = journalFile();
     if (j.datei && j.datei->isOpen() && j.datei->fileName() == name)
         return true;
     j.datei = std::make_unique<QFile>(name);
@@ -44,9 +44,9 @@ bool oeffnen(Journal &j)
 }
 
 /// Writes the waiting lines; they stay waiting when the file refuses them.
-void ausschreiben(Journal &j)
+void flushLines(Journal &j)
 {
-    if (plant.Pfad[0].isEmpty() || !oeffnen(j))
+    if (plant.Pfad[0].isEmpty() || !openJournal(j))
         return;
     QByteArray bytes;
     for (const QString &z : j.wartend)
@@ -60,17 +60,17 @@ void ausschreiben(Journal &j)
 
 } // namespace
 
-QString Journal_Datei()
+QString journalFile()
 {
-    return Daten_Datei(JOURNAL_DATEI);
+    return dataFile(JOURNAL_DATEI);
 }
 
-void Schreib_Anlass(int ofen, const QString &anlass)
+void nameWriteCause(int ofen, const QString &anlass)
 {
     journal().anlass[ofen] = anlass;
 }
 
-QString Anlass_Aus_Adresse(int ofen, int adresse, const QList<i16> &worte)
+QString causeFromAddress(int ofen, int adresse, const QList<i16> &worte)
 {
     if (worte.isEmpty())
         return QString();
@@ -95,7 +95,7 @@ QString Anlass_Aus_Adresse(int ofen, int adresse, const QList<i16> &worte)
     return QString();
 }
 
-QString Journal_Zeile(const QDateTime &zeit, int ofenNr, const QString &serie, int adresse,
+QString journalLine(const QDateTime &zeit, int ofenNr, const QString &serie, int adresse,
                       const QList<i16> &worte, const QString &anlass)
 {
     QStringList hex;
@@ -118,7 +118,7 @@ QString Journal_Zeile(const QDateTime &zeit, int ofenNr, const QString &serie, i
         .join(QLatin1Char('\t'));
 }
 
-void Journal_Schreiben(int ofen, int adresse, const QList<i16> &worte, const QString &anlass, bool queue)
+void writeJournal(int ofen, int adresse, const QList<i16> &worte, const QString &anlass, bool queue)
 {
     Journal &j = journal();
     const bool ofenGueltig = Table<i16, OFEN_MAX>::valid(ofen);
@@ -128,12 +128,12 @@ void Journal_Schreiben(int ofen, int adresse, const QList<i16> &worte, const QSt
         j.anlass[ofen].clear();
     }
     if (grund.isEmpty())
-        grund = Anlass_Aus_Adresse(ofen, adresse, worte);
+        grund = causeFromAddress(ofen, adresse, worte);
     const QString serie = ofenGueltig ? plant.Ofen_Serie[ofen] : QString();
-    j.wartend.append(Journal_Zeile(QDateTime::currentDateTime(), ofen + 1, serie, adresse, worte, grund));
+    j.wartend.append(journalLine(QDateTime::currentDateTime(), ofen + 1, serie, adresse, worte, grund));
     while (j.wartend.size() > JOURNAL_WARTEND_MAX)
         j.wartend.removeFirst();
-    ausschreiben(j);
+    flushLines(j);
 }
 
 } // namespace kal

@@ -31,25 +31,25 @@ constexpr int JOURNAL_WARTEND_MAX = 10000;
 /// Names the cause of the write a caller has just queued for furnace index
 /// `ofen` (Write_Adr/Write_Len); it is used, and forgotten, when the queue
 /// goes out.
-void Schreib_Anlass(int ofen, const QString &anlass);
+void nameWriteCause(int ofen, const QString &anlass);
 
 /// The cause of a write to `adresse` that no caller named, as the words tell
 /// it: acknowledge, program start or stop and other commands at word 30, the
 /// clock step at 58, the taken log block at the trigger word, the page word.
 /// Empty when the address tells nothing.
-QString Anlass_Aus_Adresse(int ofen, int adresse, const QList<i16> &worte);
+QString causeFromAddress(int ofen, int adresse, const QList<i16> &worte);
 
 /// One journal line, without line end.
-QString Journal_Zeile(const QDateTime &zeit, int ofenNr, const QString &serie, int adresse,
+QString journalLine(const QDateTime &zeit, int ofenNr, const QString &serie, int adresse,
                       const QList<i16> &worte, const QString &anlass);
 
 /// Appends the line of a write that went out to furnace index `ofen` (an
 /// index above 7, the panel server's own way, is journaled as such). An
 /// empty `anlass` takes the queued cause of the furnace when `queue` is set,
 /// else the one the address tells.
-void Journal_Schreiben(int ofen, int adresse, const QList<i16> &worte, const QString &anlass, bool queue);
+void writeJournal(int ofen, int adresse, const QList<i16> &worte, const QString &anlass, bool queue);
 
 /// Full name of the journal file now in use.
-QString Journal_Datei();
+QString journalFile();
 
 } // namespace kal

@@ -10,11 +10,11 @@
 
 namespace kal {
 
-RegPar_Zustand RegPar;
+RegParState RegPar;
 
 namespace {
 
-StateReset reset{[] { RegPar = RegPar_Zustand{}; }};
+StateReset reset{[] { RegPar = RegParState{}; }};
 
 /// Words of the loop of a furnace without version word.
 constexpr i16 STANDARD_ADR[9] = {0,           word::PID_P,        word::PID_I,  word::PID_D,
@@ -32,7 +32,7 @@ constexpr int ENTER = 13;
 constexpr int TEILER[4] = {100, 10, 10, 100};
 const char *const FORMAT[4] = {"####0.00", "#####0.0", "#####0.0", "####0.00"};
 
-bool mit_Version(int ofenNr)
+bool hasVersion(int ofenNr)
 {
     return plant.Ofen_Typ[ofenNr] < 0;
 }
@@ -43,19 +43,19 @@ bool online(int ofenNr)
 }
 
 /// Channel (0..11) of loop `kreis` (1..) of a furnace with a version word.
-int kanal_Von(int ofenNr, int kreis)
+int channelOfLoop(int ofenNr, int kreis)
 {
     return plant.Reg_Kanal(ofenNr - 1, kreis);
 }
 
-void kreise_Fuellen()
+void fillLoops()
 {
     RegPar.MesswertWahl.clear();
     const int nr = RegPar.Reg_Ofen;
     if (nr == 0)
         return;
     const int f = nr - 1;
-    const bool version = mit_Version(nr);
+    const bool version = hasVersion(nr);
     const int anzahl = version ? std::min<int>(plant.Reg_Anzahl[f], REGEL_KREISE)
                                : std::clamp<int>(plant.Reg_Anzahl[f], 1, STANDARD_KREISE);
     for (int k = 1; k <= anzahl; ++k) {
@@ -65,7 +65,7 @@ void kreise_Fuellen()
 }
 
 /// The image word of entry k (1..8), or 0 when the loop has none.
-i16 wert(int k)
+i16 loopWord(int k)
 {
     const int adr = RegPar.Reg_Adr[k];
     if (RegPar.Reg_Ofen == 0 || adr <= 0 || adr >= SPS_WORTE)
@@ -74,29 +74,29 @@ i16 wert(int k)
 }
 
 /// Divider of the loop's live values: the channel's, 1 without version word.
-int live_Teiler()
+int liveDivider()
 {
     const int nr = RegPar.Reg_Ofen;
-    if (nr == 0 || !mit_Version(nr) || RegPar.Wahl + 1 > REGLER_MAX)
+    if (nr == 0 || !hasVersion(nr) || RegPar.Wahl + 1 > REGLER_MAX)
         return 1;
-    const int kanal = kanal_Von(nr, RegPar.Wahl + 1);
+    const int kanal = channelOfLoop(nr, RegPar.Wahl + 1);
     if (!decltype(plant.Kanal_Teiler)::valid(nr, kanal))
         return 1;
     return std::max<int>(1, plant.Kanal_Teiler(nr, kanal));
 }
 
-void senden(int i, const QString &text)
+void sendField(int i, const QString &text)
 {
     if (RegPar.Reg_Ofen == 0 || i < 0 || i > 3)
         return;
-    SEND_BEF(RegPar.Reg_Ofen, RegPar.Reg_Adr[i + 1], Eingabe_Wert(i, text),
+    SEND_BEF(RegPar.Reg_Ofen, RegPar.Reg_Adr[i + 1], inputWord(i, text),
              QStringLiteral("controller parameter %1").arg(i + 1));
     RegPar.Gezeigt[i] = text;
 }
 
 } // namespace
 
-QList<int> RegPar_Oefen()
+QList<int> regParFurnaces()
 {
     QList<int> oefen;
     for (int nr = 1; nr <= OFEN_MAX; ++nr)
@@ -117,17 +117,17 @@ void Ofen_Wahl()
         }
         RegPar.Reg_Ofen = static_cast<u8>(neu);
     }
-    kreise_Fuellen();
+    fillLoops();
     if (RegPar.Reg_Ofen != alt)
         Regler_Umwahl(0);
 }
 
-void RegPar_Ofen_Setzen(int ofenNr)
+void setRegParFurnace(int ofenNr)
 {
     if (!online(ofenNr))
         return;
     RegPar.Reg_Ofen = static_cast<u8>(ofenNr);
-    kreise_Fuellen();
+    fillLoops();
     Regler_Umwahl(0);
 }
 
@@ -138,12 +138,12 @@ void Regler_Umwahl(int wahl)
     RegPar.Mess_Basis = 0;
     const int nr = RegPar.Reg_Ofen;
     if (nr != 0 && RegPar.Wahl < RegPar.MesswertWahl.size()) {
-        if (!mit_Version(nr)) {
+        if (!hasVersion(nr)) {
             RegPar.Mess_Basis = static_cast<i16>(RegPar.Wahl == 0 ? 0 : 190 + 10 * RegPar.Wahl);
             for (int k = 1; k <= 8; ++k)
                 RegPar.Reg_Adr[k] = static_cast<i16>(STANDARD_ADR[k] + RegPar.Mess_Basis);
         } else {
-            const int kanal = kanal_Von(nr, RegPar.Wahl + 1);
+            const int kanal = channelOfLoop(nr, RegPar.Wahl + 1);
             if (kanal >= 0 && kanal < SPUR_MAX) {
                 for (int j = 0; j < 4; ++j)
                     RegPar.Reg_Adr[1 + j] = plant.Reg_Adr(nr, kanal * 4 + j);
@@ -158,7 +158,7 @@ void Regler_Umwahl(int wahl)
     RegPar.Verlauf.clear();
 }
 
-QString RegPar_Titel()
+QString regParTitle()
 {
     QString titel = Text_Id(text::CONTROL_PARAMETERS).trimmed();
     const int nr = RegPar.Reg_Ofen;
@@ -173,9 +173,9 @@ QString RegPar_Titel()
     return titel;
 }
 
-Reglerwerte Reglerwerte_akt()
+ControllerValues Reglerwerte_akt()
 {
-    Reglerwerte r;
+    ControllerValues r;
     r.eingabe_neu = RegPar.Reg_Neu;
     RegPar.Reg_Neu = false;
     if (RegPar.Reg_Ofen == 0) {
@@ -184,18 +184,18 @@ Reglerwerte Reglerwerte_akt()
         return r;
     }
     for (int i = 0; i < 4; ++i) {
-        const QString t = Format_Zahl(double(wert(i + 1)) / TEILER[i], QString::fromLatin1(FORMAT[i])).trimmed();
+        const QString t = formatNumber(double(loopWord(i + 1)) / TEILER[i], QString::fromLatin1(FORMAT[i])).trimmed();
         r.Ausgabe[i] = t;
         r.Eingabe[i] = t;
     }
     if (r.eingabe_neu)
         RegPar.Gezeigt = r.Eingabe;
 
-    const int teiler = live_Teiler();
+    const int teiler = liveDivider();
     const QString format = teiler > 1 ? QStringLiteral("#####0.0") : QStringLiteral("#####0");
     for (int k = 0; k < 4; ++k) {
-        const double v = double(wert(5 + k)) / (k < 2 ? teiler : 1);
-        r.Live[k] = RegPar.Reg_Adr[5 + k] > 0 ? Format_Zahl(v, k < 2 ? format : QStringLiteral("#####0")).trimmed()
+        const double v = double(loopWord(5 + k)) / (k < 2 ? teiler : 1);
+        r.Live[k] = RegPar.Reg_Adr[5 + k] > 0 ? formatNumber(v, k < 2 ? format : QStringLiteral("#####0")).trimmed()
                                               : QString();
     }
     const int f = RegPar.Reg_Ofen - 1;
@@ -203,13 +203,13 @@ Reglerwerte Reglerwerte_akt()
     if (kreis <= REGLER_MAX)
         r.Einheit = plant.Reg_Einheit(f, kreis - 1).trimmed();
 
-    RegPar.Verlauf.append({wert(5), wert(6), wert(7)});
+    RegPar.Verlauf.append({loopWord(5), loopWord(6), loopWord(7)});
     while (RegPar.Verlauf.size() > REGPAR_VERLAUF)
         RegPar.Verlauf.removeFirst();
     return r;
 }
 
-i16 Eingabe_Wert(int i, const QString &text)
+i16 inputWord(int i, const QString &text)
 {
     QString t = text;
     t.replace(QLatin1Char(','), QLatin1Char('.'));
@@ -221,16 +221,16 @@ i16 Eingabe_Wert(int i, const QString &text)
     return static_cast<i16>(std::lround(zahl));
 }
 
-bool Eingabe_Taste(int i, int taste, const QString &text)
+bool inputKey(int i, int taste, const QString &text)
 {
     if (taste != ENTER || i < 0 || i > 3)
         return false;
     RegPar.Per_Taste[i] = true;
-    senden(i, text);
+    sendField(i, text);
     return RegPar.Reg_Ofen != 0;
 }
 
-void Eingabe_Verlassen(int i, const QString &text)
+void inputLeft(int i, const QString &text)
 {
     if (i < 0 || i > 3)
         return;
@@ -239,7 +239,7 @@ void Eingabe_Verlassen(int i, const QString &text)
         return;
     }
     if (text != RegPar.Gezeigt[i])
-        senden(i, text);
+        sendField(i, text);
 }
 
 } // namespace kal

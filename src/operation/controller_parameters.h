@@ -20,7 +20,7 @@
 namespace kal {
 
 /// What the form remembers between refreshes.
-struct RegPar_Zustand {
+struct RegParState {
     u8 Reg_Ofen = 0;               ///< furnace number 1..8 in use, 0 none
     std::array<i16, 9> Reg_Adr{};  ///< [1..8] image words of the loop; [0] unused
     i16 Mess_Basis = 0;            ///< 0, or 200..250 for loop 2..7 of a furnace without version word
@@ -31,13 +31,13 @@ struct RegPar_Zustand {
     std::array<QString, 4> Gezeigt;  ///< what the input fields got at the last write
     QList<std::array<i16, 3>> Verlauf; ///< set, actual, output of the last refreshes, oldest first
 };
-extern RegPar_Zustand RegPar;
+extern RegParState RegPar;
 
 /// Points of the live value plot kept in `Verlauf`.
 constexpr int REGPAR_VERLAUF = 240;
 
 /// Numbers (1..8) of the furnaces that are online now: the ones the form offers.
-QList<int> RegPar_Oefen();
+QList<int> regParFurnaces();
 
 /// `Ofen_Wahl`: keeps the furnace in use while it is online, else takes the
 /// next online furnace after it (none: 0); fills `MesswertWahl` with the names
@@ -46,17 +46,17 @@ void Ofen_Wahl();
 
 /// The user picked furnace number `ofenNr` (an online one): its loops are
 /// listed and the first is selected.
-void RegPar_Ofen_Setzen(int ofenNr);
+void setRegParFurnace(int ofenNr);
 
 /// `Regler_Umwahl`: loop `wahl` of `MesswertWahl`: loads `Reg_Adr` and
 /// `Mess_Basis`, sets `Reg_Neu` and starts a new plot.
 void Regler_Umwahl(int wahl);
 
 /// Title of the form: "Regelparameter", the furnace and the loop.
-QString RegPar_Titel();
+QString regParTitle();
 
 /// One redraw of the form.
-struct Reglerwerte {
+struct ControllerValues {
     bool eingabe_neu = false;        ///< write `Eingabe` into the input fields (after a change of loop)
     std::array<QString, 4> Eingabe;  ///< the parameters in their input form
     std::array<QString, 4> Ausgabe;  ///< the parameters as the controller holds them now
@@ -69,20 +69,20 @@ struct Reglerwerte {
 /// "####0.00") and the live values ("#####0", with one decimal where the
 /// channel has a divider), and appends the live values to `Verlauf`. Clears
 /// `Reg_Neu`. Without a furnace every text is empty.
-Reglerwerte Reglerwerte_akt();
+ControllerValues Reglerwerte_akt();
 
 /// The word an input text of field `i` (0..3) stands for: "," read as ".",
 /// the number times 100 (fields 0 and 3) or 10 (1 and 2), to the nearest
 /// whole number, negative as 0, above 32767 as 32767; no number reads as 0.
-i16 Eingabe_Wert(int i, const QString &text);
+i16 inputWord(int i, const QString &text);
 
 /// A key in input field `i`: Enter (13) sends the value to the controller
 /// by `SEND_BEF` and marks the field as done; any other key does nothing.
 /// True when sent.
-bool Eingabe_Taste(int i, int taste, const QString &text);
+bool inputKey(int i, int taste, const QString &text);
 
 /// The input field `i` is left: a text the user changed and did not send by
 /// Enter is sent now; the mark of Enter is cleared.
-void Eingabe_Verlassen(int i, const QString &text);
+void inputLeft(int i, const QString &text);
 
 } // namespace kal

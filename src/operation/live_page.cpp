@@ -11,10 +11,10 @@
 
 namespace kal {
 
-Seiten_Bild Seite;
+PageImage Seite;
 
 namespace {
-StateReset reset{[] { Seite = Seiten_Bild{}; }};
+StateReset reset{[] { Seite = PageImage{}; }};
 } // namespace
 
 namespace {
@@ -24,26 +24,26 @@ constexpr int BASIS_TRANSPORT = 50; // identity block at 50: the transport layou
 
 const QString GRAD = QStringLiteral(" °C");
 
-int wort(int ofen, int adresse)
+int plcWord(int ofen, int adresse)
 {
     return plant.SPS_Wort(ofen, adresse);
 }
 
 /// Tenths of a degree as whole degrees in the "###0" format.
-QString grad(int zehntel)
+QString degrees(int zehntel)
 {
-    return Format_Zahl(zehntel / 10.0, QStringLiteral("###0"));
+    return formatNumber(zehntel / 10.0, QStringLiteral("###0"));
 }
 
 /// Number, ": " and the 16-character second name of the furnace.
-QString ofenText(int ofen)
+QString furnaceText(int ofen)
 {
-    return QString::number(ofen + 1) + QStringLiteral(": ") + Fest(plant.Ofen_Bezeichnung[ofen], 16);
+    return QString::number(ofen + 1) + QStringLiteral(": ") + fixedWidth(plant.Ofen_Bezeichnung[ofen], 16);
 }
 
-void offlineZeile(int ofen, Seiten_Zeile &z)
+void offlineRow(int ofen, PageRow &z)
 {
-    z.OfenSelect = ofenText(ofen);
+    z.OfenSelect = furnaceText(ofen);
     z.Befehl.clear();
     z.Soll_Bef.clear();
     z.Sollwert.clear();
@@ -67,11 +67,11 @@ void offlineZeile(int ofen, Seiten_Zeile &z)
 /// State text and colour. A fault shows red with its word; at the next refresh
 /// the colour is red already, so the state colour comes back: a fault blinks
 /// against the state.
-void statusSetzen(int ofen, Seiten_Zeile &z, int typ)
+void setRowStatus(int ofen, PageRow &z, int typ)
 {
-    const int w37 = wort(ofen, word::STATUS);
+    const int w37 = plcWord(ofen, word::STATUS);
     if (typ >= 4) {
-        const bool fault = wort(ofen, word::MESSAGES) != 0 || wort(ofen, word::MESSAGES + 1) != 0;
+        const bool fault = plcWord(ofen, word::MESSAGES) != 0 || plcWord(ofen, word::MESSAGES + 1) != 0;
         if (fault && z.Status_Farbe != Farbe_Stoerung) {
             z.Status_Farbe = Farbe_Stoerung;
             z.Status = Text_Id(text::FAULT);
@@ -81,7 +81,7 @@ void statusSetzen(int ofen, Seiten_Zeile &z, int typ)
         }
         return;
     }
-    const bool fault = wort(ofen, word::MESSAGES + 1) != 0 || (wort(ofen, word::MESSAGES) & 0xFC) != 0;
+    const bool fault = plcWord(ofen, word::MESSAGES + 1) != 0 || (plcWord(ofen, word::MESSAGES) & 0xFC) != 0;
     if (fault && z.Status_Farbe != Farbe_Stoerung) {
         z.Status_Farbe = Farbe_Stoerung;
         z.Status = Text_Id(text::FAULT);
@@ -91,11 +91,11 @@ void statusSetzen(int ofen, Seiten_Zeile &z, int typ)
     } else if (w37 & 2) {
         z.Status_Farbe = Farbe_Warnung;
         z.Status = Text_Id(plant.Ofen_Basis[ofen] == BASIS_TRANSPORT ? text::MANUAL : text::HALTED);
-    } else if (wort(ofen, word::START_FLAGS) & 0x4000) {
+    } else if (plcWord(ofen, word::START_FLAGS) & 0x4000) {
         // A timed start: the hour and minute it waits for.
         z.Status_Farbe = Farbe_Warnung;
-        z.Status = Text_Id(text::START_AT) + QStringLiteral("  ") + Zwei_Stellen(wort(ofen, word::START_HOUR)) + QStringLiteral(":") +
-                   Zwei_Stellen(wort(ofen, word::START_MINUTE));
+        z.Status = Text_Id(text::START_AT) + QStringLiteral("  ") + twoDigits(plcWord(ofen, word::START_HOUR)) + QStringLiteral(":") +
+                   twoDigits(plcWord(ofen, word::START_MINUTE));
     } else {
         z.Status_Farbe = Farbe_Normal;
         z.Status = Text_Id(text::OFF);
@@ -105,13 +105,13 @@ void statusSetzen(int ofen, Seiten_Zeile &z, int typ)
 /// Target of segment `seg`: its end temperature (word 119 + seg) and, for a
 /// ramp or a hold, its rate or time (word 139 + seg). A segment number that
 /// points outside the word image shows no target.
-QString segmentZiel(int ofen, int seg, int art)
+QString segmentTarget(int ofen, int seg, int art)
 {
     try {
-        const QString ziel = Format_Zahl(wort(ofen, word::SEGMENT_TARGETS - 1 + seg), QStringLiteral("###0")) + QStringLiteral("°C  ");
+        const QString ziel = formatNumber(plcWord(ofen, word::SEGMENT_TARGETS - 1 + seg), QStringLiteral("###0")) + QStringLiteral("°C  ");
         switch (art) {
-        case 1: return ziel + Format_Zahl(wort(ofen, word::SEGMENT_TIMES - 1 + seg) / 10.0, QStringLiteral("##0.0")) + QStringLiteral("K/h");
-        case 2: return ziel + Format_Zahl(wort(ofen, word::SEGMENT_TIMES - 1 + seg) / 10.0, QStringLiteral("###0.0")) + QStringLiteral("h");
+        case 1: return ziel + formatNumber(plcWord(ofen, word::SEGMENT_TIMES - 1 + seg) / 10.0, QStringLiteral("##0.0")) + QStringLiteral("K/h");
+        case 2: return ziel + formatNumber(plcWord(ofen, word::SEGMENT_TIMES - 1 + seg) / 10.0, QStringLiteral("###0.0")) + QStringLiteral("h");
         case 3: return ziel + QString(8, QLatin1Char(' '));
         default: return QString();
         }
@@ -135,78 +135,78 @@ QString segmentText(int ofen, int seg, int art)
     }
 }
 
-void onlineZeile(int ofen, Seiten_Zeile &z)
+void onlineRow(int ofen, PageRow &z)
 {
     const int typ = plant.Ofen_Typ[ofen + 1];
     // The transport layout has no segment words: Seg and Art keep their last values.
     if (plant.Ofen_Basis[ofen] != BASIS_TRANSPORT) {
-        z.Seg = wort(ofen, word::SEGMENT);
-        z.Art = wort(ofen, word::SEGMENT_KIND);
+        z.Seg = plcWord(ofen, word::SEGMENT);
+        z.Art = plcWord(ofen, word::SEGMENT_KIND);
     }
-    statusSetzen(ofen, z, typ);
+    setRowStatus(ofen, z, typ);
 
-    if ((wort(ofen, word::STATUS) & 3) != 0 && typ < 4) {
-        z.Sollwert = grad(wort(ofen, word::SET_VALUE)) + GRAD;
+    if ((plcWord(ofen, word::STATUS) & 3) != 0 && typ < 4) {
+        z.Sollwert = degrees(plcWord(ofen, word::SET_VALUE)) + GRAD;
         z.Stellwert = QStringLiteral("  ") + plant.Prog_Ende_Text[ofen];
         z.Befehl = segmentText(ofen, z.Seg, z.Art);
-        z.Soll_Bef = segmentZiel(ofen, z.Seg, z.Art);
+        z.Soll_Bef = segmentTarget(ofen, z.Seg, z.Art);
     } else {
         z.Sollwert.clear();
         z.Stellwert.clear();
         z.Befehl.clear();
         z.Soll_Bef.clear();
     }
-    z.Istwert = typ < 4 ? grad(wort(ofen, word::ACTUAL_VALUE)) + GRAD : QString();
-    z.OfenSelect = ofenText(ofen) + QStringLiteral("\n") + plant.Block0_Zeit[ofen];
+    z.Istwert = typ < 4 ? degrees(plcWord(ofen, word::ACTUAL_VALUE)) + GRAD : QString();
+    z.OfenSelect = furnaceText(ofen) + QStringLiteral("\n") + plant.Block0_Zeit[ofen];
     if (plant.TempLog_Laeuft[ofen] == TRUE16)
         z.OfenSelect += QStringLiteral("  CSV");
 }
 
 /// Marks the furnace on view and chooses the detail area by its layout.
-void auswahlZeigen(Seiten_Bild &bild)
+void showSelection(PageImage &bild)
 {
     const int n = plant.Seite_Ofen - 1;
     if (n < 0 || n >= OFEN_MAX) {
         Kein_Ofen(bild);
-        bild.Detail = Seiten_Detail::Keine;
+        bild.Detail = PageDetailKind::Keine;
         return;
     }
     for (int i = 0; i < OFEN_MAX; ++i)
         bild.Zeile[i].Markiert = i == n;
-    bild.Detail = plant.Ofen_Basis[n] == BASIS_TRANSPORT ? Seiten_Detail::Transport : Seiten_Detail::Kurve;
+    bild.Detail = plant.Ofen_Basis[n] == BASIS_TRANSPORT ? PageDetailKind::Transport : PageDetailKind::Kurve;
     bild.Taste_Aktiv = true;
 }
 
 } // namespace
 
-void Seite_Act(Seiten_Bild &bild)
+void Seite_Act(PageImage &bild)
 {
     for (int ofen = 0; ofen < OFEN_MAX; ++ofen) {
         if (plant.Ofen_Online[ofen] == 0)
-            offlineZeile(ofen, bild.Zeile[ofen]);
+            offlineRow(ofen, bild.Zeile[ofen]);
         else
-            onlineZeile(ofen, bild.Zeile[ofen]);
+            onlineRow(ofen, bild.Zeile[ofen]);
     }
-    auswahlZeigen(bild);
+    showSelection(bild);
 }
 
-bool Seite_Ofen_Klick(Seiten_Bild &bild, int n)
+bool furnaceRowClicked(PageImage &bild, int n)
 {
     if (n < 0 || n >= OFEN_MAX)
         raiseBounds("OfenSelect", n);
     plant.Seite_Klick = u8(n);
-    bild.Zeile[n].OfenSelect_Tipp = Fest(plant.Ofen_Name[n], 16) + QStringLiteral("  ") + Fest(plant.Ofen_Serie[n], 12);
+    bild.Zeile[n].OfenSelect_Tipp = fixedWidth(plant.Ofen_Name[n], 16) + QStringLiteral("  ") + fixedWidth(plant.Ofen_Serie[n], 12);
     const bool gewaehlt = plant.Ofen_Online[n] != 0;
     if (gewaehlt) {
         plant.Seite_Ofen = i16(n + 1);
         plant.Seite_Index = i16(n);
-        auswahlZeigen(bild);
+        showSelection(bild);
     }
-    screen().Elemente_Zeigen();
+    screen().showElements();
     return gewaehlt;
 }
 
-void Kein_Ofen(Seiten_Bild &bild)
+void Kein_Ofen(PageImage &bild)
 {
     for (auto &z : bild.Zeile)
         z.Markiert = false;
@@ -215,21 +215,21 @@ void Kein_Ofen(Seiten_Bild &bild)
     bild.Taste_Aktiv = false;
 }
 
-void Seite_Schliessen()
+void livePageClosed()
 {
     plant.Seite_Ofen = 0;
 }
 
-void Seite_Warten_Zaehlen()
+void countPageWait()
 {
     if (plant.Seite_Warten > 0)
         --plant.Seite_Warten;
 }
 
-bool Seite_Takt()
+bool pageTick()
 {
     // A viewer imports nothing from USB sticks.
-    if (!plant.viewer && USB_Import_Takt())
+    if (!plant.viewer && usbImportTick())
         return false;
     if (plant.Seite_Warten > 0)
         return false;
@@ -238,14 +238,14 @@ bool Seite_Takt()
     return true;
 }
 
-void Seite_Sofort()
+void refreshPageNow()
 {
     plant.Seite_Warten = 0;
 }
 
-void Block0_Zeit_Setzen(int ofen)
+void updateBlock0Time(int ofen)
 {
-    const QDateTime d = Datum_Wert(plant.Datum_Block0[ofen]);
+    const QDateTime d = dateValue(plant.Datum_Block0[ofen]);
     plant.Block0_Zeit[ofen] = d.isValid() ? Datum_Text(d, QStringLiteral("TTMMJJHHMM")) : QString();
 }
 
@@ -253,9 +253,9 @@ void Block0_Zeit_Setzen(int ofen)
 
 namespace kal {
 
-Seiten_Detailtext Seite_Detail_Text(int f)
+PageDetail pageDetailText(int f)
 {
-    Seiten_Detailtext d;
+    PageDetail d;
     d.titel = QStringLiteral("%1 %2: %3").arg(Text_Id(text::FURNACE).trimmed()).arg(f + 1).arg(plant.Ofen_Name[f]);
     d.zeilen << QStringLiteral("%1  %2").arg(plant.Ofen_Serie[f], plant.PLC_Bezeichnung[f]);
     d.zeilen << QStringLiteral("%1: %2 °C    %3: %4 °C    %5: %6 %")
@@ -276,9 +276,9 @@ Seiten_Detailtext Seite_Detail_Text(int f)
 
 namespace kal {
 
-Elemente_Bild Elemente_Liste(int ofenNr)
+ElementHistory elementHistory(int ofenNr)
 {
-    Elemente_Bild b;
+    ElementHistory b;
     const int f = ofenNr - 1;
     if (f < 0 || f >= OFEN_MAX)
         return b;
@@ -286,10 +286,10 @@ Elemente_Bild Elemente_Liste(int ofenNr)
     if (Ofen_Charge_SPS(f) != plant.Charge_Nr[f])
         b.caption += QStringLiteral(", Charge ") + plant.Ofen_Serie[f];
     const int elemente = std::clamp<int>(plant.Element_Spuren[f], 1, ELEMENTE);
-    for (const RX_Eintrag &e : RX_Liste(ofenNr)) {
+    for (const RxEntry &e : rxHistory(ofenNr)) {
         QString z = e.satz.Zeit;
         for (int k = 0; k < elemente; ++k)
-            z += Format_Zahl(e.satz.RX[k], QStringLiteral("#0.00")).rightJustified(5, QLatin1Char(' '));
+            z += formatNumber(e.satz.RX[k], QStringLiteral("#0.00")).rightJustified(5, QLatin1Char(' '));
         b.zeilen << z;
     }
     return b;

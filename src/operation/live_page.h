@@ -19,12 +19,12 @@
 namespace kal {
 
 /// One row of the page.
-struct Seiten_Zeile {
+struct PageRow {
     QString OfenSelect;                 ///< furnace button: number, name, block 0 time, "  CSV"
     QString OfenSelect_Tipp;            ///< tool text, set when the row was clicked
     bool Markiert = false;              ///< the furnace whose detail is shown
     QString Status;
-    Farbwert Status_Farbe = Farbe_Normal;
+    ColourValue Status_Farbe = Farbe_Normal;
     QString Befehl;                     ///< running segment
     QString Soll_Bef;                   ///< its target
     QString Sollwert;
@@ -35,73 +35,73 @@ struct Seiten_Zeile {
 };
 
 /// What the detail area below the rows shows.
-enum class Seiten_Detail {
+enum class PageDetailKind {
     Keine,       ///< no furnace selected: detail controls hidden
     Kurve,       ///< online curve of the selected furnace
     Transport,   ///< transport picture (furnace with identity block at 50)
 };
 
-struct Seiten_Bild {
-    std::array<Seiten_Zeile, OFEN_MAX> Zeile;
-    Seiten_Detail Detail = Seiten_Detail::Keine;
+struct PageImage {
+    std::array<PageRow, OFEN_MAX> Zeile;
+    PageDetailKind Detail = PageDetailKind::Keine;
     QString Label2;
     QString Label3;
     bool Taste_Aktiv = false;           ///< the detail buttons
 };
 
 /// The page as last computed.
-extern Seiten_Bild Seite;
+extern PageImage Seite;
 
 /// `Seite_Act`: recomputes every row of `bild` from the plant (offline and
 /// online texts, status colour with its blink, temperatures, segment and
 /// program end), then the selection and the detail area.
-void Seite_Act(Seiten_Bild &bild);
+void Seite_Act(PageImage &bild);
 
 /// `OfenSelect` click on row `n` (0..7): remembers it, sets the tool text
 /// (name and serial) and, when the furnace is online, selects it for the
 /// detail area. True when it was selected.
-bool Seite_Ofen_Klick(Seiten_Bild &bild, int n);
+bool furnaceRowClicked(PageImage &bild, int n);
 
 /// `Kein_Ofen`: clears the page's selection: no row marked, the labels
 /// emptied, the detail buttons disabled.
-void Kein_Ofen(Seiten_Bild &bild);
+void Kein_Ofen(PageImage &bild);
 
 /// The form closed: no furnace on view.
-void Seite_Schliessen();
+void livePageClosed();
 
 // ---- slow refresh ---------------------------------------------------------------
 
 /// Counted down by the main cycle once a tick, towards 0.
-void Seite_Warten_Zaehlen();
+void countPageWait();
 /// The page's own timer. While the USB import runs, the tick is its step and
 /// the rows stand still; otherwise, when the wait has run out, it sets the
 /// count to 3 and runs `Seite_Act` on `Seite`. True after a refresh.
-bool Seite_Takt();
+bool pageTick();
 /// The next page timer refreshes at once (after the message form closed).
-void Seite_Sofort();
+void refreshPageNow();
 
 /// Title and lines of the detail area for the selected furnace index while no
 /// live curve is shown there: serial and description, set, actual value and
 /// output, program start and forecast end, the open batch.
-struct Seiten_Detailtext {
+struct PageDetail {
     QString titel;
     QStringList zeilen;
 };
-Seiten_Detailtext Seite_Detail_Text(int ofen);
+PageDetail pageDetailText(int ofen);
 
 /// The element list `RX_List` of furnace number 1..8: the history of its
 /// heating element figures, oldest first, one line a record (time and the
 /// figure of each element); the caption "Elemente", with ", Charge " and the
 /// serial while the PLC's batch number differs from the open batch.
-struct Elemente_Bild {
+struct ElementHistory {
     QString caption;
     QStringList zeilen;
 };
-Elemente_Bild Elemente_Liste(int ofenNr);
+ElementHistory elementHistory(int ofenNr);
 
 /// `Block0_Zeit` of a furnace index from its last block 0 stamp, in the form
 /// "TTMMJJHHMM"; empty while the stamp is not readable. The main cycle calls
 /// it for each online furnace.
-void Block0_Zeit_Setzen(int ofen);
+void updateBlock0Time(int ofen);
 
 } // namespace kal

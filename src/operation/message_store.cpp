@@ -14,10 +14,10 @@ namespace {
 // The store stays open for the whole run, like the message file of the
 // original station on its fixed file number.
 QFile *datei = nullptr;
-Meld_Zugriffe zugriffe;
-StateReset reset{[] { Meld_Datei_Schliessen(); }};
+StoreAccesses zugriffe;
+StateReset reset{[] { closeMessageStore(); }};
 
-void zeitSchreiben(QByteArray &b, int pos, const Meld_Zeit &z)
+void writeTime(QByteArray &b, int pos, const MessageTime &z)
 {
     b[pos + 0] = char(z.Tag);
     b[pos + 1] = char(z.Monat);
@@ -27,9 +27,9 @@ void zeitSchreiben(QByteArray &b, int pos, const Meld_Zeit &z)
     b[pos + 5] = char(z.Sekunde);
 }
 
-Meld_Zeit zeitLesen(const QByteArray &b, int pos)
+MessageTime readTime(const QByteArray &b, int pos)
 {
-    Meld_Zeit z;
+    MessageTime z;
     z.Tag = u8(b[pos + 0]);
     z.Monat = u8(b[pos + 1]);
     z.Jahr = u8(b[pos + 2]);
@@ -39,9 +39,9 @@ Meld_Zeit zeitLesen(const QByteArray &b, int pos)
     return z;
 }
 
-Meld_Zeit zeitVon(const QDateTime &d)
+MessageTime timeOf(const QDateTime &d)
 {
-    Meld_Zeit z;
+    MessageTime z;
     z.Tag = u8(d.date().day());
     z.Monat = u8(d.date().month());
     z.Jahr = u8((d.date().year() - 2000) & 0xFF);
@@ -52,36 +52,36 @@ Meld_Zeit zeitVon(const QDateTime &d)
 }
 
 /// The 40 bytes of a text field: Latin-1, blank-padded, cut at 40.
-QByteArray textFeld(const QString &text)
+QByteArray textField(const QString &text)
 {
-    return Latin1Bytes(Fest(text, MELD_TEXT_LAENGE));
+    return Latin1Bytes(fixedWidth(text, MELD_TEXT_LAENGE));
 }
 
 /// Text of a stored field as the plant uses it: control characters and
 /// trailing blanks gone (a never written record is all zeros and reads as ""),
 /// leading blanks trimmed as well.
-QString feldText(const QByteArray &bytes)
+QString fieldText(const QByteArray &bytes)
 {
     return Text_Sauber(Latin1Text(bytes)).trimmed();
 }
 
 /// Stores `feld` as the text of record `satzNr` unless it is there already.
-void textSichern(int satzNr, const QByteArray &feld)
+void storeText(int satzNr, const QByteArray &feld)
 {
-    Meld_Satz s = Meld_Lesen(satzNr);
+    MessageRecord s = readMessage(satzNr);
     if (s.Text == feld)
         return;
     s.Text = feld;
-    Meld_Schreiben(satzNr, s);
+    writeMessage(satzNr, s);
 }
 
 } // namespace
 
-Meld_Satz Meld_Satz_Lesen(const QByteArray &bytes)
+MessageRecord parseMessageRecord(const QByteArray &bytes)
 {
     QByteArray b = bytes.left(MELD_SATZ_LAENGE);
     b.append(QByteArray(MELD_SATZ_LAENGE - b.size(), '\0'));
-    Meld_Satz s;
+    MessageRecord s;
     s.Text = b.mid(0, MELD_TEXT_LAENGE);
     s.Aktiv = u8(b[40]);
     for (int k = 0; k < 4; ++k) {
@@ -89,12 +89,12 @@ Meld_Satz Meld_Satz_Lesen(const QByteArray &bytes)
         s.Reserve_C[k] = u8(b[46 + k]);
     }
     s.Reserve_B = u8(b[45]);
-    s.Kommt = zeitLesen(b, 50);
-    s.Geht = zeitLesen(b, 56);
+    s.Kommt = readTime(b, 50);
+    s.Geht = readTime(b, 56);
     return s;
 }
 
-QByteArray Meld_Satz_Bytes(const Meld_Satz &satz)
+QByteArray messageRecordBytes(const MessageRecord &satz)
 {
     QByteArray b(MELD_SATZ_LAENGE, '\0');
     QByteArray text = satz.Text.left(MELD_TEXT_LAENGE);
@@ -106,21 +106,21 @@ QByteArray Meld_Satz_Bytes(const Meld_Satz &satz)
         b[46 + k] = char(satz.Reserve_C[k]);
     }
     b[45] = char(satz.Reserve_B);
-    zeitSchreiben(b, 50, satz.Kommt);
-    zeitSchreiben(b, 56, satz.Geht);
+    writeTime(b, 50, satz.Kommt);
+    writeTime(b, 56, satz.Geht);
     return b;
 }
 
-int Meld_Satz_Nr(int ofen, int n)
+int messageRecordNumber(int ofen, int n)
 {
     if (ofen < 0 || ofen >= OFEN_MAX)
         raiseBounds("Meld_Satz", ofen);
     return ofen * 100 + n;
 }
 
-bool Meld_Datei_Oeffnen()
+bool openMessageStore()
 {
-    Meld_Datei_Schliessen();
+    closeMessageStore();
     datei = new QFile(QDir(plant.Pfad[0]).filePath(QStringLiteral("Kalmeron.mld")));
     zugriffe = {};
     if (!datei->open(QIODevice::ReadWrite)) {
@@ -131,7 +131,7 @@ bool Meld_Datei_Oeffnen()
     return true;
 }
 
-void Meld_Datei_Schliessen()
+void closeMessageStore()
 {
     if (!datei)
         return;
@@ -140,21 +140,21 @@ void Meld_Datei_Schliessen()
     datei = nullptr;
 }
 
-bool Meld_Datei_Offen()
+bool messageStoreOpen()
 {
     return datei != nullptr;
 }
 
-Meld_Satz Meld_Lesen(int satzNr)
+MessageRecord readMessage(int satzNr)
 {
     ++zugriffe.lesen;
     QByteArray b;
     if (datei && satzNr >= 1 && datei->seek(qint64(satzNr - 1) * MELD_SATZ_LAENGE))
         b = datei->read(MELD_SATZ_LAENGE);
-    return Meld_Satz_Lesen(b);
+    return parseMessageRecord(b);
 }
 
-void Meld_Schreiben(int satzNr, const Meld_Satz &satz)
+void writeMessage(int satzNr, const MessageRecord &satz)
 {
     ++zugriffe.schreiben;
     if (!datei || satzNr < 1)
@@ -167,13 +167,13 @@ void Meld_Schreiben(int satzNr, const Meld_Satz &satz)
         datei->write(QByteArray(pos - ende, '\0'));
     }
     datei->seek(pos);
-    datei->write(Meld_Satz_Bytes(satz));
+    datei->write(messageRecordBytes(satz));
     // The store lives for the whole run: keep the disk current, so nothing
     // is lost when the station is stopped from outside.
     datei->flush();
 }
 
-Meld_Zugriffe Meld_Datei_Zugriffe()
+StoreAccesses messageStoreAccesses()
 {
     return zugriffe;
 }
@@ -183,36 +183,36 @@ void MeldEintrag(int ofen, int meldung)
     const int n = meldung < 0 ? -meldung : meldung;
     if (n < 1 || n > MELD_PRO_OFEN)
         return;
-    const QDateTime jetzt = Jetzt();
-    const int satzNr = Meld_Satz_Nr(ofen, n);
-    Meld_Satz s = Meld_Lesen(satzNr);
+    const QDateTime jetzt = now();
+    const int satzNr = messageRecordNumber(ofen, n);
+    MessageRecord s = readMessage(satzNr);
     if (meldung > 0 && s.Aktiv == 0) {
         s.Aktiv = 1;
-        s.Kommt = zeitVon(jetzt);
-        Meld_Schreiben(satzNr, s);
+        s.Kommt = timeOf(jetzt);
+        writeMessage(satzNr, s);
     } else if (meldung < 0 && s.Aktiv != 0) {
         s.Aktiv = 0;
-        s.Geht = zeitVon(jetzt);
-        Meld_Schreiben(satzNr, s);
+        s.Geht = timeOf(jetzt);
+        writeMessage(satzNr, s);
     }
-    Alarme_Meldung_Neu();
+    messagesChanged();
 }
 
 void MeldText_Sichern(int ofen, int n, const QString &text)
 {
     if (n >= 1 && n <= MELD_PRO_OFEN) {
-        textSichern(Meld_Satz_Nr(ofen, n), textFeld(text.trimmed()));
+        storeText(messageRecordNumber(ofen, n), textField(text.trimmed()));
     } else if (n == MELD_SATZ_SPUR) {
         QString spur;
         for (int k = 0; k < 4; ++k)
-            spur += Fest(plant.Spur(ofen, k), 8);
-        textSichern(Meld_Satz_Nr(ofen, MELD_SATZ_SPUR), textFeld(spur));
-        const QString titel = Fest(plant.Spur_Titel(ofen, 0), 16) + Fest(plant.Spur_Titel(ofen, 1), 16);
-        textSichern(Meld_Satz_Nr(ofen, MELD_SATZ_SPUR_TITEL), textFeld(titel));
+            spur += fixedWidth(plant.Spur(ofen, k), 8);
+        storeText(messageRecordNumber(ofen, MELD_SATZ_SPUR), textField(spur));
+        const QString titel = fixedWidth(plant.Spur_Titel(ofen, 0), 16) + fixedWidth(plant.Spur_Titel(ofen, 1), 16);
+        storeText(messageRecordNumber(ofen, MELD_SATZ_SPUR_TITEL), textField(titel));
     }
 }
 
-void Meld_Anzahl_Setzen(int ofen)
+void setMessageCount(int ofen)
 {
     // The furnace's version word is its type word: the sign bit says that the
     // PLC has a layout (version) block at all, bit 12 marks the large layout,
@@ -221,13 +221,13 @@ void Meld_Anzahl_Setzen(int ofen)
     plant.Meld_Anzahl[ofen] = (typ < 0 && (typ & 0x1000)) ? 48 : 32;
 }
 
-void Meld_Texte_Laden()
+void loadMessageTexts()
 {
     for (int ofen = 0; ofen < OFEN_MAX; ++ofen) {
-        Meld_Anzahl_Setzen(ofen);
+        setMessageCount(ofen);
         for (int n = 1; n <= MELD_PRO_OFEN; ++n) {
-            const Meld_Satz s = Meld_Lesen(Meld_Satz_Nr(ofen, n));
-            plant.Meld_Text(ofen, n - 1) = feldText(s.Text).left(MELD_TEXT_BREITE);
+            const MessageRecord s = readMessage(messageRecordNumber(ofen, n));
+            plant.Meld_Text(ofen, n - 1) = fieldText(s.Text).left(MELD_TEXT_BREITE);
             if (s.Aktiv > 0) {
                 const int w = (n - 1) / 16;
                 const uint16_t maske = uint16_t(plant.Meld_Letzt(ofen, w)) | uint16_t(1u << ((n - 1) % 16));
@@ -235,12 +235,12 @@ void Meld_Texte_Laden()
                 plant.Meld_Letzt(ofen, w) = int16_t(maske);
             }
         }
-        const QByteArray spur = Meld_Lesen(Meld_Satz_Nr(ofen, MELD_SATZ_SPUR)).Text;
+        const QByteArray spur = readMessage(messageRecordNumber(ofen, MELD_SATZ_SPUR)).Text;
         for (int k = 0; k < 4; ++k)
-            plant.Spur(ofen, k) = feldText(spur.mid(8 * k, 8));
-        const QByteArray titel = Meld_Lesen(Meld_Satz_Nr(ofen, MELD_SATZ_SPUR_TITEL)).Text;
+            plant.Spur(ofen, k) = fieldText(spur.mid(8 * k, 8));
+        const QByteArray titel = readMessage(messageRecordNumber(ofen, MELD_SATZ_SPUR_TITEL)).Text;
         for (int k = 0; k < 2; ++k)
-            plant.Spur_Titel(ofen, k) = feldText(titel.mid(16 * k, 16));
+            plant.Spur_Titel(ofen, k) = fieldText(titel.mid(16 * k, 16));
     }
 }
 

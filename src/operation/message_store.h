@@ -33,7 +33,7 @@ constexpr int MELD_SATZ_SPUR_TITEL = 98;  ///< record of the two 16-character na
 constexpr int MELD_TEXT_BREITE = 22;      ///< width of Meld_Text
 
 /// A moment of a message, as the six bytes of the record hold it.
-struct Meld_Zeit {
+struct MessageTime {
     u8 Tag = 0;
     u8 Monat = 0;
     u8 Jahr = 0;  ///< year - 2000
@@ -43,45 +43,45 @@ struct Meld_Zeit {
 };
 
 /// One record of the store.
-struct Meld_Satz {
+struct MessageRecord {
     QByteArray Text = QByteArray(MELD_TEXT_LAENGE, '\0'); ///< 40 bytes as stored
     u8 Aktiv = 0;
     std::array<u8, 4> Reserve_A{};  ///< offset 41
     u8 Reserve_B = 0;               ///< offset 45
     std::array<u8, 4> Reserve_C{};  ///< offset 46
-    Meld_Zeit Kommt;
-    Meld_Zeit Geht;
+    MessageTime Kommt;
+    MessageTime Geht;
 };
 
 /// Field by field from 62 bytes; a shorter buffer reads as if padded with zeros.
-Meld_Satz Meld_Satz_Lesen(const QByteArray &bytes);
+MessageRecord parseMessageRecord(const QByteArray &bytes);
 /// Field by field into exactly 62 bytes.
-QByteArray Meld_Satz_Bytes(const Meld_Satz &satz);
+QByteArray messageRecordBytes(const MessageRecord &satz);
 
 /// Record number of message n (or 97, 98) of furnace index `ofen`.
-int Meld_Satz_Nr(int ofen, int n);
+int messageRecordNumber(int ofen, int n);
 
 /// Opens `Pfad`[0] + "Kalmeron.mld" (created when missing) for the run.
 /// False when it cannot be opened: then reads give zeros and writes are lost.
-bool Meld_Datei_Oeffnen();
+bool openMessageStore();
 /// Closes the store (shutdown, `Programm_Ende`).
-void Meld_Datei_Schliessen();
-bool Meld_Datei_Offen();
+void closeMessageStore();
+bool messageStoreOpen();
 
 /// Reads record `satzNr` (from 1). Past the end of the file, or with the store
 /// closed, the record reads as zeros; a cut last record is padded with zeros.
-Meld_Satz Meld_Lesen(int satzNr);
+MessageRecord readMessage(int satzNr);
 /// Writes record `satzNr`; a gap before it is filled with zero records.
-void Meld_Schreiben(int satzNr, const Meld_Satz &satz);
+void writeMessage(int satzNr, const MessageRecord &satz);
 
 /// Counts of record reads and writes since the store was opened. The main
 /// cycle's message scan must not touch the file for words that did not change;
 /// these counts make that visible.
-struct Meld_Zugriffe {
+struct StoreAccesses {
     int64_t lesen = 0;
     int64_t schreiben = 0;
 };
-Meld_Zugriffe Meld_Datei_Zugriffe();
+StoreAccesses messageStoreAccesses();
 
 /// `MeldEintrag(furnace index, ±n)`: message n came (+n) or went (-n).
 /// A come on a gone message stores `Aktiv` 1 and the come time, a go on an
@@ -98,12 +98,12 @@ void MeldText_Sichern(int ofen, int n, const QString &text);
 
 /// `Meld_Anzahl` of a furnace index from its type word: 48 when it has a
 /// version word (sign bit) with bit 12, else 32.
-void Meld_Anzahl_Setzen(int ofen);
+void setMessageCount(int ofen);
 
 /// Start-up: for every furnace sets `Meld_Anzahl`, reads messages 1..48 into
 /// `Meld_Text` (trimmed, 22 characters), sets the bit of every active message
 /// in `Meld_Letzt` so it does not come again, and reads records 97 and 98 into
 /// `Spur` and `Spur_Titel`.
-void Meld_Texte_Laden();
+void loadMessageTexts();
 
 } // namespace kal

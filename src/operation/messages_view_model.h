@@ -19,62 +19,62 @@ namespace kal {
 
 /// Opens the form in normal mode (the live page's message button) or in
 /// configuration mode (menu `mnuMeldConfig`). Ticks nothing.
-void Alarme_Oeffnen(bool konfig);
+void openMessages(bool konfig);
 /// The form closed: its menu entry is free again and the live page refreshes
 /// at its next tick.
-void Alarme_Schliessen();
+void messagesClosed();
 
 /// Called after a message came or went: redraws the lamps, and in normal mode
 /// the list, when the form is shown.
-void Alarme_Meldung_Neu();
+void messagesChanged();
 /// Called when the PLC's message configuration of a furnace was read: redraws
 /// the lamps, and the list when the configuration changed.
-void Alarme_Config_Neu(int ofen, bool geaendert);
+void messageConfigChanged(int ofen, bool geaendert);
 
 
 // ---- what the form shows --------------------------------------------------------------
 
 /// One line of `List1`; `daten` is the item data (furnace * 128 + message
 /// index in configuration mode, 0 in normal mode).
-struct Meld_Zeile {
+struct MessageLine {
     QString text;
     int daten = 0;
 };
 
 /// The four lamps `MLD_AKT`, `MLD_STOP`, `MLD_N2`, `MLD_SMS` of a furnace.
-struct Meld_Lampen {
+struct MessageLamps {
     bool sichtbar = false;
-    std::array<Farbwert, 4> farbe{Farbe_Normal, Farbe_Normal, Farbe_Normal, Farbe_Normal};
+    std::array<ColourValue, 4> farbe{Farbe_Normal, Farbe_Normal, Farbe_Normal, Farbe_Normal};
 };
 
 /// `CODE_Akt`: lamps of every furnace from word 699 of the configuration
 /// shadow. Shown only while the PLC has a message configuration; a lamp is
 /// light red while its bit (0 any message, 1 Stop, 2 N2, 3 SMS) is set.
-std::array<Meld_Lampen, OFEN_MAX> CODE_Akt();
+std::array<MessageLamps, OFEN_MAX> CODE_Akt();
 
 /// `Meld_Akt`: the lines of `List1` in the form's mode. Normal mode: every
 /// active message of every online, ticked furnace, from the store. Configuration
 /// mode: every message of every ticked furnace with its AKTIV, Stop, N2 and SMS
 /// bits from the word image.
-QList<Meld_Zeile> Meld_Akt();
+QList<MessageLine> Meld_Akt();
 
 /// Window title: `Sprachtext` 48, with "Config" in front in configuration mode.
-QString Alarme_Titel();
+QString messagesTitle();
 /// Caption of a furnace's box: last digit of its number, ":", its 16-character name.
-QString Check_Text(int ofen);
+QString boxCaption(int ofen);
 /// The boxes of furnaces that are not enabled stay hidden in normal mode.
-bool Check_Sichtbar(int ofen);
+bool boxVisible(int ofen);
 /// A box changed: stores the tick (the form then redraws the list).
-void Meld_Anzeige_Setzen(int ofen, int wert);
+void tickBox(int ofen, int wert);
 /// A line was clicked: in configuration mode it selects that message for the
 /// SMS button.
-void Meld_Zeile_Klick(int daten);
+void messageLineClicked(int daten);
 
 /// Captions of `Taste(0..7)`; an empty caption is a button that does nothing.
-std::array<QString, 8> Tasten_Texte();
+std::array<QString, 8> messageKeyCaptions();
 
 /// What the form does after a button.
-enum class Tasten_Folge {
+enum class KeyEffect {
     Nichts,         ///< nothing more
     Neu_Zeichnen,   ///< redraw list, lamps and captions
     Schliessen,     ///< close the form
@@ -83,6 +83,6 @@ enum class Tasten_Folge {
 /// A press of button 6 acknowledges the messages of the furnace selected on
 /// the live page (command 4 to word 30); button 2 switches the SMS bit of the
 /// selected line; button 7 closes the form.
-Tasten_Folge Taste_Klick(int index, int flag);
+KeyEffect messageKey(int index, int flag);
 
 } // namespace kal

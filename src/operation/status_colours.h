@@ -4,28 +4,28 @@
 // The values are kept as the plant's colour tables hold them: 0x00BBGGRR
 // (blue in the high byte, red in the low one). One value is not a colour but a
 // reference to the system's button face, which every form takes from its own
-// palette; `Farbe_RGB` turns the others into 0xAARRGGBB for painting.
+// palette; `colourRgb` turns the others into 0xAARRGGBB for painting.
 
 #include <cstdint>
 
 namespace kal {
 
-using Farbwert = uint32_t;
+using ColourValue = uint32_t;
 
-constexpr Farbwert Farbe_Normal = 0x8000000F;   ///< the system's button face: idle, not connected
-constexpr Farbwert Farbe_Stoerung = 0x8080FF;   ///< light red: a fault is up
-constexpr Farbwert Farbe_Warnung = 65535;       ///< yellow: waiting or held
-constexpr Farbwert Farbe_Aktiv = 0x80FF80;      ///< light green: a program runs
+constexpr ColourValue Farbe_Normal = 0x8000000F;   ///< the system's button face: idle, not connected
+constexpr ColourValue Farbe_Stoerung = 0x8080FF;   ///< light red: a fault is up
+constexpr ColourValue Farbe_Warnung = 65535;       ///< yellow: waiting or held
+constexpr ColourValue Farbe_Aktiv = 0x80FF80;      ///< light green: a program runs
 
 /// True for the reference to the system's button face (the form paints it with
 /// its palette's button colour).
-constexpr bool Ist_Systemfarbe(Farbwert f)
+constexpr bool isSystemColour(ColourValue f)
 {
     return (f & 0x80000000u) != 0;
 }
 
 /// Opaque 0xFFRRGGBB of a BGR table value (meaningless for the system colour).
-constexpr uint32_t Farbe_RGB(Farbwert bgr)
+constexpr uint32_t colourRgb(ColourValue bgr)
 {
     const uint32_t r = bgr & 0xFF;
     const uint32_t g = (bgr >> 8) & 0xFF;

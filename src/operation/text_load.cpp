@@ -27,7 +27,7 @@ StateReset reset{[] { platz_Gesehen = {}; }};
 
 /// The page word carries a program transfer: the station asked for or sent
 /// a memory place (1..6, 101..106), or the PLC answered one (1101..1106).
-bool programm_Wort(int wort)
+bool programWord(int wort)
 {
     return (wort >= 1 && wort <= 6) || (wort >= 101 && wort <= 106) || (wort >= 1101 && wort <= 1106);
 }
@@ -40,13 +40,13 @@ bool basis50(int f)
 }
 
 /// Furnaces with the identity block at 240 or 500 keep 32 messages.
-int gespeicherte_Meldungen(int f)
+int storedMessages(int f)
 {
     const int basis = plant.Ofen_Basis[f];
     return (basis == 240 || basis == 500) ? 32 : MELD_PRO_OFEN;
 }
 
-void seite_Senden(int ofenNr, int wert)
+void sendPage(int ofenNr, int wert)
 {
     const int f = ofenNr - 1;
     const int page = plant.Prog_Page[f];
@@ -55,13 +55,13 @@ void seite_Senden(int ofenNr, int wert)
              QStringLiteral("page word %1: text load").arg(wert));
 }
 
-void spur_Seite_Nehmen(int f)
+void takeTrackPage(int f)
 {
     if (!basis50(f)) {
         for (int k = 0; k < 4; ++k)
-            plant.Spur(f, k) = Worte_Text(f, word::PAGE_TRACKS + 8 * k, 4);
+            plant.Spur(f, k) = wordsText(f, word::PAGE_TRACKS + 8 * k, 4);
         for (int k = 0; k < 2; ++k)
-            plant.Spur_Titel(f, k) = Worte_Text(f, word::PAGE_NAMES + 8 * k, 8);
+            plant.Spur_Titel(f, k) = wordsText(f, word::PAGE_NAMES + 8 * k, 8);
     }
     for (int i = 0; i <= 10; ++i) {
         plant.Code_A(f, i) = plant.SPS_Wort(f, word::PAGE_CODES + 2 * i);
@@ -69,21 +69,21 @@ void spur_Seite_Nehmen(int f)
     }
 }
 
-void text_Seite_Nehmen(int f, int antwort)
+void takeTextPage(int f, int antwort)
 {
     const int m = (antwort - TEXT_SEITE_ERSTE) * 4;
     for (int k = 0; k < 4; ++k)
-        plant.Meld_Text(f, m + k) = Worte_Text(f, word::PAGE_TEXTS + 20 * k, 11).left(MELD_TEXT_BREITE);
+        plant.Meld_Text(f, m + k) = wordsText(f, word::PAGE_TEXTS + 20 * k, 11).left(MELD_TEXT_BREITE);
 }
 
 /// Every page is in: the word is cleared, the texts that changed go to the
 /// store and the configuration takes the PLC's identity.
-void laden_Beenden(int ofenNr, int wort)
+void finishLoad(int ofenNr, int wort)
 {
     const int f = ofenNr - 1;
     if (wort != 0)
-        seite_Senden(ofenNr, 0);
-    for (int n = 1; n <= gespeicherte_Meldungen(f); ++n)
+        sendPage(ofenNr, 0);
+    for (int n = 1; n <= storedMessages(f); ++n)
         MeldText_Sichern(f, n, plant.Meld_Text(f, n - 1));
     MeldText_Sichern(f, MELD_SATZ_SPUR, QString());
     plant.Meld_Seite[f] = -1;
@@ -108,13 +108,13 @@ void Load_Text(int ofenNr)
     const int wort = plant.SPS_Wort(f, plant.Prog_Page[f]);
 
     if (wort == LOESCHEN) {
-        seite_Senden(ofenNr, 0);
+        sendPage(ofenNr, 0);
         return;
     }
     // The page word is shared with the program transfer: a request waits for
     // its answer, and an answered place stays in the image for one more block
     // so that the program view can take it.
-    if (programm_Wort(wort)) {
+    if (programWord(wort)) {
         if (wort < 1100 || platz_Gesehen[f] != wort) {
             platz_Gesehen[f] = static_cast<i16>(wort);
             return;
@@ -123,22 +123,22 @@ void Load_Text(int ofenNr)
     platz_Gesehen[f] = 0;
     if (wort == SPUR_SEITE && zaehler == TEXT_LOAD_START) {
         zaehler = static_cast<i16>(basis50(f) ? SEITEN_48 : SEITEN_32);
-        spur_Seite_Nehmen(f);
+        takeTrackPage(f);
     } else if (wort >= TEXT_SEITE_ERSTE && wort <= TEXT_SEITE_LETZTE) {
         if (zaehler > SEITEN_48)
             zaehler = SEITEN_48;
         if (zaehler > 0 && wort == ANTWORT + ANFRAGE + zaehler) {
-            text_Seite_Nehmen(f, wort);
+            takeTextPage(f, wort);
             --zaehler;
         }
     }
 
     if (zaehler > 0) {
         if (plant.Write_Len[f] <= 0)
-            seite_Senden(ofenNr, zaehler + ANFRAGE);
+            sendPage(ofenNr, zaehler + ANFRAGE);
         return;
     }
-    laden_Beenden(ofenNr, wort);
+    finishLoad(ofenNr, wort);
 }
 
 } // namespace kal

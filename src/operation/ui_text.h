@@ -7,7 +7,7 @@
 namespace kal {
 
 /// A number in the "00" format: at least two digits.
-inline QString Zwei_Stellen(int n)
+inline QString twoDigits(int n)
 {
     return QStringLiteral("%1").arg(n, 2, 10, QLatin1Char('0'));
 }

@@ -13,45 +13,45 @@ namespace kal {
 
 namespace {
 
-Prog_Segment &seg(int k)
+ProgramSegment &seg(int k)
 {
     if (k < 0 || k >= PROG_SEGMENTE)
         raiseBounds("Segment", k);
     return prog.Prog.Segment[size_t(k)];
 }
 
-int ofenIndex()
+int furnaceIndex()
 {
     return prog.Prog_Ofen >= 1 ? prog.Prog_Ofen - 1 : 0;
 }
 
 /// A number put into 0..`oben` (or `unten`..`oben`) and rounded to whole.
-int ganz(double v, int unten, int oben)
+int wholeIn(double v, int unten, int oben)
 {
     return static_cast<int>(std::lround(std::clamp(v, double(unten), double(oben))));
 }
 
 /// Tenths of a value limited to 0.0 .. 999.9.
-i16 zehntel(const QString &text)
+i16 tenths(const QString &text)
 {
-    return static_cast<i16>(std::lround(std::clamp(Zahl_Eingabe(text), 0.0, GRAD_MAX) * 10.0));
+    return static_cast<i16>(std::lround(std::clamp(parseNumber(text), 0.0, GRAD_MAX) * 10.0));
 }
 
-void geaendert()
+void markChanged()
 {
     prog.Prog_Geaendert = TRUE16;
 }
 
-bool ofenOnline(int ofen)
+bool furnaceOnline(int ofen)
 {
     return plant.Ofen_Online[ofen] != 0;
 }
 
 } // namespace
 
-QList<Befehl_Eintrag> Befehl_Liste(int zeile)
+QList<CommandEntry> commandList(int zeile)
 {
-    QList<Befehl_Eintrag> l;
+    QList<CommandEntry> l;
     l.append({plant.Befehl_Name[BEF_ENDE].trimmed(), BEF_ENDE});
     for (int k = 1; k <= 5; ++k) {
         if (!(plant.Befehl_Maske & (1 << (k - 1))))
@@ -63,11 +63,11 @@ QList<Befehl_Eintrag> Befehl_Liste(int zeile)
     return l;
 }
 
-Zeilen_Anordnung Segment_Anordnung(int k)
+RowLayout segmentLayout(int k)
 {
-    const Prog_Segment &s = seg(k);
-    Zeilen_Anordnung a;
-    auto reihe = [&a](const QString &sollEinh, Feld_Zustand soll, const QString &gradEinh, bool gradient,
+    const ProgramSegment &s = seg(k);
+    RowLayout a;
+    auto reihe = [&a](const QString &sollEinh, FieldState soll, const QString &gradEinh, bool gradient,
                       bool maxOut, const QString &leer) {
         a.Soll_Einh = sollEinh;
         a.Sollwert = soll;
@@ -79,64 +79,64 @@ Zeilen_Anordnung Segment_Anordnung(int k)
     const QString grad = QStringLiteral("°C");
     switch (s.Befehl) {
     case BEF_RAMPE:
-        reihe(grad, Feld_Zustand::Offen, QStringLiteral("K/h"), true, prog.Prog_Lang != 0, QStringLiteral("0.1"));
+        reihe(grad, FieldState::Offen, QStringLiteral("K/h"), true, prog.Prog_Lang != 0, QStringLiteral("0.1"));
         a.Grad_Hinweis = QStringLiteral(" 0.0 - 999.9");
         break;
     case BEF_HALTEZEIT:
-        reihe(grad, Feld_Zustand::Gesperrt, QStringLiteral("h"), true, false, QStringLiteral("0.1"));
+        reihe(grad, FieldState::Gesperrt, QStringLiteral("h"), true, false, QStringLiteral("0.1"));
         a.Grad_Hinweis = QStringLiteral(" 0.0 - 999.9");
         break;
     case BEF_MANUELL:
-        reihe(grad, Feld_Zustand::Offen, QStringLiteral("%"), true, false, QStringLiteral("1"));
+        reihe(grad, FieldState::Offen, QStringLiteral("%"), true, false, QStringLiteral("1"));
         a.Grad_Hinweis = QStringLiteral(" 0 - 100");
         break;
     case BEF_SPRUNG:
-        reihe(grad, Feld_Zustand::Offen, QString(), false, true, QString());
+        reihe(grad, FieldState::Offen, QString(), false, true, QString());
         a.Grad_Einheit_Bleibt = true;
         break;
     case BEF_ZYKLUS:
-        reihe(Prog_Text(QStringLiteral("Ziel"), QStringLiteral("Target")), Feld_Zustand::Offen,
-              Prog_Text(QStringLiteral("Anzahl"), QStringLiteral("Count")), true, false, QString());
+        reihe(localText(QStringLiteral("Ziel"), QStringLiteral("Target")), FieldState::Offen,
+              localText(QStringLiteral("Anzahl"), QStringLiteral("Count")), true, false, QString());
         a.Soll_Hinweis = QStringLiteral(" 1 -") + QString::number(k);
         return a;
     default:
         return a;
     }
-    a.Soll_Hinweis = Soll_Max_Hinweis();
+    a.Soll_Hinweis = setpointHint();
     if (a.MaxOUT)
         a.Max_Hinweis = QStringLiteral(" 0 - 100");
     return a;
 }
 
-QString Zehntel_Text(int v)
+QString tenthsText(int v)
 {
-    return Format_Zahl(v / 10.0, QStringLiteral("###0.0")).replace(QLocale().decimalPoint(), QStringLiteral("."));
+    return formatNumber(v / 10.0, QStringLiteral("###0.0")).replace(QLocale().decimalPoint(), QStringLiteral("."));
 }
 
-QString Soll_Max_Hinweis()
+QString setpointHint()
 {
-    return QStringLiteral(" 0 -") + Format_Zahl(prog.Soll_Max, QStringLiteral("##0"));
+    return QStringLiteral(" 0 -") + formatNumber(prog.Soll_Max, QStringLiteral("##0"));
 }
 
-Zeilen_Texte Segment_Texte(int k)
+RowTexts segmentTexts(int k)
 {
-    const Prog_Segment &s = seg(k);
-    Zeilen_Texte t;
-    t.Sollwert = Format_Zahl(s.Befehl == BEF_ZYKLUS ? s.MaxOut : s.Sollwert, QStringLiteral("##0"));
+    const ProgramSegment &s = seg(k);
+    RowTexts t;
+    t.Sollwert = formatNumber(s.Befehl == BEF_ZYKLUS ? s.MaxOut : s.Sollwert, QStringLiteral("##0"));
     switch (s.Befehl) {
-    case BEF_RAMPE: t.Gradient = Zehntel_Text(s.Gradient); break;
-    case BEF_HALTEZEIT: t.Gradient = Zehntel_Text(s.Haltezeit); break;
-    case BEF_MANUELL: t.Gradient = Format_Zahl(s.MaxOut, QStringLiteral("##0")); break;
-    case BEF_ZYKLUS: t.Gradient = Format_Zahl(s.Gradient, QStringLiteral("##0")); break;
+    case BEF_RAMPE: t.Gradient = tenthsText(s.Gradient); break;
+    case BEF_HALTEZEIT: t.Gradient = tenthsText(s.Haltezeit); break;
+    case BEF_MANUELL: t.Gradient = formatNumber(s.MaxOut, QStringLiteral("##0")); break;
+    case BEF_ZYKLUS: t.Gradient = formatNumber(s.Gradient, QStringLiteral("##0")); break;
     default: break;
     }
-    t.MaxOUT = Format_Zahl(s.MaxOut, QStringLiteral("##0"));
+    t.MaxOUT = formatNumber(s.MaxOut, QStringLiteral("##0"));
     t.Zuluft = QString::number(s.Zuluft);
     t.Analog2 = QString::number(s.Analog);
     return t;
 }
 
-double Zahl_Eingabe(const QString &text)
+double parseNumber(const QString &text)
 {
     QString t = text;
     t.replace(QLatin1Char(','), QLatin1Char('.'));
@@ -145,53 +145,53 @@ double Zahl_Eingabe(const QString &text)
 
 void SollwertFormat(int k, const QString &text)
 {
-    Prog_Segment &s = seg(k);
-    const double v = Zahl_Eingabe(text);
+    ProgramSegment &s = seg(k);
+    const double v = parseNumber(text);
     if (s.Befehl == BEF_ZYKLUS)
-        s.MaxOut = static_cast<u8>(ganz(v, 1, std::max(1, k))); // only segments before it
+        s.MaxOut = static_cast<u8>(wholeIn(v, 1, std::max(1, k))); // only segments before it
     else
-        s.Sollwert = static_cast<i16>(ganz(v, 0, prog.Soll_Max));
-    geaendert();
+        s.Sollwert = static_cast<i16>(wholeIn(v, 0, prog.Soll_Max));
+    markChanged();
 }
 
 void GradientFormat(int k, const QString &text)
 {
-    Prog_Segment &s = seg(k);
+    ProgramSegment &s = seg(k);
     switch (s.Befehl) {
-    case BEF_RAMPE: s.Gradient = zehntel(text); break;
-    case BEF_HALTEZEIT: s.Haltezeit = zehntel(text); break;
-    case BEF_MANUELL: s.MaxOut = static_cast<u8>(ganz(Zahl_Eingabe(text), 0, 100)); break;
-    case BEF_ZYKLUS: s.Gradient = static_cast<i16>(ganz(Zahl_Eingabe(text), 1, 99)); break;
+    case BEF_RAMPE: s.Gradient = tenths(text); break;
+    case BEF_HALTEZEIT: s.Haltezeit = tenths(text); break;
+    case BEF_MANUELL: s.MaxOut = static_cast<u8>(wholeIn(parseNumber(text), 0, 100)); break;
+    case BEF_ZYKLUS: s.Gradient = static_cast<i16>(wholeIn(parseNumber(text), 1, 99)); break;
     default: return;
     }
-    geaendert();
+    markChanged();
 }
 
 void MaxOutFormat(int k, const QString &text)
 {
-    Prog_Segment &s = seg(k);
+    ProgramSegment &s = seg(k);
     if (s.Befehl != BEF_RAMPE && s.Befehl != BEF_SPRUNG)
         return;
-    s.MaxOut = static_cast<u8>(ganz(Zahl_Eingabe(text), 0, 100));
-    geaendert();
+    s.MaxOut = static_cast<u8>(wholeIn(parseNumber(text), 0, 100));
+    markChanged();
 }
 
 void ZuluftFormat(int k, const QString &text)
 {
-    seg(k).Zuluft = static_cast<i16>(ganz(Zahl_Eingabe(text), 0, Zuluft_Max(ofenIndex())));
-    geaendert();
+    seg(k).Zuluft = static_cast<i16>(wholeIn(parseNumber(text), 0, Zuluft_Max(furnaceIndex())));
+    markChanged();
 }
 
 void AnalogFormat(int k, const QString &text)
 {
     // The file and the command word keep 11 bits of it.
-    seg(k).Analog = static_cast<i16>(ganz(Zahl_Eingabe(text), 0, 0x7FF));
-    geaendert();
+    seg(k).Analog = static_cast<i16>(wholeIn(parseNumber(text), 0, 0x7FF));
+    markChanged();
 }
 
-void Befehl_Waehlen(int k, int befehl)
+void chooseCommand(int k, int befehl)
 {
-    Prog_Segment &s = seg(k);
+    ProgramSegment &s = seg(k);
     if (s.Befehl == befehl)
         return;
     s.Befehl = static_cast<u8>(befehl);
@@ -205,28 +205,28 @@ void Befehl_Waehlen(int k, int befehl)
         s.MaxOut = static_cast<u8>(std::clamp<int>(s.MaxOut, 1, std::max(1, k)));
         s.Gradient = static_cast<i16>(std::clamp<int>(s.Gradient, 1, 99));
     }
-    geaendert();
+    markChanged();
 }
 
-void Ausgang_Klick(int k, int bit)
+void toggleOutput(int k, int bit)
 {
     if (bit < 0 || bit > 3)
         return;
     seg(k).Ausgang ^= static_cast<u8>(1 << bit);
-    geaendert();
+    markChanged();
 }
 
-QString Ausgang_Text(bool gesetzt, bool argonWahl)
+QString outputCaption(bool gesetzt, bool argonWahl)
 {
     if (argonWahl)
         return gesetzt ? QStringLiteral("-Ar-") : QStringLiteral("-N2-");
     return gesetzt ? QStringLiteral("-1-") : QStringLiteral("-0-");
 }
 
-void Sollwert_Durchlauf()
+void fillSetpoints()
 {
     i16 vorher = 0;
-    for (Prog_Segment &s : prog.Prog.Segment) {
+    for (ProgramSegment &s : prog.Prog.Segment) {
         if (s.Befehl == BEF_HALTEZEIT)
             s.Sollwert = vorher;
         else if (s.Sollwert < 0)
@@ -238,7 +238,7 @@ void Sollwert_Durchlauf()
 std::array<QString, 7> Loadtaste()
 {
     std::array<QString, 7> t;
-    const int ofen = ofenIndex();
+    const int ofen = furnaceIndex();
     const QString laden = Text_Id(text::LOAD) + QLatin1Char(' ') + QString::number(prog.Prog_Ofen) +
                           QLatin1Char(':') + plant.Ofen_Name[ofen].trimmed();
     if (prog.Prog_Aus_Puffer != 0) {
@@ -246,19 +246,19 @@ std::array<QString, 7> Loadtaste()
         t[6] = laden;
     } else if (prog.Prog_Geaendert != 0) {
         t[6] = Text_Id(text::SAVE);
-    } else if (ofenOnline(ofen) && !(plant.SPS_Wort(ofen, 74) & 1)) {
+    } else if (furnaceOnline(ofen) && !(plant.SPS_Wort(ofen, 74) & 1)) {
         t[6] = laden;
     }
-    if (ofenOnline(ofen))
+    if (furnaceOnline(ofen))
         for (int i = 0; i < PLAETZE; ++i)
             t[size_t(i)] = Text_Id(text::LOAD) + QLatin1Char(' ') + Text_Id(text::MEMORY) + QLatin1Char(' ') +
                            QString::number(i + 1);
     return t;
 }
 
-bool Editor_Sichern(const QString &name)
+bool saveEditor(const QString &name)
 {
-    prog.Prog.Prog_Name = Name_Fest(name, prog.Prog_Name_Len);
+    prog.Prog.Prog_Name = paddedName(name, prog.Prog_Name_Len);
     if (!Prog_Sichern(prog.Prog_Datei, prog.Prog_Nr)) {
         dialogs().message(Text_Id(text::FILE_NOT_FOUND) + QStringLiteral(":\n") + prog.Prog_Datei);
         return false;
@@ -267,40 +267,40 @@ bool Editor_Sichern(const QString &name)
     return true;
 }
 
-Tasten_Folge Taste_Druck(int i, const QString &caption, const QString &name)
+KeyEffect editorKey(int i, const QString &caption, const QString &name)
 {
     if (caption.isEmpty() || prog.Prog_Ofen < 1)
-        return Tasten_Folge::Nichts;
+        return KeyEffect::Nichts;
     int platz = -1;
     if (i >= 0 && i < PLAETZE)
         platz = i + 1;
     else if (i == 6 && caption.startsWith(Text_Id(text::LOAD)))
         platz = 0;
     if (platz >= 0) {
-        if (Schreiben_Offen(prog.Prog_Ofen - 1))
-            return Tasten_Folge::Nichts;
-        prog.Prog.Prog_Name = Name_Fest(name, prog.Prog_Lang ? PROG_NAME_MAX : PROG_NAME_KURZ);
-        switch (Prog_Senden(Start_Wort(platz), platz)) {
-        case Senden_Ergebnis::Gesendet: return Tasten_Folge::Gesendet;
-        case Senden_Ergebnis::Abgelehnt: return Tasten_Folge::Abgelehnt;
-        default: return Tasten_Folge::Nichts;
+        if (writePending(prog.Prog_Ofen - 1))
+            return KeyEffect::Nichts;
+        prog.Prog.Prog_Name = paddedName(name, prog.Prog_Lang ? PROG_NAME_MAX : PROG_NAME_KURZ);
+        switch (Prog_Senden(startWord(platz), platz)) {
+        case SendResult::Gesendet: return KeyEffect::Gesendet;
+        case SendResult::Abgelehnt: return KeyEffect::Abgelehnt;
+        default: return KeyEffect::Nichts;
         }
     }
     if (i == 6 && caption == Text_Id(text::SAVE))
-        return Editor_Sichern(name) ? Tasten_Folge::Gesichert : Tasten_Folge::Fehler;
-    return Tasten_Folge::Nichts;
+        return saveEditor(name) ? KeyEffect::Gesichert : KeyEffect::Fehler;
+    return KeyEffect::Nichts;
 }
 
-QString Schliessen_Frage()
+QString closeQuestion()
 {
-    const int ofen = ofenIndex();
-    return Ofen_Typtext(ofen) + QStringLiteral(", ") + Text_Id(text::PROGRAM) +
+    const int ofen = furnaceIndex();
+    return typeText(ofen) + QStringLiteral(", ") + Text_Id(text::PROGRAM) +
            QStringLiteral(" Nr.") + QString::number(prog.Prog_Nr) + QLatin1Char('\n') + Text_Id(text::CHANGED) +
            QStringLiteral(" !\n") + Text_Id(text::PROGRAM) + QLatin1Char(' ') + Text_Id(text::SAVE) +
            QStringLiteral("? ");
 }
 
-QString Name_Bereinigen(const QString &name, int laenge)
+QString cleanName(const QString &name, int laenge)
 {
     QString n = name;
     for (QChar &c : n)
@@ -311,9 +311,9 @@ QString Name_Bereinigen(const QString &name, int laenge)
     return n.left(laenge);
 }
 
-bool Editor_Oeffnen(int ofenNr, int p)
+bool openEditor(int ofenNr, int p)
 {
-    Prog_Ofen_Setzen(ofenNr);
+    setProgramFurnace(ofenNr);
     if (prog.Prog_Ofen < 1)
         return false;
     if (p < 1 || p > plant.Prog_Anzahl)
@@ -323,26 +323,26 @@ bool Editor_Oeffnen(int ofenNr, int p)
     prog.Prog_Geaendert = 0;
     if (!Prog_Laden(prog.Prog_Datei, p)) {
         // An unreadable file opens an empty program, never the one before.
-        prog.Prog.Segment.fill(Segment_Neu());
+        prog.Prog.Segment.fill(newSegment());
         prog.Prog.Prog_Name.clear();
         prog.Prog.Datum = QDateTime();
     }
-    prog.Prog.Prog_Name = Name_Bereinigen(prog.Prog.Prog_Name, prog.Prog_Name_Len);
+    prog.Prog.Prog_Name = cleanName(prog.Prog.Prog_Name, prog.Prog_Name_Len);
     if (!prog.Prog.Datum.isValid())
-        prog.Prog.Datum = Jetzt();
+        prog.Prog.Datum = now();
     return true;
 }
 
-QString Editor_Titel()
+QString editorTitle()
 {
-    return QStringLiteral("[%1]  ").arg(prog.Prog_Ofen % 10) + Ofen_Typtext(ofenIndex());
+    return QStringLiteral("[%1]  ").arg(prog.Prog_Ofen % 10) + typeText(furnaceIndex());
 }
 
-long Prog_Dauer_Minuten(const Prog_Typ &t)
+long programMinutes(const Program &t)
 {
     double stunden = 0.0;
     double vorher = 0.0;
-    for (const Prog_Segment &s : t.Segment) {
+    for (const ProgramSegment &s : t.Segment) {
         if (s.Befehl == BEF_ENDE || s.Befehl > BEF_ZYKLUS)
             break;
         if (s.Befehl == BEF_RAMPE && s.Gradient > 0)
@@ -355,10 +355,10 @@ long Prog_Dauer_Minuten(const Prog_Typ &t)
     return std::lround(stunden * 60.0);
 }
 
-QString Dauer_Text(long minuten, const QString &stundenFormat)
+QString durationText(long minuten, const QString &stundenFormat)
 {
-    return Format_Zahl(double(minuten / 60), stundenFormat) + QLatin1Char(':') +
-           Format_Zahl(double(minuten % 60), QStringLiteral("00")) + QStringLiteral(" h");
+    return formatNumber(double(minuten / 60), stundenFormat) + QLatin1Char(':') +
+           formatNumber(double(minuten % 60), QStringLiteral("00")) + QStringLiteral(" h");
 }
 
 } // namespace kal

@@ -18,7 +18,7 @@ constexpr int EDITOR_ZEILEN = 8;     ///< rows shown at once
 constexpr double GRAD_MAX = 999.9;   ///< K/h and h of a ramp or hold field
 
 /// An entry of a row's command list: its caption and its command value.
-struct Befehl_Eintrag {
+struct CommandEntry {
     QString text;
     int befehl = 0;
 };
@@ -26,14 +26,14 @@ struct Befehl_Eintrag {
 /// Command list of row `zeile` (0..7): "Ende", then the commands whose bit in
 /// `Befehl_Maske` is set; "Zyklus" not in the first row of the table, where
 /// a cycle has nothing before it.
-QList<Befehl_Eintrag> Befehl_Liste(int zeile);
+QList<CommandEntry> commandList(int zeile);
 
-enum class Feld_Zustand { Offen, Gesperrt, Verborgen };
+enum class FieldState { Offen, Gesperrt, Verborgen };
 
 /// `Segment(row)`: how a row is arranged for the command of segment k.
-struct Zeilen_Anordnung {
+struct RowLayout {
     QString Soll_Einh;
-    Feld_Zustand Sollwert = Feld_Zustand::Verborgen;
+    FieldState Sollwert = FieldState::Verborgen;
     QString Grad_Einheit;
     bool Grad_Einheit_Bleibt = false; ///< "Sprung": the unit stays as it was
     bool Gradient = false;
@@ -41,17 +41,17 @@ struct Zeilen_Anordnung {
     QString Gradient_Leer;            ///< text an empty Gradient field gets
     QString Soll_Hinweis, Grad_Hinweis, Max_Hinweis;
 };
-Zeilen_Anordnung Segment_Anordnung(int k);
+RowLayout segmentLayout(int k);
 
 /// The fields of segment k as the row shows them.
-struct Zeilen_Texte {
+struct RowTexts {
     QString Sollwert, Gradient, MaxOUT, Zuluft, Analog2;
 };
-Zeilen_Texte Segment_Texte(int k);
+RowTexts segmentTexts(int k);
 
 /// A typed number: a decimal comma counts as a point; text after the number
 /// is ignored, no number is 0.
-double Zahl_Eingabe(const QString &text);
+double parseNumber(const QString &text);
 
 /// The field routines: each takes the text of one field of segment k into the
 /// working copy, puts a number beyond a limit at the limit without a message,
@@ -63,17 +63,17 @@ void ZuluftFormat(int k, const QString &text);
 void AnalogFormat(int k, const QString &text);
 /// A command chosen in the list of segment k; a ramp or hold without a value
 /// gets 0.1, a cycle a target and count within their limits.
-void Befehl_Waehlen(int k, int befehl);
+void chooseCommand(int k, int befehl);
 /// A click on output `bit` (0..3) of segment k flips it.
-void Ausgang_Klick(int k, int bit);
+void toggleOutput(int k, int bit);
 /// Caption of an output button: "-1-" / "-0-", or "-Ar-" / "-N2-" for the
 /// fourth output of a furnace that chooses argon or nitrogen there.
-QString Ausgang_Text(bool gesetzt, bool argonWahl);
+QString outputCaption(bool gesetzt, bool argonWahl);
 
 /// The first pass of `Ausgabe_AKT` over all 20 segments: a hold takes the set
 /// value of the segment before it (the first starts from 0), any other
 /// segment has a negative set value put to 0.
-void Sollwert_Durchlauf();
+void fillSetpoints();
 
 /// `Loadtaste`: captions of `Taste(0)` .. `Taste(6)`. After a paste
 /// `Prog_Geaendert` is cleared and `Taste(6)` loads into the furnace; a
@@ -83,7 +83,7 @@ void Sollwert_Durchlauf();
 std::array<QString, 7> Loadtaste();
 
 /// What a button did.
-enum class Tasten_Folge {
+enum class KeyEffect {
     Nichts,     ///< empty or other caption, or a send while one is pending
     Gesendet,   ///< the block is queued: show the progress form
     Abgelehnt,  ///< refused with its message
@@ -92,38 +92,38 @@ enum class Tasten_Folge {
 };
 
 /// `Taste(i)` with its caption, `name` the text of the name field.
-Tasten_Folge Taste_Druck(int i, const QString &caption, const QString &name);
+KeyEffect editorKey(int i, const QString &caption, const QString &name);
 
 /// Saves the working copy with the name of the name field (cut or padded to
 /// Prog_Name_Len) as `Prog_Nr`; clears `Prog_Geaendert`. False when the file
 /// could not be written (a message says so).
-bool Editor_Sichern(const QString &name);
+bool saveEditor(const QString &name);
 
 /// The three lines of the question on closing a changed program.
-QString Schliessen_Frage();
+QString closeQuestion();
 
 /// Opens the editor's working copy: furnace number and program number
 /// (0 or above 100 becomes 1), name cleaned and cut, an empty date today; an
 /// unreadable file gives an empty program. False with no furnace.
-bool Editor_Oeffnen(int ofenNr, int p);
+bool openEditor(int ofenNr, int p);
 
 /// Characters below 32 turn to blanks, trailing blanks go, cut to `laenge`.
-QString Name_Bereinigen(const QString &name, int laenge);
+QString cleanName(const QString &name, int laenge);
 
 /// Window title: "[" the last digit of the furnace number "]  " type text.
-QString Editor_Titel();
+QString editorTitle();
 
 /// Running time of a program in minutes: a ramp counts the distance from the
 /// temperature before it (either way) at its rate, a hold its time; the sum
 /// stops at the first end. A ramp of rate 0 counts nothing.
-long Prog_Dauer_Minuten(const Prog_Typ &t);
+long programMinutes(const Program &t);
 /// Hours and minutes: hours in `stundenFormat`, ":", two-digit minutes, " h".
-QString Dauer_Text(long minuten, const QString &stundenFormat);
+QString durationText(long minuten, const QString &stundenFormat);
 
 /// Hint of a set value field: " 0 -" and `Soll_Max`.
-QString Soll_Max_Hinweis();
+QString setpointHint();
 
 /// Tenths as "###0.0", with a point whatever the system's decimal mark.
-QString Zehntel_Text(int zehntel);
+QString tenthsText(int zehntel);
 
 } // namespace kal

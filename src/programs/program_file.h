@@ -29,10 +29,10 @@ constexpr int PROG_SAETZE = 21;                  ///< records per program
 constexpr int PROG_DATEI_SAETZE = 2101;          ///< records of a whole file
 
 /// Record number of the header of program p.
-inline int Prog_Kopf(int p) { return (p - 1) * PROG_SAETZE + 2; }
+inline int headerRecord(int p) { return (p - 1) * PROG_SAETZE + 2; }
 
 /// `Prog_Laden(file, p)`: program p into the working copy. Sets the limits of
-/// the file (Prog_Grenzen_Setzen); pastes the buffer instead when
+/// the file (setProgramLimits); pastes the buffer instead when
 /// `Prog_Aus_Puffer` is set; else reads the slot: an empty one gives 20 fresh
 /// segments dated now. `Sollwert` is
 /// clamped to 0..Soll_Max, `Analog` keeps 11 bits. False when the file
@@ -54,7 +54,7 @@ bool Prog_Neu();
 bool Prog_Loeschen(const QString &datei, int p);
 
 /// One line of the selection list.
-struct Prog_Eintrag {
+struct ProgramEntry {
     int p = 0;
     QString name;     ///< first 30 characters
     QDateTime datum;
@@ -63,11 +63,11 @@ struct Prog_Eintrag {
 
 /// The stored programs of a file in number order, names of `nameLen`
 /// characters. A missing file gives an empty list.
-QList<Prog_Eintrag> Prog_Liste(const QString &datei, int nameLen);
+QList<ProgramEntry> programList(const QString &datei, int nameLen);
 
 /// The date of a program header's first six bytes; invalid when they make
 /// no date.
-QDateTime Kopf_Datum(const QByteArray &satz);
+QDateTime headerDate(const QByteArray &satz);
 
 // ---- label file ---------------------------------------------------------------
 
@@ -77,7 +77,7 @@ constexpr int LABEL_SATZ = 370;
 /// OUTPUT4 (and a fifth text), and flags that hide an output button, `Zuluft`
 /// or `Analog2` for a segment kind. Each flag array belongs to one segment
 /// kind 1..5 (index kind - 1); a flag other than 0 hides.
-struct Label_Daten {
+struct OutputLabels {
     std::array<QString, 5> Text;                          ///< 60 characters each
     std::array<std::array<i16, 5>, 5> Ausgang_Aus{};      ///< [kind-1][output 0..3]; [4] unused
     std::array<std::array<i16, 2>, 5> Luft_Aus{};         ///< [kind-1][0 Zuluft, 1 Analog2]
@@ -85,14 +85,14 @@ struct Label_Daten {
 };
 
 /// Name of the label file of a furnace number.
-QString Label_Datei_Name(int ofenNr);
+QString labelFileName(int ofenNr);
 
 /// Reads the label file of a furnace number. Missing or short: the captions
 /// "OUTPUT1" .. "OUTPUT4" and every flag 0; no file is written.
-Label_Daten Label_Lesen(int ofenNr);
+OutputLabels readLabels(int ofenNr);
 
 /// The fourth output chooses between argon (set) and nitrogen (clear): the
 /// label file names argon for it.
-bool Label_Argon(const Label_Daten &l);
+bool outputIsArgon(const OutputLabels &l);
 
 } // namespace kal

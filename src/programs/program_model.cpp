@@ -4,15 +4,15 @@
 
 namespace kal {
 
-Programm_Zustand prog;
+ProgramFormsState prog;
 
 namespace {
-StateReset reset{[] { prog = Programm_Zustand{}; }};
+StateReset reset{[] { prog = ProgramFormsState{}; }};
 
 /// Befehl_Maske and the two option flags of the furnace of the working copy.
-void optionenSetzen()
+void setOptions()
 {
-    const int opt = prog.Prog_Ofen >= 1 ? Ofen_Option(prog.Prog_Ofen - 1) : 0;
+    const int opt = prog.Prog_Ofen >= 1 ? optionWord(prog.Prog_Ofen - 1) : 0;
     int maske = plant.Befehl_Maske;
     maske = (opt & OPT_MANUELL) ? maske | 4 : maske & ~4;
     maske = (opt & OPT_ZYKLUS) ? maske | 16 : maske & ~16;
@@ -23,7 +23,7 @@ void optionenSetzen()
 
 /// Soll_Max from the furnace's maximum temperature, then from the file name;
 /// the first name that matches decides.
-void sollMaxSetzen(const QString &datei)
+void deriveSetpointMax(const QString &datei)
 {
     prog.Soll_Max = prog.Prog_Ofen >= 1 ? static_cast<i16>(plant.Ofen_Max_Temp[prog.Prog_Ofen - 1] / 10) : 0;
     if (datei.contains(QLatin1String("OV_DEN"))) {
@@ -41,36 +41,36 @@ void sollMaxSetzen(const QString &datei)
 
 } // namespace
 
-QString Prog_Datei_Name(int ofenNr)
+QString programFileName(int ofenNr)
 {
-    return Pfad_Plus(plant.Prog_Ordner, QStringLiteral("OV_") + plant.Datei_Art[ofenNr] + QStringLiteral(".PRG"));
+    return joinPath(plant.Prog_Ordner, QStringLiteral("OV_") + plant.Datei_Art[ofenNr] + QStringLiteral(".PRG"));
 }
 
-int Prog_Name_Laenge(int ofenNr)
+int programNameWidth(int ofenNr)
 {
     return (plant.Ofen_Typ[ofenNr] & 0x1000) ? PROG_NAME_MAX : PROG_NAME_KURZ;
 }
 
-void Prog_Ofen_Setzen(int ofenNr)
+void setProgramFurnace(int ofenNr)
 {
     if (ofenNr < 1 || ofenNr > OFEN_MAX) {
         prog.Prog_Ofen = 0;
         return;
     }
     prog.Prog_Ofen = static_cast<u8>(ofenNr);
-    prog.Prog_Name_Len = Prog_Name_Laenge(ofenNr);
+    prog.Prog_Name_Len = programNameWidth(ofenNr);
     prog.Prog_Lang = flag(prog.Prog_Name_Len > PROG_NAME_KURZ);
-    prog.Prog_Datei = Prog_Datei_Name(ofenNr);
-    Prog_Grenzen_Setzen(prog.Prog_Datei);
+    prog.Prog_Datei = programFileName(ofenNr);
+    setProgramLimits(prog.Prog_Datei);
 }
 
-void Prog_Grenzen_Setzen(const QString &datei)
+void setProgramLimits(const QString &datei)
 {
-    optionenSetzen();
-    sollMaxSetzen(datei);
+    setOptions();
+    deriveSetpointMax(datei);
 }
 
-int Ofen_Option(int ofen)
+int optionWord(int ofen)
 {
     const QByteArray b = plant.Ofen_Version[ofen].toLatin1();
     const int lo = b.size() > 0 ? u8(b[0]) : 0;
@@ -78,38 +78,38 @@ int Ofen_Option(int ofen)
     return lo | hi << 8;
 }
 
-bool Hat_Versionswort(int ofen)
+bool hasVersionWord(int ofen)
 {
     return plant.Ofen_Typ[ofen + 1] < 0;
 }
 
-bool Versionswort_1(int ofen)
+bool versionWordIsOne(int ofen)
 {
     return plant.Ofen_Typ[ofen + 1] == 1;
 }
 
 int Zuluft_Max(int ofen)
 {
-    return Versionswort_1(ofen) ? 400 : 250;
+    return versionWordIsOne(ofen) ? 400 : 250;
 }
 
-QString Ofen_Typtext(int ofen)
+QString typeText(int ofen)
 {
     const QString t = plant.Ofen_Bezeichnung[ofen].trimmed();
     return t.isEmpty() ? plant.Ofen_Name[ofen].trimmed() : t;
 }
 
-QString Prog_Text(const QString &deutsch, const QString &englisch)
+QString localText(const QString &deutsch, const QString &englisch)
 {
     return plant.Sprache == 0 ? deutsch : englisch;
 }
 
-Prog_Segment Segment_Neu()
+ProgramSegment newSegment()
 {
-    return Prog_Segment{};
+    return ProgramSegment{};
 }
 
-QString Name_Fest(const QString &name, int laenge)
+QString paddedName(const QString &name, int laenge)
 {
     return name.left(laenge).leftJustified(laenge, QLatin1Char(' '));
 }

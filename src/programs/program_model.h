@@ -25,7 +25,7 @@ constexpr int PROG_NAME_KURZ = 16;  ///< short program names
 constexpr int SOLL_MAX_STANDARD = 1720;
 constexpr int SOLL_MAX_ENT = 350;
 
-enum Befehl_Art : int {
+enum CommandKind : int {
     BEF_ENDE = 0,
     BEF_RAMPE = 1,
     BEF_HALTEZEIT = 2,
@@ -40,7 +40,7 @@ constexpr int OPT_ZYKLUS = 0x200;
 constexpr int OPT_AUSGANG = 0x400;
 constexpr int OPT_ZULUFT = 0x800;
 
-struct Prog_Segment {
+struct ProgramSegment {
     u8 Befehl = 0;
     u8 Befehl_Alt = 0;   ///< the command as loaded
     i16 Sollwert = 0;
@@ -52,16 +52,16 @@ struct Prog_Segment {
     i16 Analog = 0;
 };
 
-struct Prog_Typ {
-    std::array<Prog_Segment, PROG_SEGMENTE> Segment{};
+struct Program {
+    std::array<ProgramSegment, PROG_SEGMENTE> Segment{};
     QString Prog_Name;   ///< up to 30 characters
     QDateTime Datum;     ///< date of saving; invalid when none
 };
 
 /// The station's own state of the program forms and routines.
-struct Programm_Zustand {
-    Prog_Typ Prog;               ///< the working copy
-    Prog_Typ Prog_Puffer;        ///< the copy buffer (its date is not used)
+struct ProgramFormsState {
+    Program Prog;               ///< the working copy
+    Program Prog_Puffer;        ///< the copy buffer (its date is not used)
     i16 Puffer_Voll = 0;         ///< the buffer has been filled once
 
     u8 Prog_Ofen = 0;            ///< furnace number 1..8 of the working copy, 0 none
@@ -84,13 +84,13 @@ struct Programm_Zustand {
     u8 Prog_Platz = 0;           ///< program view: memory place shown, 0 the active program
 };
 
-extern Programm_Zustand prog;
+extern ProgramFormsState prog;
 
 /// Sets the furnace of the working copy (number 1..8): `Prog_Ofen`,
 /// `Prog_Name_Len` (30 with bit 12 of the version word, else 16), `Prog_Lang`,
 /// `Prog_Datei` and the limits of its file. A number outside 1..8 sets
 /// `Prog_Ofen` 0 and nothing else.
-void Prog_Ofen_Setzen(int ofenNr);
+void setProgramFurnace(int ofenNr);
 
 /// The limits of the working copy's furnace for a program file: `Befehl_Maske`
 /// bit 2 from option bit 8 and bit 4 from option bit 9 (the other bits stay),
@@ -98,37 +98,37 @@ void Prog_Ofen_Setzen(int ofenNr);
 /// tenth of the furnace's maximum, then by the file name: "OV_DEN" 1720,
 /// "OV_SNT" 1720 with outputs and Zuluft, "OV_ENT" 350 with both, "OV_ADD"
 /// 1720; the first name that matches decides.
-void Prog_Grenzen_Setzen(const QString &datei);
+void setProgramLimits(const QString &datei);
 
 /// Program name width of a furnace number: 30 with bit 12 of the version
 /// word, else 16.
-int Prog_Name_Laenge(int ofenNr);
+int programNameWidth(int ofenNr);
 
 /// Program file of a furnace number: Prog_Ordner + "OV_" + kind + ".PRG".
-QString Prog_Datei_Name(int ofenNr);
+QString programFileName(int ofenNr);
 
 /// The option word of a furnace index: the two bytes of `Ofen_Version`, the
 /// first the low byte.
-int Ofen_Option(int ofen);
+int optionWord(int ofen);
 /// The furnace has a version word: its type word has the sign bit.
-bool Hat_Versionswort(int ofen);
+bool hasVersionWord(int ofen);
 /// The version word is 1: `Zuluft` runs 0..400 and goes to the PLC halved.
-bool Versionswort_1(int ofen);
+bool versionWordIsOne(int ofen);
 /// Highest `Zuluft` of a furnace index: 400 for version word 1, else 250.
 int Zuluft_Max(int ofen);
 
 /// The type text of a furnace index: `Ofen_Bezeichnung`, or `Ofen_Name` while
 /// that is empty.
-QString Ofen_Typtext(int ofen);
+QString typeText(int ofen);
 
 /// A text of the program forms that the language table does not hold: the
 /// German one, or the English one in any other language.
-QString Prog_Text(const QString &deutsch, const QString &englisch);
+QString localText(const QString &deutsch, const QString &englisch);
 
 /// A fresh segment: command 0, `MaxOut` 100, all else 0.
-Prog_Segment Segment_Neu();
+ProgramSegment newSegment();
 
 /// `Prog_Name` of the working copy cut or blank-padded to `laenge`.
-QString Name_Fest(const QString &name, int laenge);
+QString paddedName(const QString &name, int laenge);
 
 } // namespace kal

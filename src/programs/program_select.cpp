@@ -9,9 +9,9 @@
 
 namespace kal {
 
-QList<Wahl_Ofen> Wahl_Oefen()
+QList<FurnaceChoice> choiceFurnaces()
 {
-    QList<Wahl_Ofen> l;
+    QList<FurnaceChoice> l;
     for (int f = 0; f < OFEN_MAX; ++f) {
         const bool adresse = plant.Ofen_IP(f, 0) != 0;
         if (plant.Ofen_Aktiv[f] == 0 && !adresse)
@@ -22,46 +22,46 @@ QList<Wahl_Ofen> Wahl_Oefen()
     return l;
 }
 
-int Wahl_Ofen_Nr(int daten)
+int choiceFurnaceNumber(int daten)
 {
     while (daten >= 10)
         daten -= 10;
     return daten;
 }
 
-QList<Prog_Eintrag> Wahl_Liste(int ofenNr)
+QList<ProgramEntry> selectionList(int ofenNr)
 {
     prog.Prog_Nr = 0;
-    Prog_Ofen_Setzen(ofenNr);
+    setProgramFurnace(ofenNr);
     if (prog.Prog_Ofen < 1)
         return {};
     if (!QFile::exists(prog.Prog_Datei))
         Prog_Neu();
     if (!QFile::exists(prog.Prog_Datei))
         return {};
-    return Prog_Liste(prog.Prog_Datei, prog.Prog_Name_Len);
+    return programList(prog.Prog_Datei, prog.Prog_Name_Len);
 }
 
-int Wahl_Nummer(const QString &text)
+int typedNumber(const QString &text)
 {
     const double v = leadingNumber(text);
     return static_cast<int>(std::clamp(std::lround(v), 1L, long(plant.Prog_Anzahl)));
 }
 
-QString Nummer_Text(int p)
+QString programNumberText(int p)
 {
-    return Format_Zahl(p, QStringLiteral("#000"));
+    return formatNumber(p, QStringLiteral("#000"));
 }
 
-QString Loeschen_Frage()
+QString deleteQuestion()
 {
     const int ofen = prog.Prog_Ofen >= 1 ? prog.Prog_Ofen - 1 : 0;
-    return Ofen_Typtext(ofen) + QStringLiteral(", ") + Text_Id(text::PROGRAM) + QLatin1Char(' ') +
+    return typeText(ofen) + QStringLiteral(", ") + Text_Id(text::PROGRAM) + QLatin1Char(' ') +
            QString::number(prog.Prog_Nr) + QLatin1Char('\n') + Text_Id(text::DELETE_PROGRAM_Q) + QLatin1Char('\n') +
            Text_Id(text::REALLY_DELETED) + QStringLiteral("? ");
 }
 
-bool Wahl_Loeschen()
+bool deleteSelected()
 {
     const bool ok = Prog_Loeschen(prog.Prog_Datei, prog.Prog_Nr);
     prog.Prog_Nr = 0;

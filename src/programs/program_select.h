@@ -11,32 +11,32 @@
 namespace kal {
 
 /// A furnace of the choice: its caption and item data.
-struct Wahl_Ofen {
+struct FurnaceChoice {
     QString text;
     int daten = 0;
 };
 
 /// The configured furnaces (enabled, or with an address): "n: name", item
 /// data `Ofen_Nr_Prog` (the furnace whose program file it uses).
-QList<Wahl_Ofen> Wahl_Oefen();
+QList<FurnaceChoice> choiceFurnaces();
 
 /// `Prog_Ofen` of an item: its last digit (10 taken off while 10 or above).
-int Wahl_Ofen_Nr(int daten);
+int choiceFurnaceNumber(int daten);
 
 /// The list build after a change of furnace: `Prog_Nr` 0, the furnace set,
 /// its file created with `Prog_Neu` when missing; the stored programs, empty
 /// when the file still isn't there.
-QList<Prog_Eintrag> Wahl_Liste(int ofenNr);
+QList<ProgramEntry> selectionList(int ofenNr);
 
 /// The number typed, limited to 1..100.
-int Wahl_Nummer(const QString &text);
+int typedNumber(const QString &text);
 /// A program number as the field shows it, "#000".
-QString Nummer_Text(int p);
+QString programNumberText(int p);
 
 /// The question before deleting `Prog_Nr`, in three lines.
-QString Loeschen_Frage();
+QString deleteQuestion();
 /// Deletes `Prog_Nr` from the file and sets `Prog_Nr` back to 0. False when
 /// the file could not be written.
-bool Wahl_Loeschen();
+bool deleteSelected();
 
 } // namespace kal

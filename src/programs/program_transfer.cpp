@@ -17,65 +17,65 @@ constexpr int NEUES_PROGRAMM_WORT = 188; ///< bit 15 on the large layout: a new 
 constexpr int ZULUFT_BYTE_MAX = 250;
 
 /// Two characters of a name as one word, the first in the low byte.
-i16 zeichenWort(const QByteArray &name, int i)
+i16 charWord(const QByteArray &name, int i)
 {
     return static_cast<i16>(u8(name[i]) | u8(name[i + 1]) << 8);
 }
 
 /// `Zuluft` as it goes into the high byte of the limit word.
-int luftByte(int ofen, const Prog_Segment &s)
+int airByte(int ofen, const ProgramSegment &s)
 {
-    const int v = Versionswort_1(ofen) ? s.Zuluft / 2 : std::min<int>(s.Zuluft, ZULUFT_BYTE_MAX);
+    const int v = versionWordIsOne(ofen) ? s.Zuluft / 2 : std::min<int>(s.Zuluft, ZULUFT_BYTE_MAX);
     return std::clamp(v, 0, 255);
 }
 
-void setze(int ofen, int adresse, int wert)
+void putPlcWord(int ofen, int adresse, int wert)
 {
     plant.SPS_Wort(ofen, adresse) = static_cast<i16>(wert);
 }
 
-QString ortText(int platz)
+QString placeText(int platz)
 {
     return platz == 0 ? QStringLiteral("active program") : QStringLiteral("place %1").arg(platz);
 }
 
 } // namespace
 
-int Start_Wort(int platz)
+int startWord(int platz)
 {
     if (platz == 0)
         return prog.Prog_Lang ? START_AKTIV_LANG : START_AKTIV;
     return prog.Prog_Lang ? START_PLATZ_LANG : START_PLATZ;
 }
 
-Senden_Ergebnis Prog_Senden(int start, int platz)
+SendResult Prog_Senden(int start, int platz)
 {
     if (prog.Prog_Ofen < 1)
-        return Senden_Ergebnis::Kein_Ofen;
+        return SendResult::Kein_Ofen;
     const int ofen = prog.Prog_Ofen - 1;
-    if (Schreiben_Offen(ofen))
-        return Senden_Ergebnis::Belegt;
+    if (writePending(ofen))
+        return SendResult::Belegt;
 
-    const int opt = Ofen_Option(ofen);
+    const int opt = optionWord(ofen);
     bool manuell = false, zyklus = false;
     const bool lang = start == START_AKTIV_LANG || start == START_PLATZ_LANG;
     const int P = lang ? start + 10 : start;
     const int anzahl = lang ? 110 : 100;
-    const QByteArray name = Latin1Bytes(Name_Fest(prog.Prog.Prog_Name, PROG_NAME_MAX));
+    const QByteArray name = Latin1Bytes(paddedName(prog.Prog.Prog_Name, PROG_NAME_MAX));
     if (lang)
         for (int i = 0; i < 7; ++i)
-            setze(ofen, start + i, zeichenWort(name, 16 + 2 * i));
+            putPlcWord(ofen, start + i, charWord(name, 16 + 2 * i));
 
     // Zuluft rides in the limit word's high byte on a furnace with a version
     // word, and on one of version word 1, whose range of 0..400 fits the byte
     // only halved.
-    const bool luftImWort = Hat_Versionswort(ofen) || Versionswort_1(ofen);
+    const bool luftImWort = hasVersionWord(ofen) || versionWordIsOne(ofen);
     bool luftGesetzt = false;
     for (int k = 0; k < PROG_SEGMENTE; ++k) {
-        const Prog_Segment &s = prog.Prog.Segment[size_t(k)];
+        const ProgramSegment &s = prog.Prog.Segment[size_t(k)];
         int befehl = 0, soll = 0, wert = 0, grenze = 0;
         if (s.Befehl >= BEF_RAMPE && s.Befehl <= BEF_ZYKLUS) {
-            befehl = Hat_Versionswort(ofen) ? (s.Analog & 0x7FF) * 16 + s.Befehl : s.Befehl;
+            befehl = hasVersionWord(ofen) ? (s.Analog & 0x7FF) * 16 + s.Befehl : s.Befehl;
             soll = s.Sollwert;
             switch (s.Befehl) {
             case BEF_RAMPE: wert = s.Gradient; break;
@@ -86,8 +86,8 @@ Senden_Ergebnis Prog_Senden(int start, int platz)
             if (s.Befehl == BEF_ZYKLUS) {
                 grenze = s.MaxOut; // the target segment, in full
             } else if (luftImWort) {
-                grenze = luftByte(ofen, s) << 8 | s.MaxOut;
-                luftGesetzt = luftGesetzt || luftByte(ofen, s) > 0;
+                grenze = airByte(ofen, s) << 8 | s.MaxOut;
+                luftGesetzt = luftGesetzt || airByte(ofen, s) > 0;
             } else {
                 grenze = s.MaxOut;
             }
@@ -95,17 +95,17 @@ Senden_Ergebnis Prog_Senden(int start, int platz)
             zyklus = zyklus || s.Befehl == BEF_ZYKLUS;
         } else if (luftGesetzt) {
             // An end keeps the air feed that an earlier segment set.
-            grenze = luftByte(ofen, s) << 8 | s.MaxOut;
+            grenze = airByte(ofen, s) << 8 | s.MaxOut;
         }
-        setze(ofen, P + k, befehl);
-        setze(ofen, P + 20 + k, soll);
-        setze(ofen, P + 40 + k, wert);
-        setze(ofen, P + 60 + k, grenze);
+        putPlcWord(ofen, P + k, befehl);
+        putPlcWord(ofen, P + 20 + k, soll);
+        putPlcWord(ofen, P + 40 + k, wert);
+        putPlcWord(ofen, P + 60 + k, grenze);
     }
     for (int j = 0; j < PROG_SEGMENTE / 2; ++j) {
         const int a = (prog.Prog.Segment[size_t(2 * j + 1)].Ausgang & 15) << 4 |
                       (prog.Prog.Segment[size_t(2 * j)].Ausgang & 15);
-        setze(ofen, P + 90 + j, a);
+        putPlcWord(ofen, P + 90 + j, a);
     }
 
     if (opt & OPT_MANUELL)
@@ -117,26 +117,26 @@ Senden_Ergebnis Prog_Senden(int start, int platz)
                           : manuell         ? text::MANUAL_PRESENT
                                             : text::CYCLE_PRESENT;
         dialogs().message(Text_Id(text::PROGRAM_INVALID) + QLatin1Char('\n') + Text_Id(grund));
-        return Senden_Ergebnis::Abgelehnt;
+        return SendResult::Abgelehnt;
     }
 
     for (int i = 0; i < 8; ++i)
-        setze(ofen, P + 80 + i, zeichenWort(name, 2 * i));
+        putPlcWord(ofen, P + 80 + i, charWord(name, 2 * i));
     if (P != START_AKTIV)
-        setze(ofen, P + 88, platz);
+        putPlcWord(ofen, P + 88, platz);
 
     plant.Write_Adr[ofen] = static_cast<i16>(start);
     plant.Write_Len[ofen] = static_cast<i16>(anzahl);
-    Schreib_Anlass(ofen, QStringLiteral("program \"%1\" -> %2")
-                             .arg(prog.Prog.Prog_Name.trimmed(), ortText(platz)));
+    nameWriteCause(ofen, QStringLiteral("program \"%1\" -> %2")
+                             .arg(prog.Prog.Prog_Name.trimmed(), placeText(platz)));
     if (plant.Ofen_Gross[ofen] != 0)
-        setze(ofen, NEUES_PROGRAMM_WORT, plant.SPS_Wort(ofen, NEUES_PROGRAMM_WORT) | 0x8000);
-    return Senden_Ergebnis::Gesendet;
+        putPlcWord(ofen, NEUES_PROGRAMM_WORT, plant.SPS_Wort(ofen, NEUES_PROGRAMM_WORT) | 0x8000);
+    return SendResult::Gesendet;
 }
 
-Prog_Typ Prog_Aus_Worten(int ofen, int offset)
+Program programFromWords(int ofen, int offset)
 {
-    Prog_Typ t;
+    Program t;
     const int P = offset + 100;
     int w[100];
     for (int i = 0; i < 100; ++i)
@@ -145,15 +145,15 @@ Prog_Typ Prog_Aus_Worten(int ofen, int offset)
     QByteArray name;
     for (int i = 0; i < 8; ++i)
         name += MKI(plant.SPS_Wort(ofen, offset + 180 + i));
-    if (Prog_Name_Laenge(ofen + 1) > PROG_NAME_KURZ)
+    if (programNameWidth(ofen + 1) > PROG_NAME_KURZ)
         for (int i = 0; i < 7; ++i)
             name += MKI(plant.SPS_Wort(ofen, offset + 90 + i));
     t.Prog_Name = Text_Sauber(Latin1Text(name));
 
-    const bool version = Hat_Versionswort(ofen);
+    const bool version = hasVersionWord(ofen);
     for (int k = 0; k < PROG_SEGMENTE; ++k) {
-        Prog_Segment &s = t.Segment[size_t(k)];
-        s = Prog_Segment{};
+        ProgramSegment &s = t.Segment[size_t(k)];
+        s = ProgramSegment{};
         const int bef = w[k] & 0xFFFF;
         if (version) {
             s.Befehl = u8(bef & 15);
@@ -167,7 +167,7 @@ Prog_Typ Prog_Aus_Worten(int ofen, int offset)
         s.Ausgang = u8(k % 2 == 0 ? ausgang & 15 : (ausgang >> 4) & 15);
         const int grenze = w[60 + k] & 0xFFFF;
         s.MaxOut = u8(grenze & 0xFF);
-        s.Zuluft = static_cast<i16>((grenze >> 8) * (Versionswort_1(ofen) ? 2 : 1));
+        s.Zuluft = static_cast<i16>((grenze >> 8) * (versionWordIsOne(ofen) ? 2 : 1));
         switch (s.Befehl) {
         case BEF_RAMPE: s.Gradient = static_cast<i16>(w[40 + k]); break;
         case BEF_HALTEZEIT: s.Haltezeit = static_cast<i16>(w[40 + k]); break;
@@ -183,7 +183,7 @@ Prog_Typ Prog_Aus_Worten(int ofen, int offset)
 
 void ProgCopy_aus_SPS(int ofen, int offset)
 {
-    prog.Prog_Puffer = Prog_Aus_Worten(ofen, offset);
+    prog.Prog_Puffer = programFromWords(ofen, offset);
     prog.Puffer_Voll = TRUE16;
 }
 
@@ -198,15 +198,15 @@ void Programm_Einfuegen()
 {
     prog.Prog.Segment = prog.Prog_Puffer.Segment;
     prog.Prog.Prog_Name = prog.Prog_Puffer.Prog_Name;
-    prog.Prog.Datum = Jetzt();
+    prog.Prog.Datum = now();
 }
 
-int Speicher_Offset(int ofen)
+int memoryOffset(int ofen)
 {
     return plant.Ofen_Gross[ofen] != 0 ? 900 : 200;
 }
 
-void Platz_Anfordern(int ofen, int n)
+void requestPlace(int ofen, int n)
 {
     prog.Prog_Platz = static_cast<u8>(n);
     const int wert = 100 + n;
@@ -215,7 +215,7 @@ void Platz_Anfordern(int ofen, int n)
              QStringLiteral("page word %1: fetch place %2").arg(wert).arg(n));
 }
 
-bool Platz_Da(int ofen, int n)
+bool placeReady(int ofen, int n)
 {
     return n >= 1 && plant.SPS_Wort(ofen, plant.Prog_Page[ofen]) == 1100 + n;
 }
@@ -228,12 +228,12 @@ QString Page_Status(int ofen)
     return v >= 1 && v <= 200 ? plant.Status_Text[v].trimmed() : QString();
 }
 
-bool Schreiben_Offen(int ofen)
+bool writePending(int ofen)
 {
     return plant.Write_Len[ofen] > 0;
 }
 
-int Zuege_Bis(int ofen)
+int turnsUntil(int ofen)
 {
     const int akt = plant.Akt_Ofen >= 0 && plant.Akt_Ofen < OFEN_MAX ? plant.Akt_Ofen : 0;
     return (ofen - akt + OFEN_MAX) % OFEN_MAX;

@@ -32,7 +32,7 @@ constexpr int START_PLATZ = 300;       ///< memory place, short names
 constexpr int START_PLATZ_LANG = 990;  ///< memory place, long names
 constexpr int PLAETZE = 6;             ///< memory places of a furnace
 
-enum class Senden_Ergebnis {
+enum class SendResult {
     Gesendet,   ///< the block is queued; the progress form may open
     Abgelehnt,  ///< the furnace does not take "Manuell" or "Zyklus"; the message was shown
     Belegt,     ///< a write of this furnace is still pending; nothing happened
@@ -45,11 +45,11 @@ enum class Senden_Ergebnis {
 /// 9, is refused with language row 148 and a line break, then row 149 (both),
 /// 150 (Manuell) or 151 (Zyklus). Sent: the block is queued with its cause
 /// for the write journal, and on the large layout bit 15 of word 188 is set.
-Senden_Ergebnis Prog_Senden(int start, int platz);
+SendResult Prog_Senden(int start, int platz);
 
 /// Start word of a send to place n (0 the active program) for the furnace of
 /// the working copy, by its name length.
-int Start_Wort(int platz);
+int startWord(int platz);
 
 /// The program standing in the image of furnace index `ofen` at base
 /// `offset` + 100 (offset 0 the active program, 200 or 900 the transfer
@@ -57,7 +57,7 @@ int Start_Wort(int platz);
 /// `Analog` the rest; `MaxOut` the limit word's low byte, `Zuluft` its high
 /// byte (doubled for version word 1); a cycle's `MaxOut` the whole limit
 /// word. The name has 16 characters, 30 with long names.
-Prog_Typ Prog_Aus_Worten(int ofen, int offset);
+Program programFromWords(int ofen, int offset);
 
 /// `ProgCopy_aus_SPS()`: the program of the furnace index at `offset` into
 /// the copy buffer.
@@ -68,20 +68,20 @@ void ProgCopy_aus_PC();
 void Programm_Einfuegen();
 
 /// Memory offset of a furnace index: 900 on the large layout, else 200.
-int Speicher_Offset(int ofen);
+int memoryOffset(int ofen);
 /// Asks furnace index `ofen` for memory place n (1..6): the page word becomes
 /// 100 + n in the image and goes out by SEND_BEF.
-void Platz_Anfordern(int ofen, int n);
+void requestPlace(int ofen, int n);
 /// The PLC answered the request for place n: the page word reads 1100 + n.
-bool Platz_Da(int ofen, int n);
+bool placeReady(int ofen, int n);
 /// Status text of the page word of furnace index `ofen` (`Status_Text` of
 /// its value, of value - 1000 for the PLC's answers); empty for others.
 QString Page_Status(int ofen);
 
 /// A write of the furnace index is pending (the lock of a send).
-bool Schreiben_Offen(int ofen);
+bool writePending(int ofen);
 /// Turns of the main cycle until furnace index `ofen` is served: 0 when it
 /// is on turn now.
-int Zuege_Bis(int ofen);
+int turnsUntil(int ofen);
 
 } // namespace kal

@@ -27,49 +27,49 @@ constexpr int GROESSE_SPALTE = 10;  ///< the size column at the end of a line
 constexpr int USER_ORDNER_MAX = 40; ///< longest folder the user log keeps
 
 /// Characters from..to (1-based, inclusive) of a text.
-QString zeichen(const QString &t, int von, int bis)
+QString charsOf(const QString &t, int von, int bis)
 {
     return t.mid(von - 1, bis - von + 1);
 }
 
-QDateTime neujahr(int jahr)
+QDateTime newYear(int jahr)
 {
     return QDateTime(QDate(jahr, 1, 1), QTime(0, 0), Qt::UTC);
 }
 
 /// The earliest date when a folder tells no year: 01.01.2000.
-QDateTime ohneJahr()
+QDateTime noYearDate()
 {
     int tag = 1, monat = 1;
     return Datum_Bau(tag, monat, 0, 0, 0, 0);
 }
 
-QString datumText(const QDateTime &d)
+QString dateText(const QDateTime &d)
 {
     return Datum_Text(d, QStringLiteral("TTMMJJJJ"));
 }
 
 /// The year a folder is named by (its last four characters), 0 none.
-int ordnerJahr(const QString &ordner)
+int folderYear(const QString &ordner)
 {
     return int(leadingNumber(ordner.right(4)));
 }
 
-QDateTime datumVon()
+QDateTime earliestDate()
 {
-    return Datum_Wert(plant.Datum_Von);
+    return dateValue(plant.Datum_Von);
 }
 
-bool dateiDa(const QString &pfad)
+bool fileThere(const QString &pfad)
 {
     return !pfad.isEmpty() && QFileInfo(pfad).isFile();
 }
 
 } // namespace
 
-Datei_Name Name_Lesen(const QString &name)
+FileNameParts parseBatchName(const QString &name)
 {
-    Datei_Name n;
+    FileNameParts n;
     if (name.size() != NAME_LAENGE || !name.endsWith(QLatin1String(".OVD")))
         return n;
     int nrVon, nrBis, serie;
@@ -82,19 +82,19 @@ Datei_Name Name_Lesen(const QString &name)
         return n;
     }
     n.ok = true;
-    n.nummerText = zeichen(name, nrVon, nrBis);
+    n.nummerText = charsOf(name, nrVon, nrBis);
     n.nummer = int32_t(leadingNumber(n.nummerText));
-    n.serie = zeichen(name, serie, serie + 3) + QLatin1Char('-') + zeichen(name, serie + 4, serie + 6) +
-              QLatin1Char('-') + zeichen(name, serie + 7, serie + 9);
-    n.datum = zeichen(name, 22, 23) + QLatin1Char('/') + zeichen(name, 20, 21) + QLatin1Char('/') +
-              zeichen(name, 18, 19);
-    n.tag = int(leadingNumber(zeichen(name, 18, 19)));
-    n.monat = int(leadingNumber(zeichen(name, 20, 21)));
-    n.jahr = int(leadingNumber(zeichen(name, 22, 23))) + 2000;
+    n.serie = charsOf(name, serie, serie + 3) + QLatin1Char('-') + charsOf(name, serie + 4, serie + 6) +
+              QLatin1Char('-') + charsOf(name, serie + 7, serie + 9);
+    n.datum = charsOf(name, 22, 23) + QLatin1Char('/') + charsOf(name, 20, 21) + QLatin1Char('/') +
+              charsOf(name, 18, 19);
+    n.tag = int(leadingNumber(charsOf(name, 18, 19)));
+    n.monat = int(leadingNumber(charsOf(name, 20, 21)));
+    n.jahr = int(leadingNumber(charsOf(name, 22, 23))) + 2000;
     return n;
 }
 
-int Treffer_Ofen(const QString &serie)
+int matchingFurnace(const QString &serie)
 {
     for (int i = 0; i < OFEN_MAX; ++i) {
         const QString &o = plant.Ofen_Serie[i];
@@ -109,12 +109,12 @@ int Treffer_Ofen(const QString &serie)
     return 0;
 }
 
-std::vector<Browser_Datei> Ordner_Dateien(const QString &ordner)
+std::vector<BrowserFile> folderFiles(const QString &ordner)
 {
-    std::vector<Browser_Datei> v;
+    std::vector<BrowserFile> v;
     const QFileInfoList liste = QDir(ordner).entryInfoList(QDir::Files, QDir::Name);
     for (const QFileInfo &f : liste) {
-        Browser_Datei d;
+        BrowserFile d;
         d.name = f.fileName();
         QFile datei(f.filePath());
         if (datei.open(QIODevice::ReadOnly))
@@ -124,25 +124,25 @@ std::vector<Browser_Datei> Ordner_Dateien(const QString &ordner)
     return v;
 }
 
-std::vector<Browser_Zeile> Liste_Aufbauen(const std::vector<Browser_Datei> &dateien)
+std::vector<BrowserLine> Liste_Aufbauen(const std::vector<BrowserFile> &dateien)
 {
     if (plant.Datum_Von.isEmpty()) {
-        const int jahr = ordnerJahr(plant.Browser_Ordner);
-        plant.Datum_Von = datumText(jahr >= 2005 ? neujahr(jahr) : ohneJahr());
+        const int jahr = folderYear(plant.Browser_Ordner);
+        plant.Datum_Von = dateText(jahr >= 2005 ? newYear(jahr) : noYearDate());
         plant.Datum_Bis = plant.Datum_Von;
     }
-    const QDateTime von = datumVon();
+    const QDateTime von = earliestDate();
 
-    struct Eintrag {
+    struct Entry {
         QString text;
         int kB;
     };
-    std::vector<Eintrag> sortiert;
-    for (const Browser_Datei &d : dateien) {
-        const Datei_Name n = Name_Lesen(d.name);
+    std::vector<Entry> sortiert;
+    for (const BrowserFile &d : dateien) {
+        const FileNameParts n = parseBatchName(d.name);
         if (!n.ok)
             continue;
-        const int treffer = Treffer_Ofen(n.serie);
+        const int treffer = matchingFurnace(n.serie);
         bool genommen = false;
         for (int k = 0; k <= 9 && !genommen; ++k) {
             const int bit = 1 << k;
@@ -158,7 +158,7 @@ std::vector<Browser_Zeile> Liste_Aufbauen(const std::vector<Browser_Datei> &date
             continue;
         const QString N = QString::number(n.nummer).rightJustified(6, QLatin1Char('0'));
         const QString Z = QString::number(treffer).right(1);
-        const QString M = treffer > 0 ? Fest(plant.Ofen_Bezeichnung[treffer - 1], 16) : QString(16, QLatin1Char(' '));
+        const QString M = treffer > 0 ? fixedWidth(plant.Ofen_Bezeichnung[treffer - 1], 16) : QString(16, QLatin1Char(' '));
         QString text;
         if (plant.Sort_Art == 0)
             text = n.datum + QLatin1Char(' ') + Z + QLatin1Char(':') + M + QStringLiteral(" Charge ") + N +
@@ -170,10 +170,10 @@ std::vector<Browser_Zeile> Liste_Aufbauen(const std::vector<Browser_Datei> &date
     }
     // The sorted list compares without regard to case; it is read from its
     // end, so the newest or highest comes first.
-    std::stable_sort(sortiert.begin(), sortiert.end(), [](const Eintrag &a, const Eintrag &b) {
+    std::stable_sort(sortiert.begin(), sortiert.end(), [](const Entry &a, const Entry &b) {
         return QString::compare(a.text, b.text, Qt::CaseInsensitive) < 0;
     });
-    std::vector<Browser_Zeile> zeilen;
+    std::vector<BrowserLine> zeilen;
     zeilen.reserve(sortiert.size());
     for (auto it = sortiert.rbegin(); it != sortiert.rend(); ++it) {
         const QString groesse = (QString(7, QLatin1Char(' ')) + QString::number(it->kB) + QStringLiteral("kB"))
@@ -192,46 +192,46 @@ QString OfenCheck_Text(int i)
 
 QString Datum_IN_Text()
 {
-    return Datum_Text(datumVon(), QStringLiteral("TTMMJJ"));
+    return Datum_Text(earliestDate(), QStringLiteral("TTMMJJ"));
 }
 
-bool Datum_IN_Verlassen(const QString &text)
+bool Datum_IN_LostFocus(const QString &text)
 {
-    QDateTime d = Datum_Wert(text.trimmed());
+    QDateTime d = dateValue(text.trimmed());
     if (!d.isValid())
         return false;
     d.setTime(QTime(12, 0));
-    const QDateTime heute = Jetzt();
+    const QDateTime heute = now();
     if (d > heute)
         d = heute;
     if (d.date().year() < 2005)
-        d = ohneJahr();
-    plant.Datum_Von = datumText(d);
+        d = noYearDate();
+    plant.Datum_Von = dateText(d);
     plant.Datum_Bis = plant.Datum_Von;
     return true;
 }
 
-void Ordner_Wechsel(const QString &pfad)
+void changeFolder(const QString &pfad)
 {
     plant.Browser_Ordner = pfad;
-    const int jahr = ordnerJahr(pfad);
+    const int jahr = folderYear(pfad);
     if (jahr >= 2005)
-        plant.Datum_Von = datumText(neujahr(jahr));
+        plant.Datum_Von = dateText(newYear(jahr));
     else
-        plant.Datum_Von = datumText(ohneJahr());
+        plant.Datum_Von = dateText(noYearDate());
     plant.Datum_Bis = plant.Datum_Von;
 }
 
-bool Zeile_Waehlen(const QString &zeile)
+bool chooseLine(const QString &zeile)
 {
     const QString name = zeile.left(std::max<qsizetype>(0, zeile.size() - GROESSE_SPALTE)).right(NAME_LAENGE);
     if (!name.startsWith(QLatin1Char('D')) && !name.startsWith(QLatin1Char('U')))
         return false;
-    const Datei_Name n = Name_Lesen(name);
-    plant.Kurve_Datei = Pfad_Plus(plant.Browser_Ordner, name);
+    const FileNameParts n = parseBatchName(name);
+    plant.Kurve_Datei = joinPath(plant.Browser_Ordner, name);
     const QString stamm = QFileInfo(name).completeBaseName();
-    plant.CSV_Datei = Pfad_Plus(plant.Pfad[3], stamm + QStringLiteral(".CSV"));
-    plant.CSV_Info_Datei = Pfad_Plus(plant.Pfad[3], QStringLiteral("I") + stamm.mid(1) + QStringLiteral(".CSV"));
+    plant.CSV_Datei = joinPath(plant.Pfad[3], stamm + QStringLiteral(".CSV"));
+    plant.CSV_Info_Datei = joinPath(plant.Pfad[3], QStringLiteral("I") + stamm.mid(1) + QStringLiteral(".CSV"));
     plant.Wahl_Charge = n.nummer;
     plant.Wahl_Serie = n.serie;
     return true;
@@ -242,10 +242,10 @@ QString INFO_anzeigen()
     QString info(CHARGENDATEN_LAENGE, QLatin1Char(' '));
     try {
         BatchFile datei;
-        if (dateiDa(plant.Kurve_Datei) && datei.openRead(plant.Kurve_Datei) && datei.count() >= 5)
+        if (fileThere(plant.Kurve_Datei) && datei.openRead(plant.Kurve_Datei) && datei.count() >= 5)
             forEachRecord(datei, 1, datei.count(), [&](int, const BatchRecord &s) {
                 if (s.Satz_Art >= Satz_Text && s.Satz_Art <= Satz_Text_Ende)
-                    Chargendaten_Eintragen(info, s);
+                    addBatchDataText(info, s);
                 return true;
             });
     } catch (const std::exception &) {
@@ -256,9 +256,9 @@ QString INFO_anzeigen()
            QLatin1Char('\n') + info.mid(120, 40);
 }
 
-void User_Datei_Lesen()
+void readUserFile()
 {
-    plant.User_Datei = Daten_Datei(USERLOG_DATEI);
+    plant.User_Datei = dataFile(USERLOG_DATEI);
     plant.User_Ordner.clear();
     QFile f(plant.User_Datei);
     if (!f.open(QIODevice::ReadOnly | QIODevice::Text))
@@ -267,13 +267,13 @@ void User_Datei_Lesen()
     in.setEncoding(QStringConverter::Latin1);
     plant.User_Ordner = in.readLine().left(USER_ORDNER_MAX);
     plant.User_Laufwerk = in.readLine();
-    if (!Ordner_Da(plant.User_Ordner))
+    if (!folderExists(plant.User_Ordner))
         plant.User_Ordner.clear();
 }
 
-User_Knopf User_Taste_Setzen()
+UserButton User_Taste_Setzen()
 {
-    User_Knopf k;
+    UserButton k;
     const QString &b = plant.Browser_Ordner;
     const QString &standard = plant.Charge_Ordner[0];
     auto laden = [&] {
@@ -289,7 +289,7 @@ User_Knopf User_Taste_Setzen()
         }
     } else if (b != standard) {
         laden();
-    } else if (!plant.User_Ordner.isEmpty() && Ordner_Da(plant.User_Ordner)) {
+    } else if (!plant.User_Ordner.isEmpty() && folderExists(plant.User_Ordner)) {
         if (plant.Ist_User_Ordner != 0) {
             laden();
         } else {
@@ -302,7 +302,7 @@ User_Knopf User_Taste_Setzen()
     return k;
 }
 
-void USER_LogButton_Klick(int zustand)
+void USER_LogButton_Click(int zustand)
 {
     try {
         switch (zustand) {
@@ -318,7 +318,7 @@ void USER_LogButton_Klick(int zustand)
         }
         case USER_STANDARD:
             plant.Browser_Ordner = plant.Charge_Ordner[0];
-            plant.Browser_Laufwerk = Laufwerk_Von(plant.Browser_Ordner);
+            plant.Browser_Laufwerk = driveOf(plant.Browser_Ordner);
             break;
         case USER_SICHERN: {
             QFile f(plant.User_Datei);
@@ -337,18 +337,18 @@ void USER_LogButton_Klick(int zustand)
     }
 }
 
-bool Browser_Laden()
+bool loadBrowser()
 {
     try {
-        User_Datei_Lesen();
+        readUserFile();
     } catch (const std::exception &) {
         plant.User_Ordner.clear();
     }
-    if (!Ordner_Da(plant.Browser_Ordner))
+    if (!folderExists(plant.Browser_Ordner))
         plant.Browser_Ordner = plant.Charge_Ordner[0];
     if (plant.Browser_Laufwerk.isEmpty())
-        plant.Browser_Laufwerk = Laufwerk_Von(plant.Browser_Ordner);
-    if (!Ordner_Da(plant.Browser_Ordner)) {
+        plant.Browser_Laufwerk = driveOf(plant.Browser_Ordner);
+    if (!folderExists(plant.Browser_Ordner)) {
         dialogs().message(QStringLiteral("Ordner ") + plant.Browser_Ordner + QStringLiteral(" nicht gefunden!\n") +
                           QStringLiteral("Auswahl des Quellverzeichnisses!"));
         return false;
@@ -357,7 +357,7 @@ bool Browser_Laden()
     return true;
 }
 
-QString Laufwerk_Von(const QString &ordner)
+QString driveOf(const QString &ordner)
 {
     const QStorageInfo s(ordner);
     return s.isValid() ? s.rootPath() : QDir::rootPath();

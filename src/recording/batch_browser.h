@@ -20,7 +20,7 @@
 namespace kal {
 
 /// What a batch file name tells.
-struct Datei_Name {
+struct FileNameParts {
     bool ok = false;        ///< a batch name: 27 characters, ".OVD", "D"/"DS"/"US"
     bool import = false;    ///< "DS" or "US"
     int32_t nummer = 0;     ///< batch number
@@ -31,21 +31,21 @@ struct Datei_Name {
 };
 
 /// Reads a file name (without folder) by the batch name rules.
-Datei_Name Name_Lesen(const QString &name);
+FileNameParts parseBatchName(const QString &name);
 /// Furnace number 1..8 whose `Ofen_Serie` matches the serial (the dashes of
 /// two 12-character serials don't count), 0 none.
-int Treffer_Ofen(const QString &serie);
+int matchingFurnace(const QString &serie);
 
 /// A file of the folder with its size in kB (0 when it can't be opened).
-struct Browser_Datei {
+struct BrowserFile {
     QString name;
     int kB = 0;
 };
 /// The files of a folder in name order, as the file list shows them.
-std::vector<Browser_Datei> Ordner_Dateien(const QString &ordner);
+std::vector<BrowserFile> folderFiles(const QString &ordner);
 
 /// A line of the list and its size in kB.
-struct Browser_Zeile {
+struct BrowserLine {
     QString text;
     int kB = 0;
 };
@@ -53,7 +53,7 @@ struct Browser_Zeile {
 /// furnace filter `Ofen_Filter` and the date `Datum_Von`, ordered by
 /// `Sort_Art` (0 date, 1 batch number), newest or highest first. An empty
 /// `Datum_Von` is set first from the folder's year.
-std::vector<Browser_Zeile> Liste_Aufbauen(const std::vector<Browser_Datei> &dateien);
+std::vector<BrowserLine> Liste_Aufbauen(const std::vector<BrowserFile> &dateien);
 
 /// Caption of the furnace box i (0..7): "n:" and the furnace's second name,
 /// or "" when the box is hidden.
@@ -63,40 +63,40 @@ QString OfenCheck_Text(int i);
 QString Datum_IN_Text();
 /// The date box was left with `text`: the new earliest date. A bad text
 /// changes nothing and gives false.
-bool Datum_IN_Verlassen(const QString &text);
+bool Datum_IN_LostFocus(const QString &text);
 /// The folder changed to `pfad`: a folder named by its year shows that year
 /// from its first day.
-void Ordner_Wechsel(const QString &pfad);
+void changeFolder(const QString &pfad);
 
 /// A click on a line: the batch file, its CSV names, its number and serial.
 /// False when the line names no batch.
-bool Zeile_Waehlen(const QString &zeile);
+bool chooseLine(const QString &zeile);
 
 /// `INFO_anzeigen`: the batch data text of `Kurve_Datei` as the info box
 /// shows it, four lines of 40 characters.
 QString INFO_anzeigen();
 
 /// State of the user folder button `USER_LogButton`.
-enum User_Zustand : int { USER_AUS = 0, USER_OEFFNEN = 1, USER_STANDARD = 2, USER_SICHERN = 3 };
-struct User_Knopf {
+enum UserButtonState : int { USER_AUS = 0, USER_OEFFNEN = 1, USER_STANDARD = 2, USER_SICHERN = 3 };
+struct UserButton {
     int zustand = USER_AUS;
     QString text;
     bool an = false;
 };
 /// Reads `OV_USERLOG.DAT` into `User_Ordner` and `User_Laufwerk`.
-void User_Datei_Lesen();
+void readUserFile();
 /// `User_Taste_Setzen`: the state and caption of the button for the folder
 /// now shown.
-User_Knopf User_Taste_Setzen();
+UserButton User_Taste_Setzen();
 /// The button was pressed in `zustand`: opens the saved folder, goes back to
 /// the batch year folder, or saves the folder now shown. Never throws.
-void USER_LogButton_Klick(int zustand);
+void USER_LogButton_Click(int zustand);
 
 /// The load of the form: the user's saved folder, the folder to show. False
 /// (after the message box) when the folder does not exist.
-bool Browser_Laden();
+bool loadBrowser();
 
 /// The drive (root of the file system) a folder lies on.
-QString Laufwerk_Von(const QString &ordner);
+QString driveOf(const QString &ordner);
 
 } // namespace kal

@@ -21,7 +21,7 @@ namespace {
 
 } // namespace
 
-int satzZahlVonLaenge(qint64 laenge, int satzLaenge)
+int recordCountOfLength(qint64 laenge, int satzLaenge)
 {
     const qint64 q = laenge / satzLaenge;
     const qint64 r = laenge % satzLaenge;
@@ -52,7 +52,7 @@ void BatchFile::close()
 
 int BatchFile::count() const
 {
-    return isOpen() ? satzZahlVonLaenge(file_.size()) : 0;
+    return isOpen() ? recordCountOfLength(file_.size()) : 0;
 }
 
 BatchRecord BatchFile::read(int nr)
@@ -117,9 +117,9 @@ void BatchFile::write(int nr, const BatchRecord *saetze, int n)
         raiseFile(file_, "cannot write");
 }
 
-TextSuche Erster_Textsatz(BatchFile &datei, int from)
+TextSearch firstTextRecord(BatchFile &datei, int from)
 {
-    TextSuche t;
+    TextSearch t;
     forEachRecord(datei, from, datei.count(), [&](int nr, const BatchRecord &s) {
         t.gelesen = true;
         t.zuletzt = s;
@@ -137,9 +137,9 @@ bool Chargendaten_Speichern(const QString &pfad, const QString &chargendaten)
         return false;
     BatchFile datei;
     datei.open(pfad);
-    const TextSuche t = Erster_Textsatz(datei, 5);
+    const TextSearch t = firstTextRecord(datei, 5);
     const int start = t.nr > 0 ? t.nr : datei.count() + 1;
-    const auto saetze = Chargendaten_Saetze(chargendaten);
+    const auto saetze = batchDataRecords(chargendaten);
     datei.write(start, saetze.data(), TEXT_SAETZE);
     return true;
 }

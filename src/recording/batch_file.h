@@ -66,12 +66,12 @@ private:
 /// Record count of a byte length: length / record length rounded to the
 /// nearest whole number, ties to even (every record file of the station is
 /// counted so).
-int satzZahlVonLaenge(qint64 laenge, int satzLaenge = SATZ_LAENGE);
+int recordCountOfLength(qint64 laenge, int satzLaenge = SATZ_LAENGE);
 
 /// Next free data record behind `satzZahl` records: count + 1, but never
 /// below 40, so the first sample of a file lands at record 40 behind the
 /// header slots 1..39 (written or left zero).
-inline int Naechster_Datensatz(int satzZahl)
+inline int nextDataRecord(int satzZahl)
 {
     return std::max(satzZahl + 1, SATZ_DATEN_START);
 }
@@ -107,7 +107,7 @@ void forEachRecordDown(BatchFile &datei, int from, int to, F fn)
 }
 
 /// Result of a search for the first batch data text record (kind 9001).
-struct TextSuche {
+struct TextSearch {
     int nr = 0;                 ///< the record found; 0 none
     bool gelesen = false;       ///< the search read at least one record
     BatchRecord zuletzt;        ///< the record read last: the one found, else the file's last
@@ -115,7 +115,7 @@ struct TextSuche {
 
 /// Looks through the file from record `from` to the end for the first record
 /// of kind 9001.
-TextSuche Erster_Textsatz(BatchFile &datei, int from);
+TextSearch firstTextRecord(BatchFile &datei, int from);
 
 /// Writes the 160 characters of the batch data text into the file as the 16
 /// records 9001..9016: over the first 9001 found from record 5 on, else behind

@@ -19,17 +19,17 @@ namespace kal {
 
 /// The ten characters of a serial "JJMM-NNN-TTT" without its dashes
 /// (characters 1-4, 6-8, 10-12; a short serial counts as blank padded).
-QString Serie_Ohne_Striche(const QString &serie);
+QString serialWithoutDashes(const QString &serie);
 
 /// "D" + serial + right six digits of number + 1000000 + DDMMYY + ".OVD".
-QString Charge_Dateiname(const QString &serie, int32_t nummer, int tag, int monat, int jahr);
+QString batchFileName(const QString &serie, int32_t nummer, int tag, int monat, int jahr);
 /// "US" + serial (10) + right five digits of number + 100000 + DDMMYY + ".OVD".
-QString USB_Dateiname(const QString &serie10, int32_t nummer, int tag, int monat, int jahr);
+QString usbFileName(const QString &serie10, int32_t nummer, int tag, int monat, int jahr);
 
 /// Sets Charge_Datei and Charge_Kopie of the furnace index from Ofen_Serie,
 /// Charge_Nr, Charge_Start and the two batch folders.
-void Charge_Namen_Bauen(int ofen);
+void buildBatchNames(int ofen);
 /// Full path of an import target in the batch year folder.
-QString USB_Ziel_Pfad(const QString &serie10, int32_t nummer, int tag, int monat, int jahr);
+QString usbTargetPath(const QString &serie10, int32_t nummer, int tag, int monat, int jahr);
 
 } // namespace kal

@@ -14,14 +14,14 @@ namespace {
 /// Files of this furnace keep their data from record 40 on and count as type 0.
 const QString QRV_Pfad = QStringLiteral("0708001QRV");
 
-bool istText(i16 art)
+bool isText(i16 art)
 {
     return art >= Satz_Text && art <= Satz_Text_Ende;
 }
 
 /// Records of a group behind its first one, and the element current group:
 /// they carry words, not a time, in bytes 2..7.
-bool ohneDatumTest(i16 art)
+bool skipsDateTest(i16 art)
 {
     return (art >= 155 && art <= 157) || (art >= 160 && art <= 163);
 }
@@ -29,14 +29,14 @@ bool ohneDatumTest(i16 art)
 /// The date of six time bytes, built the way the station builds every date
 /// from fields (days and months added to the first of January, so a day past
 /// the month's end runs on). Hour, minute and second are in range here.
-QDateTime datumVon(const SatzZeit &z)
+QDateTime dateOfTime(const RecordTime &z)
 {
     int tag = z.Tag;
     int monat = z.Monat;
     return Datum_Bau(tag, monat, z.Jahr, z.Stunde, z.Minute, z.Sekunde);
 }
 
-QString zeichen(u8 a, u8 b)
+QString charPair(u8 a, u8 b)
 {
     const char c[2] = {static_cast<char>(a), static_cast<char>(b)};
     return Latin1Text(QByteArray(c, 2));
@@ -44,11 +44,11 @@ QString zeichen(u8 a, u8 b)
 
 } // namespace
 
-int64_t Minuten_Wert(const SatzZeit &z)
+int64_t minutesValue(const RecordTime &z)
 {
     QDate d(2000 + z.Jahr, z.Monat, z.Tag);
     if (!d.isValid())
-        d = datumVon(SatzZeit{z.Tag, z.Monat, z.Jahr, 0, 0, 0}).date();
+        d = dateOfTime(RecordTime{z.Tag, z.Monat, z.Jahr, 0, 0, 0}).date();
     return d.toJulianDay() * 1440 + z.Stunde * 60 + z.Minute;
 }
 
@@ -59,12 +59,12 @@ BatchLayout detectLayout(BatchFile &datei)
     std::vector<BatchRecord> kopf;
     datei.readRun(1, SATZ_DATEN_START - 1, kopf); // records 1..39
 
-    L.titel = wortText(kopf[0], -1, 6);
+    L.titel = wordText(kopf[0], -1, 6);
 
     const BatchRecord &v = kopf[4];
     if (v.Wert[6] == Satz_Version_Marke) {
         L.versionDa = true;
-        L.version = zeitText(v) + wortText(v, -1, 5);
+        L.version = timeText(v) + wordText(v, -1, 5);
     }
 
     // The identity records must come in the order 2, 3, 4; the first one
@@ -90,7 +90,7 @@ BatchLayout detectLayout(BatchFile &datei)
         L.meldTexte.reserve(KOPF_MELDTEXTE);
         for (int i = 0; i < KOPF_MELDTEXTE; ++i) {
             const BatchRecord &m = kopf[7 + i];
-            L.meldTexte.push_back(zeitText(m) + wortText(m, -1, 6));
+            L.meldTexte.push_back(timeText(m) + wordText(m, -1, 6));
         }
     } else {
         forEachRecord(datei, 5, L.satzZahl, [&](int, const BatchRecord &s) {
@@ -102,12 +102,12 @@ BatchLayout detectLayout(BatchFile &datei)
     return L;
 }
 
-void Chargendaten_Eintragen(QString &chargendaten, const BatchRecord &satz)
+void addBatchDataText(QString &chargendaten, const BatchRecord &satz)
 {
     if (chargendaten.size() < CHARGENDATEN_LAENGE)
-        chargendaten = Fest(chargendaten, CHARGENDATEN_LAENGE);
+        chargendaten = fixedWidth(chargendaten, CHARGENDATEN_LAENGE);
     const int pos = (satz.Satz_Art - Satz_Text) * 10;
-    const QString t = zeitText(satz) + wortText(satz, 0, 1);
+    const QString t = timeText(satz) + wordText(satz, 0, 1);
     for (int i = 0; i < t.size() && pos + i < CHARGENDATEN_LAENGE; ++i)
         chargendaten[pos + i] = t[i];
 }
@@ -122,22 +122,22 @@ BatchSpan scanTimeRange(BatchFile &datei, const BatchLayout &layout)
 void scanTimeRange(BatchFile &datei, const BatchLayout &layout, int von, BatchSpan &S)
 {
     if (S.chargendaten.size() < CHARGENDATEN_LAENGE)
-        S.chargendaten = Fest(S.chargendaten, CHARGENDATEN_LAENGE);
+        S.chargendaten = fixedWidth(S.chargendaten, CHARGENDATEN_LAENGE);
     if (layout.satzZahl < 2)
         return;
 
     int64_t ersterWert = std::numeric_limits<int64_t>::max();
     int64_t letzterWert = std::numeric_limits<int64_t>::min();
-    SatzZeit ersterZ = S.ersterZeit, letzterZ = S.letzterZeit;
+    RecordTime ersterZ = S.ersterZeit, letzterZ = S.letzterZeit;
     if (S.zeitSaetze > 0) {
-        ersterWert = Minuten_Wert(ersterZ);
-        letzterWert = Minuten_Wert(letzterZ);
+        ersterWert = minutesValue(ersterZ);
+        letzterWert = minutesValue(letzterZ);
     }
 
     forEachRecord(datei, std::max(von, layout.startSatz), layout.satzZahl, [&](int, const BatchRecord &satz) {
         const i16 art = satz.Satz_Art;
-        if (istText(art)) {
-            Chargendaten_Eintragen(S.chargendaten, satz);
+        if (isText(art)) {
+            addBatchDataText(S.chargendaten, satz);
             ++S.textSaetze;
             return true;
         }
@@ -147,7 +147,7 @@ void scanTimeRange(BatchFile &datei, const BatchLayout &layout, int von, BatchSp
                             art == Satz_Strom || (art == Satz_Alt && layout.dateiTyp == -10);
         if (!zaehlt)
             return true;
-        SatzZeit z = zeitVon(satz);
+        RecordTime z = timeOf(satz);
         if (z.Stunde == 24)
             z.Stunde = 0;
         // The program text keeps characters in Minute and Sekunde.
@@ -158,11 +158,11 @@ void scanTimeRange(BatchFile &datei, const BatchLayout &layout, int von, BatchSp
             return true;
         if (art == Satz_Programm) {
             S.programmDa = true;
-            S.programmText = zeichen(satz.Minute, satz.Sekunde) + wortText(satz, 0, 6);
+            S.programmText = charPair(satz.Minute, satz.Sekunde) + wordText(satz, 0, 6);
             return true;
         }
         ++S.zeitSaetze;
-        const int64_t w = Minuten_Wert(z);
+        const int64_t w = minutesValue(z);
         if (w < ersterWert) {
             ersterWert = w;
             ersterZ = z;
@@ -177,8 +177,8 @@ void scanTimeRange(BatchFile &datei, const BatchLayout &layout, int von, BatchSp
     if (S.zeitSaetze > 0) {
         S.ersterZeit = ersterZ;
         S.letzterZeit = letzterZ;
-        S.erster = datumVon(ersterZ);
-        S.letzter = datumVon(letzterZ);
+        S.erster = dateOfTime(ersterZ);
+        S.letzter = dateOfTime(letzterZ);
     }
 }
 
@@ -195,13 +195,13 @@ int walkRecords(BatchFile &datei, const BatchLayout &layout, int satzLetzter,
         // stored twice (stored, then not acknowledged before a restart).
         const bool neu = !(satz == vorher);
         vorher = satz;
-        if (!neu || istText(satz.Satz_Art))
+        if (!neu || isText(satz.Satz_Art))
             return true;
-        if (!ohneDatumTest(satz.Satz_Art)) {
+        if (!skipsDateTest(satz.Satz_Art)) {
             if (satz.Jahr < 5 || satz.Tag < 1 || satz.Tag > 31 || satz.Monat < 1 || satz.Monat > 12 ||
                 satz.Stunde > 23 || satz.Minute > 59)
                 return true;
-            a.zeit = zeitVon(satz);
+            a.zeit = timeOf(satz);
             a.zeitDa = true;
         }
         if (nr <= satzLetzter)

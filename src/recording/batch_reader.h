@@ -54,8 +54,8 @@ struct BatchSpan {
     int zeitSaetze = 0;            ///< records that counted as a time
     QDateTime erster;              ///< earliest time (invalid when none)
     QDateTime letzter;             ///< latest time
-    SatzZeit ersterZeit;           ///< time bytes of the earliest and the latest time
-    SatzZeit letzterZeit;
+    RecordTime ersterZeit;           ///< time bytes of the earliest and the latest time
+    RecordTime letzterZeit;
     bool programmDa = false;
     QString programmText;          ///< 16 characters of the last 159
     int textSaetze = 0;            ///< text records met
@@ -66,7 +66,7 @@ struct BatchSpan {
 struct AcceptedRecord {
     int nr = 0;                    ///< record number in the file
     BatchRecord satz;
-    SatzZeit zeit;                 ///< time of the key
+    RecordTime zeit;                 ///< time of the key
     bool zeitDa = false;           ///< false before the first record with a time
     /// The key "JJMMTT HH:MM:SS", or "" before the first record with a time.
     QString key() const { return zeitDa ? Satz_Zeit(zeit) : QString(); }
@@ -86,7 +86,7 @@ BatchLayout detectLayout(BatchFile &datei);
 
 /// Writes the ten characters of a text record (9001..9020) into the 160
 /// characters of the batch data text; characters beyond 160 are lost.
-void Chargendaten_Eintragen(QString &chargendaten, const BatchRecord &satz);
+void addBatchDataText(QString &chargendaten, const BatchRecord &satz);
 
 /// First pass: time span, program text and batch data text.
 BatchSpan scanTimeRange(BatchFile &datei, const BatchLayout &layout);
@@ -98,7 +98,7 @@ void scanTimeRange(BatchFile &datei, const BatchLayout &layout, int von, BatchSp
 /// Minutes of six time bytes (hour and minute in range) on one scale with
 /// every other time: a real calendar date counts directly; any other goes
 /// through the date builder, which moves it onto a real date.
-int64_t Minuten_Wert(const SatzZeit &z);
+int64_t minutesValue(const RecordTime &z);
 
 /// Second pass: hands every kept record above `satzLetzter` to `fn`, in file
 /// order; fn returns false to end the pass early. Returns the highest record

@@ -23,7 +23,7 @@ u8 lowByte(i16 w) { return static_cast<u8>(static_cast<uint16_t>(w) & 0xFF); }
 u8 highByte(i16 w) { return static_cast<u8>(static_cast<uint16_t>(w) >> 8); }
 
 /// Puts the two bytes of each of three words into bytes 2..7, low byte first.
-void setWortBytes(BatchRecord &s, i16 a, i16 b, i16 c)
+void setWordBytes(BatchRecord &s, i16 a, i16 b, i16 c)
 {
     s.Tag = lowByte(a);
     s.Monat = highByte(a);
@@ -33,18 +33,18 @@ void setWortBytes(BatchRecord &s, i16 a, i16 b, i16 c)
     s.Sekunde = highByte(c);
 }
 
-i16 &wortRef(BatchRecord &s, int index)
+i16 &wordRef(BatchRecord &s, int index)
 {
     return index < 0 ? s.Satz_Art : s.Wert[index];
 }
 
-i16 wortVal(const BatchRecord &s, int index)
+i16 wordValue(const BatchRecord &s, int index)
 {
     return index < 0 ? s.Satz_Art : s.Wert[index];
 }
 
 /// Puts `text` (already of the right width) into bytes 2..7 (6 characters).
-void setZeitText(BatchRecord &s, const QByteArray &b)
+void setTimeText(BatchRecord &s, const QByteArray &b)
 {
     s.Tag = static_cast<u8>(b[0]);
     s.Monat = static_cast<u8>(b[1]);
@@ -56,16 +56,16 @@ void setZeitText(BatchRecord &s, const QByteArray &b)
 
 /// Puts two characters a word into the words first..last, starting at byte
 /// `from` of `b`; each pair goes through CVI as the file stores it.
-void setWortText(BatchRecord &s, int first, int last, const QByteArray &b, int from)
+void setWordText(BatchRecord &s, int first, int last, const QByteArray &b, int from)
 {
     for (int i = first; i <= last; ++i, from += 2)
-        wortRef(s, i) = CVI(b.mid(from, 2));
+        wordRef(s, i) = CVI(b.mid(from, 2));
 }
 
 /// Latin-1 bytes of a text, blank padded or cut to `width`.
-QByteArray festBytes(const QString &text, int width)
+QByteArray fixedBytes(const QString &text, int width)
 {
-    return Latin1Bytes(Fest(text, width));
+    return Latin1Bytes(fixedWidth(text, width));
 }
 
 } // namespace
@@ -112,23 +112,23 @@ BatchRecord unpackRecord(const QByteArray &bytes)
     return unpackRecord(b);
 }
 
-SatzZeit zeitVonDatum(const QDateTime &d)
+RecordTime timeOfDate(const QDateTime &d)
 {
     if (!d.isValid())
         return {};
     const QDate t = d.date();
     const QTime z = d.time();
-    return SatzZeit{static_cast<u8>(t.day()), static_cast<u8>(t.month()),
+    return RecordTime{static_cast<u8>(t.day()), static_cast<u8>(t.month()),
                     static_cast<u8>((t.year() - 2000) & 0xFF), static_cast<u8>(z.hour()),
                     static_cast<u8>(z.minute()), static_cast<u8>(z.second())};
 }
 
-SatzZeit zeitVonText(const QString &datumText)
+RecordTime timeOfText(const QString &datumText)
 {
-    return zeitVonDatum(Datum_Wert(datumText));
+    return timeOfDate(dateValue(datumText));
 }
 
-void setZeit(BatchRecord &s, const SatzZeit &z)
+void setRecordTime(BatchRecord &s, const RecordTime &z)
 {
     s.Tag = z.Tag;
     s.Monat = z.Monat;
@@ -138,18 +138,18 @@ void setZeit(BatchRecord &s, const SatzZeit &z)
     s.Sekunde = z.Sekunde;
 }
 
-SatzZeit zeitVon(const BatchRecord &s)
+RecordTime timeOf(const BatchRecord &s)
 {
-    return SatzZeit{s.Tag, s.Monat, s.Jahr, s.Stunde, s.Minute, s.Sekunde};
+    return RecordTime{s.Tag, s.Monat, s.Jahr, s.Stunde, s.Minute, s.Sekunde};
 }
 
-QString Satz_Zeit(const SatzZeit &z)
+QString Satz_Zeit(const RecordTime &z)
 {
     return QString::asprintf("%02d%02d%02d %02d:%02d:%02d", z.Jahr, z.Monat, z.Tag, z.Stunde,
                              z.Minute, z.Sekunde);
 }
 
-QString zeitText(const BatchRecord &s)
+QString timeText(const BatchRecord &s)
 {
     const char b[6] = {static_cast<char>(s.Tag),    static_cast<char>(s.Monat),
                        static_cast<char>(s.Jahr),   static_cast<char>(s.Stunde),
@@ -157,15 +157,15 @@ QString zeitText(const BatchRecord &s)
     return Latin1Text(QByteArray(b, 6));
 }
 
-QString wortText(const BatchRecord &s, int first, int last)
+QString wordText(const BatchRecord &s, int first, int last)
 {
     QByteArray b;
     for (int i = first; i <= last; ++i)
-        b += MKI(wortVal(s, i));
+        b += MKI(wordValue(s, i));
     return Latin1Text(b);
 }
 
-i16 w5Gruppe(i16 w5)
+i16 storedW5(i16 w5)
 {
     const u8 hi = highByte(w5);
     const u8 lo = lowByte(w5);
@@ -174,7 +174,7 @@ i16 w5Gruppe(i16 w5)
     return static_cast<i16>(((hi & 15) * 16) | lo);
 }
 
-i16 zehntelGerundet(i16 value)
+i16 tenthsRounded(i16 value)
 {
     // Integer division truncates toward zero; a remainder of exactly 5 is a tie,
     // which goes to the even neighbour.
@@ -187,20 +187,20 @@ i16 zehntelGerundet(i16 value)
     return static_cast<i16>(q);
 }
 
-std::array<BatchRecord, 4> Satz_Gruppe(const LogBlock &w, const SatzZeit &zeit, bool w5Roh)
+std::array<BatchRecord, 4> groupRecords(const LogBlock &w, const RecordTime &zeit, bool w5Roh)
 {
     std::array<BatchRecord, 4> g;
     const i16 k = w[0];
     g[0].Satz_Art = k;
-    setZeit(g[0], zeit);
-    g[0].Wert = {w[3], w[4], w5Roh ? w[5] : w5Gruppe(w[5]), w[6], w[7], w[8], w[9]};
+    setRecordTime(g[0], zeit);
+    g[0].Wert = {w[3], w[4], w5Roh ? w[5] : storedW5(w[5]), w[6], w[7], w[8], w[9]};
     // The following records carry three block words each in bytes 2..7 and
     // seven words in Wert: w31..w39 and w10..w30, every word in one place.
     for (int r = 1; r <= 3; ++r) {
         BatchRecord &s = g[r];
         s.Satz_Art = static_cast<i16>(k + r);
         const int b = 31 + 3 * (r - 1);
-        setWortBytes(s, w[b], w[b + 1], w[b + 2]);
+        setWordBytes(s, w[b], w[b + 1], w[b + 2]);
         const int v = 10 + 7 * (r - 1);
         for (int i = 0; i < 7; ++i)
             s.Wert[i] = w[v + i];
@@ -208,11 +208,11 @@ std::array<BatchRecord, 4> Satz_Gruppe(const LogBlock &w, const SatzZeit &zeit, 
     return g;
 }
 
-BatchRecord Satz_Programm_Bauen(const LogBlock &w, const SatzZeit &zeit)
+BatchRecord programTextRecord(const LogBlock &w, const RecordTime &zeit)
 {
     BatchRecord s;
     s.Satz_Art = Satz_Programm;
-    setZeit(s, zeit);
+    setRecordTime(s, zeit);
     s.Minute = lowByte(w[31]);
     s.Sekunde = highByte(w[31]);
     for (int i = 0; i < 7; ++i)
@@ -220,55 +220,55 @@ BatchRecord Satz_Programm_Bauen(const LogBlock &w, const SatzZeit &zeit)
     return s;
 }
 
-BatchRecord Satz_Einzel(const LogBlock &w, const SatzZeit &zeit)
+BatchRecord Satz_Einzel(const LogBlock &w, const RecordTime &zeit)
 {
     BatchRecord s;
     s.Satz_Art = w[0];
-    setZeit(s, zeit);
-    s.Wert = {zehntelGerundet(w[3]), zehntelGerundet(w[4]), w[5], w[6], w[7], w[8], w[9]};
+    setRecordTime(s, zeit);
+    s.Wert = {tenthsRounded(w[3]), tenthsRounded(w[4]), w[5], w[6], w[7], w[8], w[9]};
     return s;
 }
 
-std::array<BatchRecord, 2> Satz_Text_SPS(const LogBlock &w, const BatchRecord &puffer)
+std::array<BatchRecord, 2> plcTextRecords(const LogBlock &w, const BatchRecord &puffer)
 {
     std::array<BatchRecord, 2> t{puffer, puffer};
     for (int r = 0; r < 2; ++r) {
         const int b = 10 + 5 * r;
         t[r].Satz_Art = static_cast<i16>(Satz_Text + r);
-        setWortBytes(t[r], w[b], w[b + 1], w[b + 2]);
+        setWordBytes(t[r], w[b], w[b + 1], w[b + 2]);
         t[r].Wert[0] = w[b + 3];
         t[r].Wert[1] = w[b + 4];
     }
     return t;
 }
 
-std::array<BatchRecord, TEXT_SAETZE> Chargendaten_Saetze(const QString &chargendaten)
+std::array<BatchRecord, TEXT_SAETZE> batchDataRecords(const QString &chargendaten)
 {
-    const QByteArray b = festBytes(chargendaten, CHARGENDATEN_LAENGE);
+    const QByteArray b = fixedBytes(chargendaten, CHARGENDATEN_LAENGE);
     std::array<BatchRecord, TEXT_SAETZE> t;
     for (int k = 0; k < TEXT_SAETZE; ++k) {
         t[k].Satz_Art = static_cast<i16>(Satz_Text + k);
-        setZeitText(t[k], b.mid(10 * k, 6));
-        setWortText(t[k], 0, 1, b, 10 * k + 6);
+        setTimeText(t[k], b.mid(10 * k, 6));
+        setWordText(t[k], 0, 1, b, 10 * k + 6);
     }
     return t;
 }
 
-BatchRecord Satz_Name(const QString &name, const SatzZeit &zeit)
+BatchRecord nameRecord(const QString &name, const RecordTime &zeit)
 {
     BatchRecord s;
-    setZeit(s, zeit);
-    setWortText(s, -1, 6, festBytes(name, 16), 0);
+    setRecordTime(s, zeit);
+    setWordText(s, -1, 6, fixedBytes(name, 16), 0);
     return s;
 }
 
-std::array<BatchRecord, 3> Kennung_Saetze(const std::array<i16, 12> &a, const std::array<i16, 12> &b,
-                                          const SatzZeit &zeit)
+std::array<BatchRecord, 3> identityRecords(const std::array<i16, 12> &a, const std::array<i16, 12> &b,
+                                          const RecordTime &zeit)
 {
     std::array<BatchRecord, 3> k;
     for (int r = 0; r < 3; ++r) {
         BatchRecord &s = k[r];
-        setZeit(s, zeit);
+        setRecordTime(s, zeit);
         s.Tag = Marke_Kennung[r];
         const int p = 4 * r;
         s.Satz_Art = a[p];
@@ -277,26 +277,26 @@ std::array<BatchRecord, 3> Kennung_Saetze(const std::array<i16, 12> &a, const st
     return k;
 }
 
-BatchRecord Satz_Version()
+BatchRecord versionRecord()
 {
     const QByteArray b(Version_Text);
     BatchRecord s;
-    setZeitText(s, b.left(6));
-    setWortText(s, -1, 5, b, 6);
+    setTimeText(s, b.left(6));
+    setWordText(s, -1, 5, b, 6);
     s.Wert[6] = Satz_Version_Marke;
     return s;
 }
 
-BatchRecord Satz_Meldtext(const QString &text)
+BatchRecord messageTextRecord(const QString &text)
 {
-    const QByteArray b = festBytes(Text_Sauber(text), 22);
+    const QByteArray b = fixedBytes(Text_Sauber(text), 22);
     BatchRecord s;
-    setZeitText(s, b.left(6));
-    setWortText(s, -1, 6, b, 6);
+    setTimeText(s, b.left(6));
+    setWordText(s, -1, 6, b, 6);
     return s;
 }
 
-std::vector<std::pair<int, BatchRecord>> Kopf_Saetze(const QString &name, const SatzZeit &zeit,
+std::vector<std::pair<int, BatchRecord>> headerRecords(const QString &name, const RecordTime &zeit,
                                                      const std::array<i16, 12> &kennungA,
                                                      const std::array<i16, 12> &kennungB,
                                                      const std::vector<QString> &meldTexte,
@@ -304,15 +304,15 @@ std::vector<std::pair<int, BatchRecord>> Kopf_Saetze(const QString &name, const 
 {
     std::vector<std::pair<int, BatchRecord>> kopf;
     kopf.reserve(37);
-    kopf.emplace_back(1, Satz_Name(name, zeit));
-    const auto kennung = Kennung_Saetze(kennungA, kennungB, zeit);
+    kopf.emplace_back(1, nameRecord(name, zeit));
+    const auto kennung = identityRecords(kennungA, kennungB, zeit);
     for (int r = 0; r < 3; ++r)
         kopf.emplace_back(2 + r, kennung[r]);
     if (mitVersion)
-        kopf.emplace_back(5, Satz_Version());
+        kopf.emplace_back(5, versionRecord());
     for (int i = 0; i < KOPF_MELDTEXTE; ++i) {
         const QString t = i < int(meldTexte.size()) ? meldTexte[i] : QString();
-        kopf.emplace_back(8 + i, Satz_Meldtext(t));
+        kopf.emplace_back(8 + i, messageTextRecord(t));
     }
     return kopf;
 }

@@ -76,7 +76,7 @@ BatchRecord unpackRecord(const char *in);
 BatchRecord unpackRecord(const QByteArray &bytes);
 
 /// The six time bytes of a record.
-struct SatzZeit {
+struct RecordTime {
     u8 Tag = 0;
     u8 Monat = 0;
     u8 Jahr = 0;     ///< year minus 2000
@@ -84,21 +84,21 @@ struct SatzZeit {
     u8 Minute = 0;
     u8 Sekunde = 0;
 
-    bool operator==(const SatzZeit &) const = default;
+    bool operator==(const RecordTime &) const = default;
 };
 
 /// Time bytes of a date (year minus 2000; a date outside 2000..2255 is cut to
 /// its low byte, which the readers' year test then refuses).
-SatzZeit zeitVonDatum(const QDateTime &d);
+RecordTime timeOfDate(const QDateTime &d);
 /// Time bytes of the station's date text (the form of Datum_Log); an unreadable
 /// text gives all zeros.
-SatzZeit zeitVonText(const QString &datumText);
-void setZeit(BatchRecord &satz, const SatzZeit &zeit);
-SatzZeit zeitVon(const BatchRecord &satz);
+RecordTime timeOfText(const QString &datumText);
+void setRecordTime(BatchRecord &satz, const RecordTime &zeit);
+RecordTime timeOf(const BatchRecord &satz);
 
 /// The key by which the curve store orders records: "JJMMTT HH:MM:SS", each
 /// field at least two digits (a byte above 99 shows all its digits).
-QString Satz_Zeit(const SatzZeit &zeit);
+QString Satz_Zeit(const RecordTime &zeit);
 
 // ---- text in records ------------------------------------------------------
 // Text sits in a record as characters in bytes 2..7 and as two-character
@@ -106,9 +106,9 @@ QString Satz_Zeit(const SatzZeit &zeit);
 // Wert. Word index -1 stands for Satz_Art, 0..6 for Wert[0..6].
 
 /// Characters of bytes 2..7 (six characters).
-QString zeitText(const BatchRecord &satz);
+QString timeText(const BatchRecord &satz);
 /// Characters of the words first..last, two a word.
-QString wortText(const BatchRecord &satz, int first, int last);
+QString wordText(const BatchRecord &satz, int first, int last);
 
 // ---- builders from a log block -------------------------------------------------
 
@@ -116,45 +116,45 @@ using LogBlock = std::array<i16, 40>;
 
 /// The w5 of a sample group as it is stored: the low byte when the high byte
 /// is 0, else (high byte AND 15) * 16 OR the low byte.
-i16 w5Gruppe(i16 w5);
+i16 storedW5(i16 w5);
 
 /// The four records of a sample group, kind k = w0 (154 or 160) and k+1..k+3.
 /// With `w5Roh` the w5 is stored as it stands (the USB import does so).
-std::array<BatchRecord, 4> Satz_Gruppe(const LogBlock &w, const SatzZeit &zeit, bool w5Roh = false);
+std::array<BatchRecord, 4> groupRecords(const LogBlock &w, const RecordTime &zeit, bool w5Roh = false);
 /// The program text record 159: characters 1 and 2 from w31 in Minute and
 /// Sekunde, w32..w38 in Wert.
-BatchRecord Satz_Programm_Bauen(const LogBlock &w, const SatzZeit &zeit);
+BatchRecord programTextRecord(const LogBlock &w, const RecordTime &zeit);
 /// A single-record sample of kind w0: Wert[0] = w3 / 10, Wert[1] = w4 / 10,
 /// rounded half to even; Wert[2..6] = w5..w9.
-BatchRecord Satz_Einzel(const LogBlock &w, const SatzZeit &zeit);
+BatchRecord Satz_Einzel(const LogBlock &w, const RecordTime &zeit);
 /// The PLC's short text records 9001 (w10..w14) and 9002 (w15..w19). Wert[2..6]
 /// and nothing else come from `puffer`, the record the writer's buffer holds.
-std::array<BatchRecord, 2> Satz_Text_SPS(const LogBlock &w, const BatchRecord &puffer);
+std::array<BatchRecord, 2> plcTextRecords(const LogBlock &w, const BatchRecord &puffer);
 /// The 16 records 9001..9016 of the batch data text (160 characters, blank
 /// padded or cut). Wert[2..6] are 0.
-std::array<BatchRecord, TEXT_SAETZE> Chargendaten_Saetze(const QString &chargendaten);
+std::array<BatchRecord, TEXT_SAETZE> batchDataRecords(const QString &chargendaten);
 
 /// Half-to-even rounding of value / 10.
-i16 zehntelGerundet(i16 value);
+i16 tenthsRounded(i16 value);
 
 // ---- header of a headed file ------------------------------------------------------
 
 /// Record 1: the furnace name, 16 characters, and the time of the block that
 /// created the header.
-BatchRecord Satz_Name(const QString &name, const SatzZeit &zeit);
+BatchRecord nameRecord(const QString &name, const RecordTime &zeit);
 /// Records 2, 3, 4: identity pairs 0..3, 4..7, 8..11 behind the markers 13, 10, 58;
 /// bytes 3..7 keep the time of record 1.
-std::array<BatchRecord, 3> Kennung_Saetze(const std::array<i16, 12> &kennungA,
-                                          const std::array<i16, 12> &kennungB, const SatzZeit &zeit);
+std::array<BatchRecord, 3> identityRecords(const std::array<i16, 12> &kennungA,
+                                          const std::array<i16, 12> &kennungB, const RecordTime &zeit);
 /// Record 5: the version text with the mark 9021.
-BatchRecord Satz_Version();
+BatchRecord versionRecord();
 /// Record 8 + i: message text i, cleaned and padded to 22 characters.
-BatchRecord Satz_Meldtext(const QString &text);
+BatchRecord messageTextRecord(const QString &text);
 
 /// The header as (record number, record): records 1..4, 5 when `mitVersion`
 /// (the USB import leaves it out), and 8..39 from `meldTexte` (missing texts
 /// count as empty). Records 6 and 7 are never written.
-std::vector<std::pair<int, BatchRecord>> Kopf_Saetze(const QString &name, const SatzZeit &zeit,
+std::vector<std::pair<int, BatchRecord>> headerRecords(const QString &name, const RecordTime &zeit,
                                                      const std::array<i16, 12> &kennungA,
                                                      const std::array<i16, 12> &kennungB,
                                                      const std::vector<QString> &meldTexte,

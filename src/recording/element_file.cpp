@@ -23,11 +23,11 @@ constexpr int RX_OFFSET = 21;
 
 } // namespace
 
-QByteArray packElementSatz(const ElementSatz &s)
+QByteArray packElementRecord(const ElementRecord &s)
 {
     QByteArray b(ELEMENT_SATZ, '\0');
     qToLittleEndian<qint16>(s.Anzahl, b.data());
-    const QByteArray zeit = Latin1Bytes(Fest(s.Zeit, ZEIT_LAENGE));
+    const QByteArray zeit = Latin1Bytes(fixedWidth(s.Zeit, ZEIT_LAENGE));
     std::memcpy(b.data() + 2, zeit.constData(), ZEIT_LAENGE);
     for (int e = 0; e < ELEMENTE; ++e) {
         uint32_t bits;
@@ -37,11 +37,11 @@ QByteArray packElementSatz(const ElementSatz &s)
     return b;
 }
 
-ElementSatz unpackElementSatz(const QByteArray &bytes)
+ElementRecord unpackElementRecord(const QByteArray &bytes)
 {
     QByteArray b = bytes.left(ELEMENT_SATZ);
     b.append(QByteArray(ELEMENT_SATZ - b.size(), '\0'));
-    ElementSatz s;
+    ElementRecord s;
     s.Anzahl = qFromLittleEndian<qint16>(b.constData());
     s.Zeit = Latin1Text(b.mid(2, ZEIT_LAENGE));
     for (int e = 0; e < ELEMENTE; ++e) {
@@ -51,30 +51,30 @@ ElementSatz unpackElementSatz(const QByteArray &bytes)
     return s;
 }
 
-QString KM_EL_Pfad(int ofenNr)
+QString elFilePath(int ofenNr)
 {
-    return Daten_Datei(QStringLiteral("KM_EL%1.DAT").arg(ofenNr));
+    return dataFile(QStringLiteral("KM_EL%1.DAT").arg(ofenNr));
 }
 
-QString KM_RX_Pfad(int ofenNr)
+QString rxFilePath(int ofenNr)
 {
-    return Daten_Datei(QStringLiteral("KM_RX%1.DAT").arg(ofenNr));
+    return dataFile(QStringLiteral("KM_RX%1.DAT").arg(ofenNr));
 }
 
-int Element_Saetze(const QString &pfad)
+int elementRecordCount(const QString &pfad)
 {
-    return satzZahlVonLaenge(QFile(pfad).size(), ELEMENT_SATZ);
+    return recordCountOfLength(QFile(pfad).size(), ELEMENT_SATZ);
 }
 
-ElementSatz Element_Lesen(const QString &pfad, int nr)
+ElementRecord readElement(const QString &pfad, int nr)
 {
     QFile f(pfad);
     if (nr < 1 || !f.open(QIODevice::ReadOnly) || !f.seek(qint64(nr - 1) * ELEMENT_SATZ))
-        return ElementSatz{};
-    return unpackElementSatz(f.read(ELEMENT_SATZ));
+        return ElementRecord{};
+    return unpackElementRecord(f.read(ELEMENT_SATZ));
 }
 
-void Element_Schreiben(const QString &pfad, int nr, const ElementSatz &s)
+void writeElement(const QString &pfad, int nr, const ElementRecord &s)
 {
     if (nr < 1)
         throw RunError(ERR_SUBSCRIPT, "element record number");
@@ -88,7 +88,7 @@ void Element_Schreiben(const QString &pfad, int nr, const ElementSatz &s)
         bytes = QByteArray(at - f.size(), '\0');
         von = f.size();
     }
-    bytes += packElementSatz(s);
+    bytes += packElementRecord(s);
     if (!f.seek(von) || f.write(bytes) != bytes.size())
         raiseFile(f);
 }

@@ -25,29 +25,29 @@ constexpr int ELEMENTE = 18;         ///< figures per record
 constexpr int RX_RING_ERSTER = 2;    ///< first ring record of KM_RX
 constexpr int RX_RING_LETZTER = 2200;
 
-struct ElementSatz {
+struct ElementRecord {
     i16 Anzahl = 0;
     QString Zeit;                        ///< 19 characters
     std::array<float, ELEMENTE> RX{};
 
-    bool operator==(const ElementSatz &) const = default;
+    bool operator==(const ElementRecord &) const = default;
 };
 
-QByteArray packElementSatz(const ElementSatz &s);
+QByteArray packElementRecord(const ElementRecord &s);
 /// Reads up to 93 bytes; missing bytes count as 0.
-ElementSatz unpackElementSatz(const QByteArray &bytes);
+ElementRecord unpackElementRecord(const QByteArray &bytes);
 
 /// "KM_EL<n>.DAT" and "KM_RX<n>.DAT" of furnace number n (1..8) in the data folder.
-QString KM_EL_Pfad(int ofenNr);
-QString KM_RX_Pfad(int ofenNr);
+QString elFilePath(int ofenNr);
+QString rxFilePath(int ofenNr);
 
 /// Record count of a file: its length / 93, rounded to the nearest whole
 /// number (ties to even); 0 for a missing file.
-int Element_Saetze(const QString &pfad);
+int elementRecordCount(const QString &pfad);
 /// Record `nr` of the file; a record beyond the end reads as zeros.
-ElementSatz Element_Lesen(const QString &pfad, int nr);
+ElementRecord readElement(const QString &pfad, int nr);
 /// Writes record `nr`, creating the file; a gap is filled with zero records.
 /// A failing write raises RunError(ERR_FILE).
-void Element_Schreiben(const QString &pfad, int nr, const ElementSatz &s);
+void writeElement(const QString &pfad, int nr, const ElementRecord &s);
 
 } // namespace kal

@@ -8,17 +8,17 @@
 
 namespace kal {
 
-std::array<Element_Speicher, OFEN_MAX> Elemente;
+std::array<ElementStore, OFEN_MAX> Elemente;
 
 namespace {
 StateReset reset{[] { Elemente = {}; }};
 
 /// The round is complete: its means go into KM_EL, or every third round into
 /// the ring of KM_RX.
-void Runde_Schreiben(int ofen, Element_Speicher &m, const QString &zeit)
+void writeRound(int ofen, ElementStore &m, const QString &zeit)
 {
-    const QString el = KM_EL_Pfad(ofen + 1);
-    ElementSatz satz = QFile::exists(el) ? Element_Lesen(el, 1) : ElementSatz{};
+    const QString el = elFilePath(ofen + 1);
+    ElementRecord satz = QFile::exists(el) ? readElement(el, 1) : ElementRecord{};
     if (satz.Anzahl < 2) {
         for (int e = 0; e < ELEMENTE; ++e) {
             int gruppe = 0, strom = 0;
@@ -33,13 +33,13 @@ void Runde_Schreiben(int ofen, Element_Speicher &m, const QString &zeit)
         }
         satz.Zeit = zeit;
         ++satz.Anzahl;
-        Element_Schreiben(el, 1, satz);
+        writeElement(el, 1, satz);
         return;
     }
 
-    const QString rx = KM_RX_Pfad(ofen + 1);
-    ElementSatz kopf = Element_Saetze(rx) >= 2 ? Element_Lesen(rx, 1) : ElementSatz{};
-    int pos = Element_Saetze(rx) >= 2 ? kopf.Anzahl : 1;
+    const QString rx = rxFilePath(ofen + 1);
+    ElementRecord kopf = elementRecordCount(rx) >= 2 ? readElement(rx, 1) : ElementRecord{};
+    int pos = elementRecordCount(rx) >= 2 ? kopf.Anzahl : 1;
     pos = std::max(pos + 1, RX_RING_ERSTER);
     if (pos > RX_RING_LETZTER)
         pos = RX_RING_ERSTER;
@@ -51,20 +51,20 @@ void Runde_Schreiben(int ofen, Element_Speicher &m, const QString &zeit)
         satz.RX[e] = summe / float(satz.Anzahl);
     }
     satz.Zeit = zeit;
-    Element_Schreiben(rx, pos, satz);
+    writeElement(rx, pos, satz);
     kopf.Anzahl = static_cast<i16>(pos);
-    Element_Schreiben(rx, 1, kopf);
+    writeElement(rx, 1, kopf);
     satz.Anzahl = 0;
-    Element_Schreiben(el, 1, satz);
+    writeElement(el, 1, satz);
 }
 
 } // namespace
 
-void Element_Gruppe(int ofen, const std::array<BatchRecord, 4> &gruppe, const QString &zeit)
+void noteElementGroup(int ofen, const std::array<BatchRecord, 4> &gruppe, const QString &zeit)
 {
     if (ofen < 0 || ofen >= OFEN_MAX)
         return;
-    Element_Speicher &m = Elemente[ofen];
+    ElementStore &m = Elemente[ofen];
     if (gruppe[0].Satz_Art == Satz_Charge) {
         // Record 155 holds w31 in Tag (low byte) and Monat (high byte), w32 in
         // Jahr and Stunde.
@@ -85,7 +85,7 @@ void Element_Gruppe(int ofen, const std::array<BatchRecord, 4> &gruppe, const QS
 
 void Element_Statistik(int ofen, const QString &zeit)
 {
-    Element_Speicher &m = Elemente.at(ofen);
+    ElementStore &m = Elemente.at(ofen);
     if (plant.Element_Anz[ofen] != GRUPPEN)
         m.Gruppe_Stufe[1] = m.Gruppe_Stufe[2] = m.Gruppe_Stufe[3] = m.Gruppe_Stufe[0];
     for (u8 stufe : m.Gruppe_Stufe)
@@ -102,27 +102,27 @@ void Element_Statistik(int ofen, const QString &zeit)
     if (m.Strom_Slot < STROM_SLOTS)
         return;
     m.Strom_Slot = 0;
-    Runde_Schreiben(ofen, m, zeit);
+    writeRound(ofen, m, zeit);
 }
 
-std::vector<RX_Eintrag> RX_Liste(int ofenNr)
+std::vector<RxEntry> rxHistory(int ofenNr)
 {
-    std::vector<RX_Eintrag> liste;
-    const QString rx = KM_RX_Pfad(ofenNr);
+    std::vector<RxEntry> liste;
+    const QString rx = rxFilePath(ofenNr);
     QFile f(rx);
     if (!f.open(QIODevice::ReadOnly))
         return liste;
     const QByteArray alles = f.readAll();
-    const int saetze = Element_Saetze(rx);
+    const int saetze = elementRecordCount(rx);
     for (int nr = RX_RING_ERSTER; nr <= saetze; ++nr) {
-        const ElementSatz s = unpackElementSatz(alles.mid(qsizetype(nr - 1) * ELEMENT_SATZ, ELEMENT_SATZ));
+        const ElementRecord s = unpackElementRecord(alles.mid(qsizetype(nr - 1) * ELEMENT_SATZ, ELEMENT_SATZ));
         const QString key = Datum_Sort(s.Zeit);
         if (plant.Datum_Sort_OK == 0)
             continue;
         liste.push_back({key, s});
     }
     std::stable_sort(liste.begin(), liste.end(),
-                     [](const RX_Eintrag &a, const RX_Eintrag &b) { return a.schluessel < b.schluessel; });
+                     [](const RxEntry &a, const RxEntry &b) { return a.schluessel < b.schluessel; });
     return liste;
 }
 

@@ -33,7 +33,7 @@ constexpr int GRUPPEN = 4;
 constexpr int GRUPPE_MIN = 10;    ///< lowest group output of a counting sample
 
 /// The element store of one furnace.
-struct Element_Speicher {
+struct ElementStore {
     std::array<std::array<i16, STROM_SLOTS>, ELEMENTE> Strom_Wert{};
     std::array<std::array<i16, STROM_SLOTS>, ELEMENTE> Gruppe_Wert{};
     i16 Strom_Slot = 0;                       ///< next slot 0..9
@@ -42,14 +42,14 @@ struct Element_Speicher {
 };
 
 /// The stores of furnaces 0..7.
-extern std::array<Element_Speicher, OFEN_MAX> Elemente;
+extern std::array<ElementStore, OFEN_MAX> Elemente;
 
 /// The recorder stored a sample group of furnace index `ofen`: after a 154
 /// group the group outputs of its record 155 are kept (high and low byte of
 /// w31, then of w32); after a 160 group the 18 currents of records 160, 161
 /// and 162 are kept and `Element_Statistik` runs with the time of the sample
 /// ("TT.MM.JJJJ HH:MM:SS").
-void Element_Gruppe(int ofen, const std::array<BatchRecord, 4> &gruppe, const QString &zeit);
+void noteElementGroup(int ofen, const std::array<BatchRecord, 4> &gruppe, const QString &zeit);
 
 /// `Element_Statistik(furnace index, time of the sample)`: counts the sample
 /// held in the store and, after ten, writes the round (see above). A file
@@ -57,14 +57,14 @@ void Element_Gruppe(int ofen, const std::array<BatchRecord, 4> &gruppe, const QS
 void Element_Statistik(int ofen, const QString &zeit);
 
 /// One record of the history, with the key it is sorted by.
-struct RX_Eintrag {
+struct RxEntry {
     QString schluessel;   ///< "JJMMTT HH:MM:SS" of Zeit
-    ElementSatz satz;
+    ElementRecord satz;
 };
 
 /// The history of furnace number 1..8 from KM_RX, records 2 on, sorted by
 /// time (oldest first); records without a readable time are left out. A
 /// missing file gives an empty list.
-std::vector<RX_Eintrag> RX_Liste(int ofenNr);
+std::vector<RxEntry> rxHistory(int ofenNr);
 
 } // namespace kal

@@ -11,12 +11,12 @@ namespace kal {
 
 namespace {
 
-QString zwei(int v)
+QString twoDigitText(int v)
 {
     return QString::number(v).rightJustified(2, QLatin1Char('0'));
 }
 
-QString rechts(int v, int n)
+QString rightAligned(int v, int n)
 {
     return QString::number(v).rightJustified(n, QLatin1Char(' ')).right(n);
 }
@@ -26,18 +26,18 @@ QString rechts(int v, int n)
 QString LogSatz_Zeile(const BatchRecord &s)
 {
     const QString &t = plant.Datum_Trenner;
-    QString z = zwei(s.Tag) + t + zwei(s.Monat) + t + QString::number(s.Jahr + 2000).rightJustified(4, QLatin1Char('0')) +
-                QLatin1Char(' ') + zwei(s.Stunde) + QLatin1Char(':') + zwei(s.Minute) + QLatin1Char(':') +
-                zwei(s.Sekunde);
-    z += rechts(s.Satz_Art, 5);
+    QString z = twoDigitText(s.Tag) + t + twoDigitText(s.Monat) + t + QString::number(s.Jahr + 2000).rightJustified(4, QLatin1Char('0')) +
+                QLatin1Char(' ') + twoDigitText(s.Stunde) + QLatin1Char(':') + twoDigitText(s.Minute) + QLatin1Char(':') +
+                twoDigitText(s.Sekunde);
+    z += rightAligned(s.Satz_Art, 5);
     for (int i = 0; i < 7; ++i)
-        z += QStringLiteral("  ") + rechts(s.Wert[size_t(i)], i < 2 ? 5 : 4);
+        z += QStringLiteral("  ") + rightAligned(s.Wert[size_t(i)], i < 2 ? 5 : 4);
     return z;
 }
 
-Logdaten Logdaten_Lesen(const QString &pfad)
+LogBookPage readLogBook(const QString &pfad)
 {
-    Logdaten L;
+    LogBookPage L;
     BatchFile datei;
     if (pfad.isEmpty() || !QFileInfo(pfad).isFile() || !datei.openRead(pfad)) {
         L.titel = QStringLiteral("Logdatei: ") + pfad + QStringLiteral(" , nicht vorhanden!");

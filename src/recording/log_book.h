@@ -18,7 +18,7 @@ namespace kal {
 QString LogSatz_Zeile(const BatchRecord &satz);
 
 /// The page of one file.
-struct Logdaten {
+struct LogBookPage {
     QString titel;              ///< caption
     QStringList zeilen;         ///< one line per record, in file order
     std::vector<int> werte;     ///< item data of each line: Wert[1]
@@ -26,6 +26,6 @@ struct Logdaten {
 
 /// Reads the whole file at `pfad` into lines; a missing file gives the caption
 /// "Logdatei: <path> , nicht vorhanden!" and no lines.
-Logdaten Logdaten_Lesen(const QString &pfad);
+LogBookPage readLogBook(const QString &pfad);
 
 } // namespace kal

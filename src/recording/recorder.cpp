@@ -22,7 +22,7 @@ namespace {
 const QString SERIE_QRV = QStringLiteral("0708-001-QRV");
 
 /// Step numbers of the error list line.
-enum Schritt : int {
+enum RecorderStep : int {
     S_TEST = 10,
     S_DATEIEN = 50,
     S_MARKEN = 60,
@@ -37,9 +37,9 @@ enum Schritt : int {
 /// record count decides where records go, and a failure on it ends the block.
 /// The mirror follows at the same record numbers; a failure there is noted and
 /// the mirror left alone for the rest of the block.
-class Charge_Dateien {
+class OpenBatchFiles {
 public:
-    Charge_Dateien(int ofen, const int &schritt) : ofen_(ofen), schritt_(schritt)
+    OpenBatchFiles(int ofen, const int &schritt) : ofen_(ofen), schritt_(schritt)
     {
         // Without a year folder the name would land in the root folder.
         if (plant.Charge_Ordner[0].isEmpty())
@@ -54,11 +54,11 @@ public:
             kopie_.open(plant.Charge_Kopie[ofen]);
             mitKopie_ = true;
         } catch (const RunError &e) {
-            kopieFehler(e.number);
+            mirrorFailed(e.number);
         }
     }
 
-    void schreiben(int nr, const BatchRecord *saetze, int n)
+    void write(int nr, const BatchRecord *saetze, int n)
     {
         haupt.write(nr, saetze, n);
         if (!mitKopie_)
@@ -66,20 +66,20 @@ public:
         try {
             kopie_.write(nr, saetze, n);
         } catch (const RunError &e) {
-            kopieFehler(e.number);
+            mirrorFailed(e.number);
         }
     }
-    void schreiben(int nr, const BatchRecord &satz) { schreiben(nr, &satz, 1); }
+    void write(int nr, const BatchRecord &satz) { write(nr, &satz, 1); }
 
     BatchFile haupt;
     int satzZahl = 0; ///< records of the file when it was opened
 
 private:
-    void kopieFehler(int nummer)
+    void mirrorFailed(int nummer)
     {
         mitKopie_ = false;
         kopie_.close();
-        Charge_Fehler(ofen_, schritt_, nummer, plant.Charge_Kopie[ofen_]);
+        recordFailure(ofen_, schritt_, nummer, plant.Charge_Kopie[ofen_]);
     }
 
     int ofen_;
@@ -89,7 +89,7 @@ private:
 };
 
 /// Records 2, 3 and 4 carry the markers 13, 10, 58 of a written header.
-bool Marken_Da(BatchFile &datei)
+bool hasMarkers(BatchFile &datei)
 {
     for (int r = 0; r < 3; ++r)
         if (datei.read(2 + r).Tag != Marke_Kennung[r])
@@ -99,7 +99,7 @@ bool Marken_Da(BatchFile &datei)
 
 /// The identity pairs that a header written for an old single-record PLC
 /// (kinds 100 and 110) carries: they describe its fixed tracks.
-void Kennung_Alt_Setzen(int ofen)
+void setOldIdentity(int ofen)
 {
     const int slot = ofen + 1;
     auto paar = [slot](int p, int a, int b) {
@@ -123,10 +123,10 @@ void Kennung_Alt_Setzen(int ofen)
 
 /// Records 1..5 and 8..39 of a headed file: name, identity, version, the first
 /// 32 message texts of the furnace.
-void Kopf_Schreiben(int ofen, Charge_Dateien &d, const SatzZeit &zeit)
+void writeHeader(int ofen, OpenBatchFiles &d, const RecordTime &zeit)
 {
     if (plant.Log_Art == 100 || plant.Log_Art == Satz_Alt)
-        Kennung_Alt_Setzen(ofen);
+        setOldIdentity(ofen);
     std::array<i16, 12> a{}, b{};
     for (int p = 0; p < KENNUNG_PAARE; ++p) {
         a[p] = plant.Ofen_Kennung_A(ofen + 1, p);
@@ -135,35 +135,35 @@ void Kopf_Schreiben(int ofen, Charge_Dateien &d, const SatzZeit &zeit)
     std::vector<QString> texte(KOPF_MELDTEXTE);
     for (int i = 0; i < KOPF_MELDTEXTE; ++i)
         texte[i] = plant.Meld_Text(ofen, i);
-    for (const auto &[nr, satz] : Kopf_Saetze(plant.Ofen_Name[ofen], zeit, a, b, texte, true))
-        d.schreiben(nr, satz);
+    for (const auto &[nr, satz] : headerRecords(plant.Ofen_Name[ofen], zeit, a, b, texte, true))
+        d.write(nr, satz);
 }
 
 /// The records of a sample, a group or a program text at the next free record.
-void Saetze_Schreiben(int ofen, Charge_Dateien &d, const SatzZeit &zeit)
+void writeRecords(int ofen, OpenBatchFiles &d, const RecordTime &zeit)
 {
-    const int nr = Naechster_Datensatz(d.satzZahl);
+    const int nr = nextDataRecord(d.satzZahl);
     if (plant.Log_Art == Satz_Programm) {
-        d.schreiben(nr, Satz_Programm_Bauen(Block_Worte(ofen, plant.Adr_Trigger[ofen]), zeit));
+        d.write(nr, programTextRecord(blockWords(ofen, plant.Adr_Trigger[ofen]), zeit));
     } else if (plant.Log_Art == Satz_Charge || plant.Log_Art == Satz_Strom) {
         LogBlock w = Log_Satz.w;
         w[0] = plant.Log_Art;
-        const auto gruppe = Satz_Gruppe(w, zeit);
-        d.schreiben(nr, gruppe.data(), int(gruppe.size()));
+        const auto gruppe = groupRecords(w, zeit);
+        d.write(nr, gruppe.data(), int(gruppe.size()));
         // The element statistics take the group outputs and the currents of
         // the stored group; a failing element file loses the round, not the sample.
         try {
-            Element_Gruppe(ofen, gruppe, Datum_Voll(plant.Datum_Log[ofen]));
+            noteElementGroup(ofen, gruppe, Datum_Voll(plant.Datum_Log[ofen]));
         } catch (const RunError &e) {
-            Charge_Fehler(ofen, S_ELEMENTE, e.number, KM_EL_Pfad(ofen + 1));
+            recordFailure(ofen, S_ELEMENTE, e.number, elFilePath(ofen + 1));
         }
     } else {
-        d.schreiben(nr, Satz_Einzel(Block_Worte(ofen, plant.Adr_Trigger[ofen]), zeit));
+        d.write(nr, Satz_Einzel(blockWords(ofen, plant.Adr_Trigger[ofen]), zeit));
     }
 }
 
 /// A curve view that follows this batch file live draws the new sample.
-void Live_Melden(int ofen)
+void notifyLiveView(int ofen)
 {
     if (plant.Kurve_Online != 0 && !plant.Kurve_Datei.isEmpty() && plant.Kurve_Datei == plant.Charge_Datei[ofen])
         callHook(hooks.Charge_Online, ofen);
@@ -173,52 +173,52 @@ void Live_Melden(int ofen)
 /// the file, or over the last record when there is none (the last sample then
 /// gives way to the text). The records keep in Wert[2..6] what the search read
 /// last. A file without any record has no place for it: the text is lost.
-void Text_Schreiben(int ofen, Charge_Dateien &d)
+void writeOperatorText(int ofen, OpenBatchFiles &d)
 {
-    const TextSuche t = Erster_Textsatz(d.haupt, 1);
+    const TextSearch t = firstTextRecord(d.haupt, 1);
     const int platz = t.nr > 0 ? t.nr : d.haupt.count();
     if (platz < 1)
         return;
-    const auto texte = Satz_Text_SPS(Block_Worte(ofen, plant.Adr_Trigger[ofen]), t.zuletzt);
-    d.schreiben(platz, texte.data(), int(texte.size()));
+    const auto texte = plcTextRecords(blockWords(ofen, plant.Adr_Trigger[ofen]), t.zuletzt);
+    d.write(platz, texte.data(), int(texte.size()));
 }
 
-void Charge_Ablauf(int ofen, int &schritt)
+void recordBlock(int ofen, int &schritt)
 {
     schritt = S_TEST;
     plant.Log_Art = plant.SPS_Wort(ofen, plant.Adr_Trigger[ofen]);
-    if (!Charge_Test(ofen))
+    if (!checkBatch(ofen))
         return;
 
     schritt = S_DATEIEN;
-    Charge_Namen_Bauen(ofen);
+    buildBatchNames(ofen);
     bool probe = false;
     {
-        Charge_Dateien d(ofen, schritt);
+        OpenBatchFiles d(ofen, schritt);
 
         // The time of every record comes from Datum_Log, on plain furnaces too,
         // whose blocks are never taken apart into the fields.
-        const SatzZeit zeit = zeitVonText(plant.Datum_Log[ofen]);
+        const RecordTime zeit = timeOfText(plant.Datum_Log[ofen]);
         schritt = S_MARKEN;
-        if (plant.Ofen_Typ[ofen + 1] < 0 && !Marken_Da(d.haupt)) {
+        if (plant.Ofen_Typ[ofen + 1] < 0 && !hasMarkers(d.haupt)) {
             schritt = S_KOPF;
-            Kopf_Schreiben(ofen, d, zeit);
+            writeHeader(ofen, d, zeit);
         }
         if (plant.Log_Art != 0 && plant.Log_Art < 200) {
             schritt = S_SAETZE;
-            Saetze_Schreiben(ofen, d, zeit);
+            writeRecords(ofen, d, zeit);
             probe = true;
         }
         if (plant.Log_Art == Satz_Text) {
             schritt = S_TEXT;
-            Text_Schreiben(ofen, d);
+            writeOperatorText(ofen, d);
         }
     }
     // The curve view reads the file anew: only once it is closed does the
     // file hold the whole sample.
     if (probe) {
         schritt = S_LIVE;
-        Live_Melden(ofen);
+        notifyLiveView(ofen);
     }
 }
 
@@ -230,15 +230,15 @@ void Charge_Schreiben(int ofenNr)
     if (ofen < 0 || ofen >= OFEN_MAX)
         return;
     int schritt = 0;
-    Charge_Fehler_Beginn(ofen);
+    beginBlockFailures(ofen);
     try {
-        Charge_Ablauf(ofen, schritt);
+        recordBlock(ofen, schritt);
     } catch (const RunError &e) {
-        Charge_Fehler(ofen, schritt, e.number, plant.Charge_Datei[ofen]);
+        recordFailure(ofen, schritt, e.number, plant.Charge_Datei[ofen]);
     } catch (const std::exception &) {
-        Charge_Fehler(ofen, schritt, ERR_FILE, plant.Charge_Datei[ofen]);
+        recordFailure(ofen, schritt, ERR_FILE, plant.Charge_Datei[ofen]);
     }
-    Charge_Fehler_Ende(ofen);
+    endBlockFailures(ofen);
 }
 
 } // namespace kal

@@ -4,27 +4,27 @@
 
 namespace kal {
 
-Log_Felder Log_Satz;
+LogFields Log_Satz;
 
 namespace {
-StateReset reset{[] { Log_Satz = Log_Felder{}; }};
+StateReset reset{[] { Log_Satz = LogFields{}; }};
 } // namespace
 
 namespace {
 
 int lowByte(i16 w) { return static_cast<uint16_t>(w) & 0xFF; }
 int highByte(i16 w) { return static_cast<uint16_t>(w) >> 8; }
-i16 wort(int high, int low) { return static_cast<i16>(((high & 0xFF) << 8) | (low & 0xFF)); }
+i16 wordOf(int high, int low) { return static_cast<i16>(((high & 0xFF) << 8) | (low & 0xFF)); }
 
 } // namespace
 
-i32 Log_Felder::Chargennummer() const
+i32 LogFields::batchNumber() const
 {
     return static_cast<i32>(static_cast<uint32_t>(static_cast<uint16_t>(w[6])) |
                             (static_cast<uint32_t>(static_cast<uint16_t>(w[7])) << 16));
 }
 
-LogBlock Block_Worte(int ofen, int basis, int count)
+LogBlock blockWords(int ofen, int basis, int count)
 {
     LogBlock w{};
     for (int n = 0; n < count && n < int(w.size()); ++n)
@@ -32,7 +32,7 @@ LogBlock Block_Worte(int ofen, int basis, int count)
     return w;
 }
 
-LogBlock Kompakt_Entpacken(const KompaktBlock &c, bool usb)
+LogBlock unpackCompact(const CompactBlock &c, bool usb)
 {
     LogBlock w{};
     w[0] = Satz_Charge;
@@ -50,7 +50,7 @@ LogBlock Kompakt_Entpacken(const KompaktBlock &c, bool usb)
     // c13: output in the low byte, two more bits of it in the high byte, and
     // the ninth bits of the two values packed into c14.
     const int stufe = highByte(c[13]) & 3;
-    w[5] = usb ? static_cast<i16>(lowByte(c[13])) : wort(stufe, lowByte(c[13]));
+    w[5] = usb ? static_cast<i16>(lowByte(c[13])) : wordOf(stufe, lowByte(c[13]));
     w[21] = static_cast<i16>(usb ? highByte(c[13]) : stufe);
     const int erster = highByte(c[14]) + ((c[13] & 0x4000) ? 256 : 0);
     const int zweiter = lowByte(c[14]) + ((c[13] & 0x2000) ? 256 : 0);
@@ -58,17 +58,17 @@ LogBlock Kompakt_Entpacken(const KompaktBlock &c, bool usb)
     w[23] = static_cast<i16>(erster);
     w[14] = static_cast<i16>(highByte(c[15]));
     w[24] = static_cast<i16>(lowByte(c[15]));
-    w[31] = wort(highByte(c[8]), 0);
-    w[38] = wort(lowByte(c[8]), 100);
+    w[31] = wordOf(highByte(c[8]), 0);
+    w[38] = wordOf(lowByte(c[8]), 100);
     return w;
 }
 
 bool Kompakt_Lesen(int ofen, int basis, LogBlock &ziel, bool usb)
 {
-    KompaktBlock c{};
+    CompactBlock c{};
     for (int n = 0; n < KOMPAKT_WORTE; ++n)
         c[n] = plant.SPS_Wort(ofen, basis + n);
-    ziel = Kompakt_Entpacken(c, usb);
+    ziel = unpackCompact(c, usb);
     return true;
 }
 
@@ -79,7 +79,7 @@ void LogBlock_Lesen(int ofen)
         if (Kompakt_Lesen(ofen, basis, Log_Satz.w))
             plant.Log_Art = Satz_Charge;
     } else if (plant.Log_Art == Satz_Charge || plant.Log_Art == Satz_Strom) {
-        Log_Satz.w = Block_Worte(ofen, basis);
+        Log_Satz.w = blockWords(ofen, basis);
     }
 }
 

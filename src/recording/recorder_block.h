@@ -33,29 +33,29 @@ namespace kal {
 constexpr i16 Log_Kompakt = 131;   ///< compact sample of the 16-word trigger
 constexpr int KOMPAKT_WORTE = 16;
 
-using KompaktBlock = std::array<i16, KOMPAKT_WORTE>;
+using CompactBlock = std::array<i16, KOMPAKT_WORTE>;
 
 /// The record of fields of the block in hand. It is one for the whole plant,
 /// and only a sample group (131, 154, 160) refills its words: a single sample,
 /// a program text or an operator text leaves the words of the group before,
 /// and with them the batch number that such a block is stored under.
-struct Log_Felder {
+struct LogFields {
     LogBlock w{};    ///< w0..w39 in the form of 154 or 160
 
     /// Batch number of w6 (low word) and w7 (high word).
-    i32 Chargennummer() const;
+    i32 batchNumber() const;
 };
 
-/// The unpacked block (see Log_Felder).
-extern Log_Felder Log_Satz;
+/// The unpacked block (see LogFields).
+extern LogFields Log_Satz;
 
 /// Words n = 0..count-1 at `basis` + n of the furnace's image (missing words
 /// of a shorter block are 0). An address past the image raises RunError(9).
-LogBlock Block_Worte(int ofen, int basis, int count = 40);
+LogBlock blockWords(int ofen, int basis, int count = 40);
 
 /// The 154 form of a compact block (table above); w0 = 154. For the USB
 /// import (`usb`) w5 is the low byte of c13 alone and w21 its whole high byte.
-LogBlock Kompakt_Entpacken(const KompaktBlock &c, bool usb = false);
+LogBlock unpackCompact(const CompactBlock &c, bool usb = false);
 
 /// `Kompakt_Lesen(furnace index, base address, USB buffer)`: the compact block
 /// of 16 words at `basis` of the furnace's image, unpacked into `ziel`.

@@ -13,14 +13,14 @@ namespace kal {
 
 namespace {
 
-bool ofenGueltig(int ofen) { return ofen >= 0 && ofen < OFEN_MAX; }
+bool validFurnace(int ofen) { return ofen >= 0 && ofen < OFEN_MAX; }
 
 /// The block lies more than the least life of a batch after its start. A start
 /// that can't be read counts as no batch, so the new number opens one.
-bool Mindestzeit_Um(int ofen)
+bool minimumLifePassed(int ofen)
 {
-    const QDateTime start = Datum_Wert(plant.Charge_Start[ofen]);
-    const QDateTime jetzt = Datum_Wert(plant.Datum_Log[ofen]);
+    const QDateTime start = dateValue(plant.Charge_Start[ofen]);
+    const QDateTime jetzt = dateValue(plant.Datum_Log[ofen]);
     if (!start.isValid() || !jetzt.isValid())
         return true;
     return DateDiff(QStringLiteral("n"), start, jetzt) > CHARGE_MIN_MINUTEN;
@@ -28,10 +28,10 @@ bool Mindestzeit_Um(int ofen)
 
 /// Headed furnace. `neu` is set when the block opens a batch, `N` is its
 /// number. False when the block is not stored at all.
-bool Kopf_Test(int ofen, bool &neu, i32 &N)
+bool checkHeadedBatch(int ofen, bool &neu, i32 &N)
 {
     LogBlock_Lesen(ofen);
-    N = Log_Satz.Chargennummer();
+    N = Log_Satz.batchNumber();
     if (plant.Log_Art != Satz_Charge)
         return plant.Log_Art == Satz_Text || plant.Log_Art == Satz_Programm || N > 0;
 
@@ -45,7 +45,7 @@ bool Kopf_Test(int ofen, bool &neu, i32 &N)
     } else if (N != plant.Charge_Nr[ofen]) {
         if (plant.Charge_Nr_Neu[ofen] != N)
             logNeu = 0; // first sighting of a new number
-        else if (Mindestzeit_Um(ofen))
+        else if (minimumLifePassed(ofen))
             neu = true;
         else
             logNeu = 0;
@@ -59,7 +59,7 @@ bool Kopf_Test(int ofen, bool &neu, i32 &N)
 /// Plain furnace: an announcement names the batch; samples keep the last one.
 /// The operator text (9001) is no announcement of batch 8801: it belongs to
 /// the batch announced last, like a sample.
-void Einfach_Test(int ofen, bool &neu, i32 &N)
+void checkPlainBatch(int ofen, bool &neu, i32 &N)
 {
     N = plant.Charge_Nr[ofen];
     if (plant.Log_Art > 200 && plant.Log_Art != Satz_Text) {
@@ -71,7 +71,7 @@ void Einfach_Test(int ofen, bool &neu, i32 &N)
         plant.Log_Neu[ofen] = 0;
 }
 
-void Charge_Oeffnen(int ofen, i32 N)
+void openBatch(int ofen, i32 N)
 {
     plant.Charge_Nr[ofen] = N;
     plant.Charge_Start[ofen] = plant.Datum_Log[ofen];
@@ -82,37 +82,37 @@ void Charge_Oeffnen(int ofen, i32 N)
     try {
         Charge_Zustand_Sichern(ofen);
     } catch (const RunError &e) {
-        Charge_Fehler(ofen, 30, e.number, Daten_Datei(CONFIG_DATEI));
+        recordFailure(ofen, 30, e.number, dataFile(CONFIG_DATEI));
     } catch (const std::exception &) {
-        Charge_Fehler(ofen, 30, ERR_FILE, Daten_Datei(CONFIG_DATEI));
+        recordFailure(ofen, 30, ERR_FILE, dataFile(CONFIG_DATEI));
     }
 }
 
 } // namespace
 
-bool Charge_Test(int ofen)
+bool checkBatch(int ofen)
 {
     const i16 typ = plant.Ofen_Typ[ofen + 1];
     bool neu = false;
     i32 N = 0;
     if (typ < 0) {
-        if (!Kopf_Test(ofen, neu, N))
+        if (!checkHeadedBatch(ofen, neu, N))
             return false;
     } else if (typ <= 6) {
-        Einfach_Test(ofen, neu, N);
+        checkPlainBatch(ofen, neu, N);
     } else {
         return false;
     }
     if (neu && plant.Log_Neu[ofen] != 0 && N > 0)
-        Charge_Oeffnen(ofen, N);
+        openBatch(ofen, N);
     return plant.Log_Neu[ofen] != 0 && plant.Charge_Nr[ofen] > 0;
 }
 
-void Charge_Fehler(int ofen, int schritt, int nummer, const QString &pfad)
+void recordFailure(int ofen, int schritt, int nummer, const QString &pfad)
 {
-    const QString line = Datum_System(Jetzt()) + QStringLiteral("   Line ") + QString::number(schritt) +
+    const QString line = systemDateText(now()) + QStringLiteral("   Line ") + QString::number(schritt) +
                          QStringLiteral("   Err: ") + QString::number(nummer) + QStringLiteral("   ") + pfad;
-    if (ofenGueltig(ofen)) {
+    if (validFurnace(ofen)) {
         plant.Charge_Fehler_Block[ofen] = TRUE16;
         // A full disk fails every block, at whatever step: the list gets the
         // line once per error and file.
@@ -124,15 +124,15 @@ void Charge_Fehler(int ofen, int schritt, int nummer, const QString &pfad)
     LogList_Add(line);
 }
 
-void Charge_Fehler_Beginn(int ofen)
+void beginBlockFailures(int ofen)
 {
-    if (ofenGueltig(ofen))
+    if (validFurnace(ofen))
         plant.Charge_Fehler_Block[ofen] = FALSE16;
 }
 
-void Charge_Fehler_Ende(int ofen)
+void endBlockFailures(int ofen)
 {
-    if (ofenGueltig(ofen) && plant.Charge_Fehler_Block[ofen] == 0)
+    if (validFurnace(ofen) && plant.Charge_Fehler_Block[ofen] == 0)
         plant.Charge_Fehler_Text[ofen].clear();
 }
 

@@ -31,15 +31,15 @@ constexpr int CHARGE_MIN_MINUTEN = 5;
 /// image) for furnace index `ofen`, with the opening of a new batch. Clears
 /// `Log_Neu` for a dropped block. True when the block is to be stored: it is
 /// still wanted and a batch is open.
-bool Charge_Test(int ofen);
+bool checkBatch(int ofen);
 
 /// A write of the recorder failed at step `schritt` with error `nummer` on
 /// `pfad`. The station goes on; one line goes to the error list, and the
 /// same failure again is not repeated there until a block of the furnace has
 /// been stored without one.
-void Charge_Fehler(int ofen, int schritt, int nummer, const QString &pfad);
+void recordFailure(int ofen, int schritt, int nummer, const QString &pfad);
 /// Starts and ends the failure bookkeeping of one block of the furnace.
-void Charge_Fehler_Beginn(int ofen);
-void Charge_Fehler_Ende(int ofen);
+void beginBlockFailures(int ofen);
+void endBlockFailures(int ofen);
 
 } // namespace kal

@@ -19,12 +19,12 @@ namespace kal {
 constexpr int NACHLAUF_TAKTE = 10;   ///< seconds below the threshold before the log stops
 
 /// Own state of the temperature log, per furnace index.
-struct TempLog_Zustand {
+struct TempLogState {
     Table<i16, OFEN_MAX> TempLog_Nachlauf;   ///< countdown 10..0 before logging stops
     Table<i16, OFEN_MAX> TempLog_Zaehler;    ///< ticks since the last line
     Table<QString, OFEN_MAX> TempLog_Datei;  ///< path of the log
 };
-extern TempLog_Zustand TempLog;
+extern TempLogState TempLog;
 
 /// `Ofen_Charge_SPS`: the running batch number of the PLC, which it keeps in
 /// the 32-bit words 67/68 (memory link) or 7/8 (Modbus), the value the decoder
@@ -32,12 +32,12 @@ extern TempLog_Zustand TempLog;
 i32 Ofen_Charge_SPS(int ofen);
 
 /// "Temp-X<n>.TXT" of furnace index `ofen` in the CSV folder.
-QString TempLog_Pfad(int ofen);
+QString tempLogPath(int ofen);
 
 /// One tick of `Timer2` (once a second) for furnace index `ofen`: the
 /// run/after-run state, the interval count and, when due and the poll round
 /// is fresh (`Block1_Zahl` 2), a line.
-void TempLog_Takt_Ofen(int ofen);
+void tempLogTick(int ofen);
 
 /// `TempLog_Zeile(furnace index)`: writes one line, or, when the PLC's batch
 /// number differs from `TempLog_Charge`, creates the file anew with its head
@@ -47,8 +47,8 @@ void TempLog_Takt_Ofen(int ofen);
 void TempLog_Zeile(int ofen);
 
 /// The head of a new log (lines 1..11, each ending in CR LF), as Latin-1.
-QByteArray TempLog_Kopf(int ofen);
+QByteArray tempLogHead(int ofen);
 /// One data line: stamp, SP, PV, DIFF with CR LF.
-QByteArray TempLog_Datenzeile(int ofen);
+QByteArray tempLogLine(int ofen);
 
 } // namespace kal

@@ -11,22 +11,22 @@
 
 namespace kal {
 
-USB_Zustand USB;
+UsbState USB;
 
 namespace {
 
 /// The open source (the import's input channel).
-USB_Quelle quelle;
+UsbSource quelle;
 
 StateReset reset{[] {
     quelle.close();
-    USB = USB_Zustand{};
+    USB = UsbState{};
 }};
 
 /// Clears the step's running mark also when the step ends early.
-struct Schritt_Sperre {
-    Schritt_Sperre() { USB.laeuft = true; }
-    ~Schritt_Sperre() { USB.laeuft = false; }
+struct StepGuard {
+    StepGuard() { USB.laeuft = true; }
+    ~StepGuard() { USB.laeuft = false; }
 };
 
 /// The one box of the import: "USB-Import ", the source, the text.
@@ -35,7 +35,7 @@ void Meldung(const QString &text)
     dialogs().message(QStringLiteral("USB-Import \n") + USB.USB_Pfad + QStringLiteral("\n") + text);
 }
 
-void Falsche_Laenge(int kopfZahl)
+void reportWrongLength(int kopfZahl)
 {
     Meldung(QStringLiteral("wrong Len\n") + QString::number(USB.USB_Saetze) + QStringLiteral("/") +
             QString::number(kopfZahl));
@@ -43,9 +43,9 @@ void Falsche_Laenge(int kopfZahl)
 
 /// Opens the source and checks its header. A wrong header leaves the source
 /// closed and the index where it is, so the next tick shows the box again.
-void Datei_Oeffnen()
+void openSource()
 {
-    USB_Zustand &u = USB;
+    UsbState &u = USB;
     if (!quelle.open(u.USB_Pfad, 60)) {
         // Not a readable file (gone meanwhile, or no right to read it): the
         // import goes on with the next one.
@@ -67,7 +67,7 @@ void Datei_Oeffnen()
         if (u.USB_Saetze == kopfZahl)
             Header60(h);
         else
-            Falsche_Laenge(kopfZahl);
+            reportWrongLength(kopfZahl);
         break;
     case 80:
         u.USB_Satzlaenge = 80;
@@ -81,7 +81,7 @@ void Datei_Oeffnen()
         if (u.USB_Saetze == kopfZahl)
             Header80(h, quelle);
         else
-            Falsche_Laenge(kopfZahl);
+            reportWrongLength(kopfZahl);
         break;
     case 20:
         u.USB_Satzlaenge = 20;
@@ -90,7 +90,7 @@ void Datei_Oeffnen()
         u.USB_Satz = 3;
         // A wrong count is told, and the file imported all the same.
         if (u.USB_Saetze != kopfZahl)
-            Falsche_Laenge(kopfZahl);
+            reportWrongLength(kopfZahl);
         u.USB_Offen = -1;
         break;
     default:
@@ -102,29 +102,29 @@ void Datei_Oeffnen()
 }
 
 /// The source is done: closed, deleted, and the list read anew.
-void Datei_Fertig()
+void finishSource()
 {
-    USB_Zustand &u = USB;
+    UsbState &u = USB;
     u.USB_Satz = 1;
     u.USB_Index = -1;
     u.USB_Offen = 0;
     quelle.close();
     if (!QFile::remove(u.USB_Pfad) && QFile::exists(u.USB_Pfad))
         LogList_Add(QStringLiteral("USB-Import: ") + u.USB_Pfad + QStringLiteral(" not deleted"));
-    Quell_Liste_Lesen();
+    readSourceList();
 }
 
 /// Up to 50 records of the open source.
-void Saetze_Verarbeiten()
+void processRecords()
 {
-    USB_Zustand &u = USB;
+    UsbState &u = USB;
     for (int k = 0; k < USB_SAETZE_TAKT; ++k) {
         if (u.USB_Satz > u.USB_Saetze) {
-            Datei_Fertig();
+            finishSource();
             return;
         }
         const std::vector<i16> w = quelle.read(u.USB_Satz);
-        const USB_Datum datum = USB_Datum_Lesen(w[1], w[2]);
+        const UsbDate datum = readUsbDate(w[1], w[2]);
         if (datum.ok) {
             i16 art = w[0];
             if (u.USB_Satzlaenge == 80 && art == 0)
@@ -142,7 +142,7 @@ void Saetze_Verarbeiten()
     }
 }
 
-void Fehler_Notieren(const QString &text)
+void noteError(const QString &text)
 {
     if (text == USB.fehler)
         return;
@@ -153,15 +153,15 @@ void Fehler_Notieren(const QString &text)
 
 } // namespace
 
-void Quell_Liste_Lesen()
+void readSourceList()
 {
-    USB.Quell_Liste = USB_Quellen(plant.Pfad[2]);
+    USB.Quell_Liste = usbSources(plant.Pfad[2]);
     USB.USB_Dateien = static_cast<i16>(std::min<qsizetype>(USB.Quell_Liste.size(), 32767));
 }
 
 void USB_Button()
 {
-    USB_Zustand &u = USB;
+    UsbState &u = USB;
     if (u.USB_Aktiv != 0) {
         u.USB_Aktiv = 0;
         u.USB_Offen = 0;
@@ -173,12 +173,12 @@ void USB_Button()
     }
 }
 
-USB_Anzeige USB_ACT()
+UsbDisplay USB_ACT()
 {
-    USB_Zustand &u = USB;
+    UsbState &u = USB;
     if (u.USB_Dateien < 1)
         u.USB_Aktiv = 0;
-    USB_Anzeige a;
+    UsbDisplay a;
     a.aktiv = u.USB_Aktiv != 0;
     a.caption = QStringLiteral("USB_Import");
     if (a.aktiv)
@@ -187,53 +187,53 @@ USB_Anzeige USB_ACT()
     return a;
 }
 
-bool USB_Import_Takt()
+bool usbImportTick()
 {
-    USB_Zustand &u = USB;
+    UsbState &u = USB;
     if (u.USB_Dateien < 1)
         u.USB_Aktiv = 0;
     if (u.USB_Aktiv == 0) {
         if (plant.USB_Menue != 0)
-            Quell_Liste_Lesen();
+            readSourceList();
         return false;
     }
     if (u.laeuft)
         return true;
-    Schritt_Sperre sperre;
+    StepGuard sperre;
     if (u.USB_Index < 0)
         u.USB_Index = 1;
     if (u.USB_Index < 1 || u.USB_Index > u.Quell_Liste.size())
         return true;
     const QString name = u.Quell_Liste[u.USB_Index - 1];
-    u.USB_Pfad = Pfad_Plus(plant.Pfad[2], name);
-    if (!USB_Name_Gilt(name)) {
+    u.USB_Pfad = joinPath(plant.Pfad[2], name);
+    if (!usbNameValid(name)) {
         ++u.USB_Index;
         return true;
     }
     try {
         if (u.USB_Offen != 0)
-            Saetze_Verarbeiten();
+            processRecords();
         else
-            Datei_Oeffnen();
+            openSource();
         u.fehler.clear();
     } catch (const RunError &e) {
-        Fehler_Notieren(QString::fromStdString(e.what()));
+        noteError(QString::fromStdString(e.what()));
     } catch (const std::exception &e) {
-        Fehler_Notieren(QString::fromStdString(e.what()));
+        noteError(QString::fromStdString(e.what()));
     }
     return true;
 }
 
 void Header60(const std::vector<i16> &h)
 {
-    USB.USB_Serie = Serie_Ohne_Striche(USB_Text(h, 4, 6));
+    USB.USB_Serie = serialWithoutDashes(USB_Text(h, 4, 6));
     USB.USB_Name = USB_Text(h, 10, 8);
     USB.USB_Offen = -1;
 }
 
-void Header80(const std::vector<i16> &h, USB_Quelle &q)
+void Header80(const std::vector<i16> &h, UsbSource &q)
 {
-    USB.USB_Serie = Text_Sauber(Serie_Ohne_Striche(USB_Text(h, 4, 6)));
+    USB.USB_Serie = Text_Sauber(serialWithoutDashes(USB_Text(h, 4, 6)));
     USB.USB_Name = Text_Sauber(USB_Text(h, 10, 8));
     // The identity of the panel goes into slot 0, the slot of the batch on
     // view, from where the target's header takes it.

@@ -33,7 +33,7 @@ constexpr int USB_SAETZE_TAKT = 50;       ///< records a tick
 constexpr int USB_KOMPAKT_ADRESSE = 1100; ///< scratch words of furnace 0 for the compact blocks
 
 /// State of the import.
-struct USB_Zustand {
+struct UsbState {
     i16 USB_Aktiv = 0;        ///< the import runs
     i16 USB_Offen = 0;        ///< a source is open and its header taken
     u8 USB_Satzlaenge = 0;    ///< 20, 60 or 80
@@ -52,10 +52,10 @@ struct USB_Zustand {
     bool laeuft = false;      ///< a step runs (a box inside it yields to the timers)
     QString fehler;           ///< last failure noted in the error list
 };
-extern USB_Zustand USB;
+extern UsbState USB;
 
 /// Reads the source list anew and takes its length as `USB_Dateien`.
-void Quell_Liste_Lesen();
+void readSourceList();
 
 /// `USB_Button`, the switch: running, it stops (the open source stays where it
 /// is); else, with files in the list, it starts from the first.
@@ -63,30 +63,30 @@ void USB_Button();
 
 /// `USB_ACT`: what the import's control shows. Without files the import is
 /// off; while it runs the text tells the files and the record in hand.
-struct USB_Anzeige {
+struct UsbDisplay {
     QString text;      ///< "USB_Import, <n> Files,  Satz:<record>" while running, else ""
     QString caption;   ///< caption of the switch
     bool aktiv = false;
 };
-USB_Anzeige USB_ACT();
+UsbDisplay USB_ACT();
 
 /// One tick of the live page's timer for the import. Not running: refreshes
 /// the source list when the import menu entry is on (`USB_Menue`) and gives
 /// false, so that the page does its slow refresh. Running: one step of the
 /// import, true. Never throws; a failing target is noted once in the error
 /// list and the record tried again at the next tick.
-bool USB_Import_Takt();
+bool usbImportTick();
 
 /// `Header60`, `Header80`: take the header of the open source (the words of
 /// record 1). Header80 also reads the texts of records 3..18. Both end with
 /// `USB_Offen` = -1.
 void Header60(const std::vector<i16> &h);
-void Header80(const std::vector<i16> &h, USB_Quelle &quelle);
+void Header80(const std::vector<i16> &h, UsbSource &quelle);
 
 /// `Charge80(record words, kind)`: stores one record of form 80 (kind 154 or
 /// 131) into the target of its batch.
 void Charge80(const std::vector<i16> &w, i16 art);
 /// `Charge20(record words, date)`: stores one record of form 20.
-void Charge20(const std::vector<i16> &w, const SatzZeit &zeit);
+void Charge20(const std::vector<i16> &w, const RecordTime &zeit);
 
 } // namespace kal

@@ -8,7 +8,7 @@
 
 namespace kal {
 
-bool USB_Name_Gilt(const QString &name)
+bool usbNameValid(const QString &name)
 {
     switch (name.size()) {
     case 2:
@@ -23,31 +23,31 @@ bool USB_Name_Gilt(const QString &name)
     }
 }
 
-QStringList USB_Quellen(const QString &ordner)
+QStringList usbSources(const QString &ordner)
 {
     if (ordner.isEmpty())
         return {};
     return QDir(ordner).entryList(QDir::Files, QDir::Name | QDir::IgnoreCase);
 }
 
-USB_Datum USB_Datum_Lesen(i16 w1, i16 w2)
+UsbDate readUsbDate(i16 w1, i16 w2)
 {
     const auto a = static_cast<uint16_t>(w1);
     const auto b = static_cast<uint16_t>(w2);
-    USB_Datum d;
+    UsbDate d;
     d.zeit.Tag = u8((a >> 11) & 0x1F);
     d.zeit.Monat = u8((a >> 7) & 0x0F);
     d.zeit.Jahr = u8(a & 0x7F);
     d.zeit.Stunde = u8((b >> 11) & 0x1F);
     d.zeit.Minute = u8((b >> 5) & 0x3F);
     d.zeit.Sekunde = u8((b & 0x1F) * 2);
-    const SatzZeit &z = d.zeit;
+    const RecordTime &z = d.zeit;
     d.ok = z.Jahr >= 6 && z.Monat >= 1 && z.Monat <= 12 && z.Tag >= 1 && z.Tag <= 31 && z.Stunde <= 23 &&
            z.Minute <= 59;
     return d;
 }
 
-bool USB_Quelle::open(const QString &pfad, int laenge)
+bool UsbSource::open(const QString &pfad, int laenge)
 {
     close();
     laenge_ = laenge;
@@ -56,20 +56,20 @@ bool USB_Quelle::open(const QString &pfad, int laenge)
     return QFileInfo(pfad).isFile() && file_.open(QIODevice::ReadOnly);
 }
 
-void USB_Quelle::close()
+void UsbSource::close()
 {
     if (file_.isOpen())
         file_.close();
 }
 
-int USB_Quelle::count() const
+int UsbSource::count() const
 {
     if (!file_.isOpen() || laenge_ <= 0)
         return 0;
-    return satzZahlVonLaenge(file_.size(), laenge_);
+    return recordCountOfLength(file_.size(), laenge_);
 }
 
-std::vector<i16> USB_Quelle::read(int nr)
+std::vector<i16> UsbSource::read(int nr)
 {
     std::vector<i16> w(std::max(laenge_ / 2, 0), 0);
     if (nr < 1 || !file_.isOpen() || !file_.seek(qint64(nr - 1) * laenge_))

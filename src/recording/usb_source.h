@@ -24,21 +24,21 @@ constexpr i16 USB_MARKE = 999;   ///< h0 of a source
 
 /// A name qualifies by its length: 2 characters always; 6 only ending in
 /// ".DAT" or ".dat"; 8 or 10 only ending in ".usb" or ".USB".
-bool USB_Name_Gilt(const QString &name);
+bool usbNameValid(const QString &name);
 
 /// The sorted names of the files in the folder (no folders), case ignored.
-QStringList USB_Quellen(const QString &ordner);
+QStringList usbSources(const QString &ordner);
 
 /// The date of a data record, and whether it passes the import's test (year
 /// at least 6, month 1..12, day 1..31, hour up to 23, minute up to 59).
-struct USB_Datum {
+struct UsbDate {
     bool ok = false;
-    SatzZeit zeit;   ///< Jahr is the year minus 2000
+    RecordTime zeit;   ///< Jahr is the year minus 2000
 };
-USB_Datum USB_Datum_Lesen(i16 w1, i16 w2);
+UsbDate readUsbDate(i16 w1, i16 w2);
 
 /// The source file open for reading, with a fixed record length.
-class USB_Quelle {
+class UsbSource {
 public:
     /// Opens (or reopens) with record length `laenge`; false when the file
     /// can't be read as a file.

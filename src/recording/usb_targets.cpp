@@ -26,7 +26,7 @@ constexpr int ANTWORT_ABBRECHEN = 2;
 /// costs the same for every record however long the file grows. It is read
 /// once from the file, kept up to date with every record written, and read
 /// anew whenever the file's size or time tells that someone else changed it.
-struct Ziel_Saetze {
+struct TargetRecords {
     QString pfad;
     qint64 groesse = -1;
     QDateTime zeit;
@@ -41,27 +41,27 @@ struct Ziel_Saetze {
             return true;
         });
     }
-    void merken()
+    void remember()
     {
         const QFileInfo fi(pfad);
         groesse = fi.size();
         zeit = fi.lastModified();
     }
-    bool gueltig(const QString &p) const
+    bool stillSame(const QString &p) const
     {
         const QFileInfo fi(p);
         return p == pfad && fi.size() == groesse && fi.lastModified() == zeit;
     }
 };
-Ziel_Saetze ziel20;
+TargetRecords ziel20;
 
-StateReset reset{[] { ziel20 = Ziel_Saetze{}; }};
+StateReset reset{[] { ziel20 = TargetRecords{}; }};
 
 /// `USB_Neu` exists: replace it (yes), leave the target as it was (no), or
 /// skip this batch (cancel).
-void Ziel_Fragen()
+void askTarget()
 {
-    USB_Zustand &u = USB;
+    UsbState &u = USB;
     const QString text = u.USB_Neu + QStringLiteral("\n") + Text_Id(text::EXISTS).trimmed() + QStringLiteral("!\n") +
                          Text_Id(text::REPLACE).trimmed() + QStringLiteral("? ");
     const QStringList knoepfe{Text_Id(text::YES).trimmed(), Text_Id(text::NO).trimmed(),
@@ -80,7 +80,7 @@ void Ziel_Fragen()
 
 /// Records 1..4 and 8..39 of a new target from the source's header; no
 /// version record 5.
-void Kopf_Schreiben(BatchFile &datei, const SatzZeit &zeit)
+void writeHeader(BatchFile &datei, const RecordTime &zeit)
 {
     std::array<i16, 12> a{}, b{};
     for (int p = 0; p < KENNUNG_PAARE; ++p) {
@@ -88,27 +88,27 @@ void Kopf_Schreiben(BatchFile &datei, const SatzZeit &zeit)
         b[p] = plant.Ofen_Kennung_B(0, p);
     }
     const std::vector<QString> texte(USB.USB_Texte.begin(), USB.USB_Texte.end());
-    for (const auto &[nr, satz] : Kopf_Saetze(USB.USB_Name, zeit, a, b, texte, false))
+    for (const auto &[nr, satz] : headerRecords(USB.USB_Name, zeit, a, b, texte, false))
         datei.write(nr, satz);
 }
 
 /// One sample group in the 40-word form of 154.
-void Gruppe80(const LogBlock &w, const SatzZeit &zeit)
+void putGroup80(const LogBlock &w, const RecordTime &zeit)
 {
-    USB_Zustand &u = USB;
+    UsbState &u = USB;
     BatchFile datei;
     const i16 n = w[6]; // the low word of the batch number alone
     if (n != u.USB_Charge) {
         u.USB_Charge = n;
-        u.USB_Neu = USB_Ziel_Pfad(u.USB_Serie, n, zeit.Tag, zeit.Monat, zeit.Jahr);
+        u.USB_Neu = usbTargetPath(u.USB_Serie, n, zeit.Tag, zeit.Monat, zeit.Jahr);
         if (QFile::exists(u.USB_Neu))
-            Ziel_Fragen();
+            askTarget();
         else
             u.USB_Ziel = u.USB_Neu;
         if (u.USB_Ziel.isEmpty())
             return;
         datei.open(u.USB_Ziel);
-        Kopf_Schreiben(datei, zeit);
+        writeHeader(datei, zeit);
     } else if (u.USB_Ziel.isEmpty()) {
         // A batch whose target was refused: its records are passed over.
         if (QCoreApplication::instance())
@@ -116,8 +116,8 @@ void Gruppe80(const LogBlock &w, const SatzZeit &zeit)
         return;
     }
     datei.open(u.USB_Ziel);
-    const int nr = Naechster_Datensatz(datei.count());
-    const auto gruppe = Satz_Gruppe(w, zeit, true);
+    const int nr = nextDataRecord(datei.count());
+    const auto gruppe = groupRecords(w, zeit, true);
     if (Check_LogSatz80(datei, nr, gruppe[0]) == 0)
         return;
     datei.write(nr, gruppe.data(), int(gruppe.size()));
@@ -131,7 +131,7 @@ void Charge80(const std::vector<i16> &w, i16 art)
         LogBlock b{};
         std::copy_n(w.begin(), std::min<size_t>(w.size(), b.size()), b.begin());
         b[0] = Satz_Charge;
-        Gruppe80(b, USB_Datum_Lesen(b[1], b[2]).zeit);
+        putGroup80(b, readUsbDate(b[1], b[2]).zeit);
         return;
     }
     // The two compact blocks go through the scratch words of furnace 0.
@@ -140,16 +140,16 @@ void Charge80(const std::vector<i16> &w, i16 art)
     for (int basis : {USB_KOMPAKT_ADRESSE, USB_KOMPAKT_ADRESSE + 20}) {
         LogBlock b{};
         Kompakt_Lesen(0, basis, b, true);
-        const USB_Datum d = USB_Datum_Lesen(b[1], b[2]);
+        const UsbDate d = readUsbDate(b[1], b[2]);
         if (!d.ok)
             return; // a block with an impossible date ends the record
-        Gruppe80(b, d.zeit);
+        putGroup80(b, d.zeit);
     }
 }
 
-void Charge20(const std::vector<i16> &w, const SatzZeit &zeit)
+void Charge20(const std::vector<i16> &w, const RecordTime &zeit)
 {
-    USB_Zustand &u = USB;
+    UsbState &u = USB;
     const i16 art = w.at(0);
     if (art > 200)
         u.USB_Charge = static_cast<i16>(art - 200);
@@ -157,16 +157,16 @@ void Charge20(const std::vector<i16> &w, const SatzZeit &zeit)
         return;
     // The day of this record names the file: a batch over midnight goes on
     // in a second file.
-    const QString ziel = USB_Ziel_Pfad(u.USB_Serie, u.USB_Charge, zeit.Tag, zeit.Monat, zeit.Jahr);
+    const QString ziel = usbTargetPath(u.USB_Serie, u.USB_Charge, zeit.Tag, zeit.Monat, zeit.Jahr);
     BatchFile datei;
     datei.open(ziel);
     const int saetze = std::max(datei.count(), 1);
     if (saetze == 1)
-        datei.write(1, Satz_Name(u.USB_Name, zeit));
+        datei.write(1, nameRecord(u.USB_Name, zeit));
     LogBlock b{};
     std::copy_n(w.begin(), std::min<size_t>(w.size(), 10), b.begin());
     const BatchRecord satz = Satz_Einzel(b, zeit);
-    if (!ziel20.gueltig(ziel))
+    if (!ziel20.stillSame(ziel))
         ziel20.laden(datei);
     const QByteArray bytes = packRecord(satz);
     // A record equal to any record of the target from record 2 on is there
@@ -177,7 +177,7 @@ void Charge20(const std::vector<i16> &w, const SatzZeit &zeit)
     datei.close();
     if (!doppelt)
         ziel20.saetze.insert(bytes);
-    ziel20.merken();
+    ziel20.remember();
 }
 
 } // namespace kal

@@ -5,7 +5,7 @@
 namespace kal::sim {
 
 SimPlant::SimPlant(PlantDescription d, QDateTime start, QObject *parent)
-    : QObject(parent), d_(std::move(d)), clock_(start.isValid() ? start : Jetzt())
+    : QObject(parent), d_(std::move(d)), clock_(start.isValid() ? start : now())
 {
     const int octet = d_.panelOctet();
     for (const auto &f : d_.furnaces)

@@ -14,29 +14,29 @@
 
 namespace kal {
 
-void Dokument_Start()
+void startForDocuments()
 {
     plant.Live_Raster = 10;
-    plant.Datum_Trenner = Datum_Trenner_System();
-    Status_Text_Fuellen();
+    plant.Datum_Trenner = systemDateSeparator();
+    fillStatusTexts();
     plant.Sekunden_Text = QStringLiteral("s");
     plant.Befehl_Maske = 3;
-    Sprachtext_Fuellen();
+    buildLanguageTable();
     for (int f = 0; f < OFEN_MAX; ++f)
         plant.Ofen_Version[f] = QStringLiteral("00");
     Pfade_Setzen();
     // The message store is only read: a folder without one keeps the texts of
     // the language table.
-    const bool meldungen = QFileInfo(QDir(plant.Pfad[0]).filePath(MELD_DATEI)).isFile() && Meld_Datei_Oeffnen();
+    const bool meldungen = QFileInfo(QDir(plant.Pfad[0]).filePath(MELD_DATEI)).isFile() && openMessageStore();
     Config_Lesen();
     for (int f = 0; f < OFEN_MAX; ++f)
         Spuren_Setzen(f + 1);
     if (meldungen)
-        Meld_Texte_Laden();
-    Sprachtext_Laden();
+        loadMessageTexts();
+    loadSiteTexts();
     Sprachumschalt();
     if (meldungen)
-        Meld_Datei_Schliessen();
+        closeMessageStore();
 }
 
 } // namespace kal

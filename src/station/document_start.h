@@ -9,6 +9,6 @@ namespace kal {
 /// Start values, the language tables, the paths, the configuration, the
 /// channel tables of every furnace and their message texts (when the message
 /// store exists), the site's language file and the language switch.
-void Dokument_Start();
+void startForDocuments();
 
 } // namespace kal

@@ -23,110 +23,110 @@ namespace {
 constexpr int FEHLER_PAUSE = 100;
 
 /// Marks the tick as running for as long as it runs, also when it ends early.
-struct Takt_Sperre {
-    Takt_Sperre() { plant.Takt_Laeuft = TRUE16; }
-    ~Takt_Sperre() { plant.Takt_Laeuft = FALSE16; }
+struct TickGuard {
+    TickGuard() { plant.Takt_Laeuft = TRUE16; }
+    ~TickGuard() { plant.Takt_Laeuft = FALSE16; }
 };
 
 /// Address of the furnace on turn, four octets joined by "."; empty when
 /// `Akt_Ofen` names no furnace (the round has just ended).
-QString Akt_Adresse()
+QString currentAddress()
 {
     if (plant.Akt_Ofen < 0 || plant.Akt_Ofen >= OFEN_MAX)
         return QString();
-    return Ofen_Adresse(plant.Akt_Ofen);
+    return furnaceAddress(plant.Akt_Ofen);
 }
 
 /// Runs the steps of one tick under the cycle's error mode.
-class Takt {
+class Tick {
 public:
     int schritt = 0;
 
     /// Runs one step; false when an error ended the tick.
     template <typename F>
-    bool lauf(F &&f)
+    bool run(F &&f)
     {
         try {
             f();
             return true;
         } catch (const RunError &e) {
-            return fehler(e.number);
+            return handleError(e.number);
         } catch (const std::exception &) {
-            return fehler(ERR_UNBEKANNT);
+            return handleError(ERR_UNBEKANNT);
         }
     }
 
 private:
-    bool fehler(int nummer)
+    bool handleError(int nummer)
     {
         if (plant.Fehler_Pause >= 1)
             return true; // errors are ignored: the tick goes on with its next step
-        Timer1_Fehler(nummer, schritt);
+        Timer1_Error(nummer, schritt);
         return false;
     }
 };
 
 /// Steps 20..150: the turn of `Akt_Ofen`. False when an error ended the tick.
-bool Erste_Haelfte(Takt &t)
+bool firstHalf(Tick &t)
 {
-    if (!t.lauf([&] {
+    if (!t.run([&] {
             t.schritt = 20;
-            Runde_Start();
+            startRound();
         }))
         return false;
     const int ofen = plant.Akt_Ofen;
     QString tag;
-    if (!t.lauf([&] {
+    if (!t.run([&] {
             t.schritt = 30;
-            tag = Ofen_Tag(ofen);
+            tag = furnaceTag(ofen);
         }))
         return false;
     bool ruht = false;
-    if (!t.lauf([&] {
+    if (!t.run([&] {
             t.schritt = 40;
-            ruht = Ofen_Ruht(ofen);
+            ruht = furnaceResting(ofen);
         }))
         return false;
     if (ruht)
         return true; // straight on with the second half
     bool abgebaut = false;
-    if (!t.lauf([&] {
+    if (!t.run([&] {
             t.schritt = 50;
-            abgebaut = Ofen_Abbauen(ofen, tag);
+            abgebaut = takeDown(ofen, tag);
         }))
         return false;
     if (!abgebaut) {
         bool online = false;
-        if (!t.lauf([&] { online = Verbindung_Pruefen(ofen, tag, t.schritt); }))
+        if (!t.run([&] { online = checkConnection(ofen, tag, t.schritt); }))
             return false;
         if (online) {
-            if (!t.lauf([&] { Verkehr(ofen, t.schritt); }))
+            if (!t.run([&] { exchange(ofen, t.schritt); }))
                 return false;
-            if (!t.lauf([&] {
+            if (!t.run([&] {
                     t.schritt = 130;
                     Status_Online(ofen, tag);
                 }))
                 return false;
         }
     }
-    return t.lauf([&] {
+    return t.run([&] {
         t.schritt = 150;
-        Naechster_Ofen();
+        nextFurnace();
     });
 }
 
 /// Steps 170..310: derived data of every online furnace, the configuration
 /// save the identity check asked for, and the sample of the live curve.
-void Zweite_Haelfte(Takt &t)
+void secondHalf(Tick &t)
 {
     for (int ofen = 0; ofen < OFEN_MAX; ++ofen) {
-        if (!t.lauf([&] {
+        if (!t.run([&] {
                 t.schritt = 170;
-                Ofen_Ableiten(ofen, t.schritt);
+                deriveFurnace(ofen, t.schritt);
             }))
             return;
     }
-    if (!t.lauf([&] {
+    if (!t.run([&] {
             t.schritt = 300;
             if (plant.Config_Save != 0) {
                 plant.Config_Save = 0;
@@ -134,7 +134,7 @@ void Zweite_Haelfte(Takt &t)
             }
         }))
         return;
-    t.lauf([&] {
+    t.run([&] {
         t.schritt = 310;
         Graph_Online();
     });
@@ -142,12 +142,12 @@ void Zweite_Haelfte(Takt &t)
 
 /// What the live page takes from every tick: the time of each online
 /// furnace's last block 0, and one count of its refresh wait.
-void Seite_Fuettern()
+void feedLivePage()
 {
     for (int f = 0; f < OFEN_MAX; ++f)
         if (plant.Ofen_Online[f])
-            Block0_Zeit_Setzen(f);
-    Seite_Warten_Zaehlen();
+            updateBlock0Time(f);
+    countPageWait();
 }
 
 } // namespace
@@ -158,12 +158,12 @@ void Timer1_Tick()
     // timer never re-enters its running handler.
     if (plant.Takt_Laeuft != 0)
         return;
-    Takt_Sperre sperre;
-    Takt t;
+    TickGuard sperre;
+    Tick t;
     // A viewer talks to no PLC: its cycle only feeds the live page.
-    if (!plant.viewer && Erste_Haelfte(t))
-        Zweite_Haelfte(t);
-    Seite_Fuettern();
+    if (!plant.viewer && firstHalf(t))
+        secondHalf(t);
+    feedLivePage();
 }
 
 void Timer2_Tick()
@@ -175,14 +175,14 @@ void Timer2_Tick()
     }
     for (int ofen = 0; ofen < OFEN_MAX; ++ofen) {
         try {
-            TempLog_Takt_Ofen(ofen);
+            tempLogTick(ofen);
         } catch (const RunError &) {
         } catch (const std::exception &) {
         }
     }
 }
 
-void Timer1_Fehler(int nummer, int schritt)
+void Timer1_Error(int nummer, int schritt)
 {
     if (nummer == ERR_ADDRESS_IN_USE && plant.Akt_Ofen >= 0 && plant.Akt_Ofen < OFEN_MAX)
         plant.Ofen_Aktiv[plant.Akt_Ofen] = 0;
@@ -196,8 +196,8 @@ void Timer1_Fehler(int nummer, int schritt)
     }
     plant.Fehler_Pause = FEHLER_PAUSE;
     plant.Fehler_Letzter = nummer;
-    const QString zeile = Datum_System(Jetzt()) + QStringLiteral("   Line") + Zahl_Text(schritt) +
-                          QStringLiteral("   Err:") + Zahl_Text(nummer) + QStringLiteral("   ") + Akt_Adresse();
+    const QString zeile = systemDateText(now()) + QStringLiteral("   Line") + signedText(schritt) +
+                          QStringLiteral("   Err:") + signedText(nummer) + QStringLiteral("   ") + currentAddress();
     LogList_Add(zeile);
 }
 

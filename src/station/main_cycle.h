@@ -7,7 +7,7 @@
 // main window's timer only calls `Timer1_Tick`.
 //
 // Errors: until the first error is logged, a run-time error ends the tick
-// through `Timer1_Fehler`, which logs one line; from then on (`Fehler_Pause`
+// through `Timer1_Error`, which logs one line; from then on (`Fehler_Pause`
 // at 1 or more) errors are ignored and the tick goes on with its next step.
 
 namespace kal {
@@ -26,7 +26,7 @@ void Timer2_Tick();
 /// not logged and counts `Fehler_Pause` down; a new one sets it to 100 and adds
 /// the line: date and time, "   Line", step, "   Err:", number, "   ", the
 /// address of `Akt_Ofen`.
-void Timer1_Fehler(int nummer, int schritt);
+void Timer1_Error(int nummer, int schritt);
 
 /// Error number given to a failure that carries none of its own (a failure of
 /// the library rather than a run-time error of the station).

@@ -12,34 +12,34 @@ namespace kal {
 
 namespace {
 
-void standardEnde(int code)
+void defaultEnd(int code)
 {
     std::fflush(nullptr);
     std::_Exit(code);
 }
 
-Prozess_Ende_Fn g_ende = standardEnde;
-StateReset reset{[] { g_ende = standardEnde; }};
+EndProcessFn g_ende = defaultEnd;
+StateReset reset{[] { g_ende = defaultEnd; }};
 
 } // namespace
 
-void setProzessEnde(Prozess_Ende_Fn fn)
+void setEndProcess(EndProcessFn fn)
 {
-    g_ende = fn ? fn : standardEnde;
+    g_ende = fn ? fn : defaultEnd;
 }
 
-void Prozess_Ende(int code)
+void endProcess(int code)
 {
     g_ende(code);
 }
 
 void Programm_Ende()
 {
-    Meld_Datei_Schliessen();
-    screen().Formen_Entladen();
+    closeMessageStore();
+    screen().unloadForms();
     // The next start finds the folder free instead of a lock to take over.
     releaseDataFolder();
-    Prozess_Ende(0);
+    endProcess(0);
 }
 
 } // namespace kal

@@ -10,8 +10,8 @@ void Programm_Ende();
 
 /// Ends the process with `code` at once (the last step of Programm_Ende and
 /// of a refused start-up); tests replace it to stay alive.
-using Prozess_Ende_Fn = void (*)(int code);
-void setProzessEnde(Prozess_Ende_Fn fn);
-void Prozess_Ende(int code);
+using EndProcessFn = void (*)(int code);
+void setEndProcess(EndProcessFn fn);
+void endProcess(int code);
 
 } // namespace kal

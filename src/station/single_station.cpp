@@ -158,7 +158,7 @@ QString lockErrorText(QLockFile::LockError e)
 QString lockPath(const QString &folder, bool viewer)
 {
     if (!viewer)
-        return Pfad_Plus(folder, STATION_LOCK);
+        return joinPath(folder, STATION_LOCK);
     return QDir(runtimeFolder()).filePath(QStringLiteral("kalmeron-viewer-") + folderKey(folder) + QStringLiteral(".lock"));
 }
 

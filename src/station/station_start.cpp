@@ -23,7 +23,7 @@
 
 namespace kal {
 
-QString Datum_Trenner_System()
+QString systemDateSeparator()
 {
     const QString heute = QLocale::system().toString(QDate::currentDate(), QLocale::ShortFormat);
     return heute.contains(QLatin1Char('/')) ? QStringLiteral("/") : QStringLiteral(".");
@@ -33,18 +33,18 @@ void Station_Start()
 {
     // The subsystems are connected before anything can arrive; a station that
     // would acknowledge log blocks nobody stores does not run.
-    Station_Verdrahten();
-    const QStringList fehlt = Fehlende_Hooks();
+    wireStation();
+    const QStringList fehlt = missingHooks();
     if (!fehlt.isEmpty()) {
         dialogs().message(QStringLiteral("Kalmeron: not wired: ") + fehlt.join(QStringLiteral(", ")));
-        Prozess_Ende(1);
+        endProcess(1);
         return;
     }
 
     // 1. Start values.
     plant.Live_Raster = 10;
-    plant.Datum_Trenner = Datum_Trenner_System();
-    Status_Text_Fuellen();
+    plant.Datum_Trenner = systemDateSeparator();
+    fillStatusTexts();
     plant.Sekunden_Text = QStringLiteral("s");
 
     // 2. No text load is under way.
@@ -59,7 +59,7 @@ void Station_Start()
 
     // 5. The language table.
     plant.Befehl_Maske = 3;
-    Sprachtext_Fuellen();
+    buildLanguageTable();
 
     // 6. Version pair of every furnace.
     for (int f = 0; f < OFEN_MAX; ++f)
@@ -69,7 +69,7 @@ void Station_Start()
     Pfade_Setzen();
 
     // 8. The message store stays open for the whole run.
-    Meld_Datei_Oeffnen();
+    openMessageStore();
 
     // 9. The configuration.
     Config_Lesen();
@@ -80,7 +80,7 @@ void Station_Start()
     if (!plant.viewer) {
         if (!Winsock1.Fabrik)
             Winsock1_Qt();
-        Empfang_Verbinden();
+        connectReceivers();
     }
     plant.Server_Akt_IP4 = 0;
     for (int f = 0; f < OFEN_MAX; ++f) {
@@ -92,24 +92,24 @@ void Station_Start()
     }
 
     // 11. Message texts and track names from the store.
-    Meld_Texte_Laden();
+    loadMessageTexts();
 
     // 12. The other text tables (site language file, controller names), then
     //     the language switch.
-    Sprachtext_Laden();
+    loadSiteTexts();
     Reg_Namen_Lesen();
     Sprachumschalt();
 
     // 13. The live page.
     plant.Prog_Anzahl = 100;
-    screen().Menue_Zeigen();
+    screen().showMenu();
 
     // 14. No Modbus read is open on any channel.
     for (int k = 0; k < KANAL_MAX; ++k)
         plant.IP_Adr[k] = -1;
 
     // 15. The batch browser starts at the first of January of this year.
-    const QString neujahr = Datum_Text(QDateTime(QDate(Jetzt().date().year(), 1, 1), QTime(0, 0), Qt::UTC),
+    const QString neujahr = Datum_Text(QDateTime(QDate(now().date().year(), 1, 1), QTime(0, 0), Qt::UTC),
                                        QStringLiteral("TTMMJJJJ"));
     plant.Datum_Von = neujahr;
     plant.Datum_Bis = neujahr;

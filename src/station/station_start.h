@@ -10,7 +10,7 @@ namespace kal {
 
 /// The date separator of the system: "." unless the present date's text in
 /// the system's short form holds "/".
-QString Datum_Trenner_System();
+QString systemDateSeparator();
 
 /// The start-up, in its fixed order: the subsystems wired together (the run
 /// ends when a hook whose absence would lose data is missing), start values,

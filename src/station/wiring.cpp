@@ -9,16 +9,16 @@
 
 namespace kal {
 
-void Station_Verdrahten()
+void wireStation()
 {
     hooks.Charge_Schreiben = Charge_Schreiben;
     hooks.MeldEintrag = MeldEintrag;
-    hooks.Alarme_Refresh = Alarme_Config_Neu;
+    hooks.Alarme_Refresh = messageConfigChanged;
     hooks.Load_Text = Load_Text;
     hooks.Charge_Online = Charge_Online;
 }
 
-QStringList Fehlende_Hooks()
+QStringList missingHooks()
 {
     QStringList fehlt;
     if (!hooks.Charge_Schreiben)

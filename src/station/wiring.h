@@ -8,10 +8,10 @@ namespace kal {
 
 /// Sets every hook: the recorder, the message log, the message form's refresh
 /// and the curve view's live refresh for the decoder and the recorder.
-void Station_Verdrahten();
+void wireStation();
 
 /// Names of the hooks that must be set before the first tick because the
 /// station would lose data without them (the recorder); empty when all are set.
-QStringList Fehlende_Hooks();
+QStringList missingHooks();
 
 } // namespace kal

@@ -24,7 +24,7 @@ KM_Alarme::KM_Alarme(bool konfig, QWidget *parent) : QWidget(parent)
 {
     setObjectName(QStringLiteral("KM_Alarme"));
     setAttribute(Qt::WA_DeleteOnClose);
-    Alarme_Oeffnen(konfig);
+    openMessages(konfig);
 
     auto *haupt = new QVBoxLayout(this);
     auto *oefen = new QGridLayout;
@@ -34,8 +34,8 @@ KM_Alarme::KM_Alarme(bool konfig, QWidget *parent) : QWidget(parent)
         m_check[f] = new QCheckBox(this);
         m_check[f]->setMinimumWidth(200);
         connect(m_check[f], &QCheckBox::toggled, this, [this, f](bool an) {
-            Meld_Anzeige_Setzen(f, an ? 1 : 0);
-            zeichnen(true);
+            tickBox(f, an ? 1 : 0);
+            redraw(true);
         });
         oefen->addWidget(m_check[f], zeile, spalte);
         for (int k = 0; k < 4; ++k) {
@@ -58,8 +58,8 @@ KM_Alarme::KM_Alarme(bool konfig, QWidget *parent) : QWidget(parent)
     connect(m_list, &QListWidget::currentItemChanged, this, [this](QListWidgetItem *item) {
         if (!item)
             return;
-        Meld_Zeile_Klick(item->data(Qt::UserRole).toInt());
-        tastenZeigen();
+        messageLineClicked(item->data(Qt::UserRole).toInt());
+        showKeys();
     });
     haupt->addWidget(m_list, 1);
 
@@ -67,59 +67,59 @@ KM_Alarme::KM_Alarme(bool konfig, QWidget *parent) : QWidget(parent)
     for (int i = 0; i < 8; ++i) {
         m_tasten[i] = new QPushButton(this);
         m_tasten[i]->setMinimumWidth(100);
-        connect(m_tasten[i], &QPushButton::clicked, this, [this, i] { tasteGedrueckt(i); });
+        connect(m_tasten[i], &QPushButton::clicked, this, [this, i] { keyPressed(i); });
         auto *f = new QShortcut(QKeySequence(Qt::Key_F1 + i), this);
-        connect(f, &QShortcut::activated, this, [this, i] { tasteGedrueckt(i); });
+        connect(f, &QShortcut::activated, this, [this, i] { keyPressed(i); });
         leiste->addWidget(m_tasten[i]);
     }
     haupt->addLayout(leiste);
 
-    Beschriften();
+    setCaptions();
     resize(980, 560);
 }
 
 KM_Alarme::~KM_Alarme() = default;
 
-void KM_Alarme::Beschriften()
+void KM_Alarme::setCaptions()
 {
-    setWindowTitle(Alarme_Titel());
+    setWindowTitle(messagesTitle());
     for (int f = 0; f < 8; ++f) {
         const QSignalBlocker b(m_check[f]);
-        m_check[f]->setText(Check_Text(f));
+        m_check[f]->setText(boxCaption(f));
         m_check[f]->setChecked(plant.Meld_Anzeige[f] != 0);
     }
-    zeichnen(true);
+    redraw(true);
 }
 
-void KM_Alarme::zeichnen(bool liste)
+void KM_Alarme::redraw(bool liste)
 {
-    lampenZeigen();
+    showLamps();
     if (liste)
-        listeZeigen();
-    tastenZeigen();
+        showList();
+    showKeys();
 }
 
-void KM_Alarme::lampenZeigen()
+void KM_Alarme::showLamps()
 {
     const auto lampen = CODE_Akt();
     for (int f = 0; f < 8; ++f) {
-        m_check[f]->setVisible(Check_Sichtbar(f));
+        m_check[f]->setVisible(boxVisible(f));
         for (int k = 0; k < 4; ++k) {
             QLabel *l = m_lampen[f][k];
             l->setVisible(lampen[f].sichtbar);
             QPalette p = l->palette();
-            p.setColor(QPalette::Window, Farbe_Qt(lampen[f].farbe[k], palette()));
+            p.setColor(QPalette::Window, qtColour(lampen[f].farbe[k], palette()));
             l->setPalette(p);
         }
     }
 }
 
-void KM_Alarme::listeZeigen()
+void KM_Alarme::showList()
 {
     const int war = m_list->currentRow();
     const QSignalBlocker b(m_list);
     m_list->clear();
-    for (const Meld_Zeile &z : Meld_Akt()) {
+    for (const MessageLine &z : Meld_Akt()) {
         auto *item = new QListWidgetItem(z.text, m_list);
         item->setData(Qt::UserRole, z.daten);
     }
@@ -127,9 +127,9 @@ void KM_Alarme::listeZeigen()
         m_list->setCurrentRow(war);
 }
 
-void KM_Alarme::tastenZeigen()
+void KM_Alarme::showKeys()
 {
-    const auto texte = Tasten_Texte();
+    const auto texte = messageKeyCaptions();
     for (int i = 0; i < 8; ++i) {
         m_tasten[i]->setText(texte[i].trimmed().isEmpty() ? QString()
                                                           : QStringLiteral("F%1  %2").arg(i + 1).arg(texte[i].trimmed()));
@@ -137,15 +137,15 @@ void KM_Alarme::tastenZeigen()
     }
 }
 
-void KM_Alarme::tasteGedrueckt(int i)
+void KM_Alarme::keyPressed(int i)
 {
-    switch (Taste_Klick(i, 0)) {
-    case Tasten_Folge::Nichts:
+    switch (messageKey(i, 0)) {
+    case KeyEffect::Nichts:
         break;
-    case Tasten_Folge::Neu_Zeichnen:
-        zeichnen(true);
+    case KeyEffect::Neu_Zeichnen:
+        redraw(true);
         break;
-    case Tasten_Folge::Schliessen:
+    case KeyEffect::Schliessen:
         close();
         break;
     }
@@ -153,8 +153,8 @@ void KM_Alarme::tasteGedrueckt(int i)
 
 void KM_Alarme::closeEvent(QCloseEvent *e)
 {
-    Alarme_Schliessen();
-    Q_EMIT geschlossen();
+    messagesClosed();
+    Q_EMIT closed();
     e->accept();
 }
 

@@ -21,23 +21,23 @@ public:
     ~KM_Alarme() override;
 
     /// Captions in the current language.
-    void Beschriften();
+    void setCaptions();
     QListWidget *List1() const { return m_list; }
     QPushButton *Taste(int i) const { return m_tasten[i]; }
     /// Redraws the lamps, and the list too when `liste`.
-    void zeichnen(bool liste);
+    void redraw(bool liste);
 
 Q_SIGNALS:
-    void geschlossen();
+    void closed();
 
 protected:
     void closeEvent(QCloseEvent *e) override;
 
 private:
-    void lampenZeigen();
-    void listeZeigen();
-    void tastenZeigen();
-    void tasteGedrueckt(int i);
+    void showLamps();
+    void showList();
+    void showKeys();
+    void keyPressed(int i);
 
     std::array<QCheckBox *, 8> m_check{};
     std::array<std::array<QLabel *, 4>, 8> m_lampen{};

@@ -17,7 +17,7 @@ constexpr int NACHLAUF_MS = 400; ///< the full bar stays this long before the fo
 } // namespace
 
 KM_COUNTER::KM_COUNTER(int ofen, int anzahl, const QString &name, QWidget *parent)
-    : QDialog(parent), m_ofen(ofen), m_start(Zuege_Bis(ofen) + 1)
+    : QDialog(parent), m_ofen(ofen), m_start(turnsUntil(ofen) + 1)
 {
     setObjectName(QStringLiteral("KM_COUNTER"));
     setWindowTitle(Text_Id(text::TRANSFER).trimmed());
@@ -28,7 +28,7 @@ KM_COUNTER::KM_COUNTER(int ofen, int anzahl, const QString &name, QWidget *paren
                     QStringLiteral("\"  →  ") + Text_Id(text::FURNACE).trimmed() + QLatin1Char(' ') +
                     QString::number(ofen + 1) + QStringLiteral(": ") + plant.Ofen_Name[ofen].trimmed() +
                     QStringLiteral("  (") + QString::number(anzahl) + QLatin1Char(' ') +
-                    Prog_Text(QStringLiteral("Worte"), QStringLiteral("words")) + QLatin1Char(')'));
+                    localText(QStringLiteral("Worte"), QStringLiteral("words")) + QLatin1Char(')'));
     l->addWidget(m_text);
     m_balken = new QProgressBar(this);
     m_balken->setRange(0, 100);
@@ -41,16 +41,16 @@ KM_COUNTER::KM_COUNTER(int ofen, int anzahl, const QString &name, QWidget *paren
     });
     l->addWidget(m_abbruch, 0, Qt::AlignRight);
     m_timer.setInterval(TAKT_MS);
-    connect(&m_timer, &QTimer::timeout, this, [this] { takt(); });
+    connect(&m_timer, &QTimer::timeout, this, [this] { tick(); });
     m_timer.start();
-    takt();
+    tick();
 }
 
-void KM_COUNTER::takt()
+void KM_COUNTER::tick()
 {
     if (m_fertig)
         return;
-    if (!Schreiben_Offen(m_ofen)) {
+    if (!writePending(m_ofen)) {
         m_fertig = true;
         m_balken->setValue(100);
         m_abbruch->setEnabled(false);
@@ -60,12 +60,12 @@ void KM_COUNTER::takt()
     // The block goes out at the furnace's turn: the bar follows the turns of
     // the main cycle still to come. It never runs back (a furnace resting
     // after a lost link is passed over and comes round again).
-    const int zuege = Zuege_Bis(m_ofen) + 1;
+    const int zuege = turnsUntil(m_ofen) + 1;
     const int wert = 100 * (m_start - std::min(zuege, m_start)) / (m_start + 1);
     m_balken->setValue(std::max(m_balken->value(), wert));
 }
 
-bool KM_COUNTER::Zeigen(int ofen, int anzahl, const QString &name, QWidget *parent)
+bool KM_COUNTER::showModal(int ofen, int anzahl, const QString &name, QWidget *parent)
 {
     KM_COUNTER f(ofen, anzahl, name, parent);
     return f.exec() == QDialog::Accepted;

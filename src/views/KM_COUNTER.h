@@ -21,12 +21,12 @@ public:
 
     /// Opens the form modally and returns when the block has gone (true) or
     /// the transfer was cancelled (false).
-    static bool Zeigen(int ofen, int anzahl, const QString &name, QWidget *parent);
+    static bool showModal(int ofen, int anzahl, const QString &name, QWidget *parent);
 
-    QProgressBar *Balken() const { return m_balken; }
+    QProgressBar *progressBar() const { return m_balken; }
 
 private:
-    void takt();
+    void tick();
 
     int m_ofen;
     int m_start;          ///< turns to go when the form opened

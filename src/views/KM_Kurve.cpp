@@ -20,9 +20,9 @@ namespace kal {
 
 namespace {
 
-QColor kanalFarbe(int c)
+QColor channelColour(int c)
 {
-    return QColor::fromRgb(Farbe_RGB(Kurve_Farbe(Kurve.Kurve_Ofen, c)));
+    return QColor::fromRgb(colourRgb(Kurve_Farbe(Kurve.Kurve_Ofen, c)));
 }
 
 } // namespace
@@ -58,16 +58,16 @@ KM_Kurve::KM_Kurve(QWidget *parent) : QWidget(parent)
     m_legende->setWordWrap(true);
     links->addWidget(m_legende);
 
-    m_bild = new KurvenBild(this);
+    m_bild = new CurveWidget(this);
     links->addWidget(m_bild, 1);
-    connect(m_bild, &KurvenBild::maus, this, &KM_Kurve::maus);
+    connect(m_bild, &CurveWidget::mouseAt, this, &KM_Kurve::mouseAt);
 
     auto *leiste = new QHBoxLayout;
     for (int i = 0; i < 8; ++i) {
         m_taste[size_t(i)] = new QPushButton(this);
         m_taste[size_t(i)]->setObjectName(QStringLiteral("Taste%1").arg(i));
         m_taste[size_t(i)]->setMinimumWidth(96);
-        connect(m_taste[size_t(i)], &QPushButton::clicked, this, [this, i] { tasteKlick(i); });
+        connect(m_taste[size_t(i)], &QPushButton::clicked, this, [this, i] { keyClicked(i); });
         leiste->addWidget(m_taste[size_t(i)]);
     }
     m_strom = new QPushButton(this);
@@ -101,10 +101,10 @@ KM_Kurve::KM_Kurve(QWidget *parent) : QWidget(parent)
 
     m_neu.setSingleShot(true);
     m_neu.setInterval(200);
-    connect(&m_neu, &QTimer::timeout, this, &KM_Kurve::Anzeigen);
+    connect(&m_neu, &QTimer::timeout, this, &KM_Kurve::showBatch);
 
     plant.Kurve_Online = TRUE16;
-    Beschriften();
+    setCaptions();
     resize(1100, 640);
 }
 
@@ -115,27 +115,27 @@ KM_Kurve::~KM_Kurve()
         plant.Aktive_Seite = 0;
 }
 
-void KM_Kurve::Beschriften()
+void KM_Kurve::setCaptions()
 {
     for (int i = 0; i < 8; ++i)
-        m_taste[size_t(i)]->setText(Taste_Text(i));
+        m_taste[size_t(i)]->setText(curveKeyCaption(i));
     m_strom->setText(Text_Id(text::CURRENT_A).trimmed());
-    Anzeigen();
+    showBatch();
 }
 
-void KM_Kurve::Laden()
+void KM_Kurve::load()
 {
     Charge_geladen();
-    Anzeigen();
+    showBatch();
 }
 
-void KM_Kurve::Neu()
+void KM_Kurve::refreshLive()
 {
     if (!m_neu.isActive())
         m_neu.start();
 }
 
-void KM_Kurve::Anzeigen()
+void KM_Kurve::showBatch()
 {
     setWindowTitle(Kurve.Titel);
     m_name->setText(Kurve.Label_Name.trimmed());
@@ -146,7 +146,7 @@ void KM_Kurve::Anzeigen()
     QStringList legende;
     for (int c = 0; c < plant.Kanal_Zahl[0] && c < SEITEN_KANAELE; ++c)
         legende << QStringLiteral("<span style='color:%1'>&#9632; %2</span>")
-                       .arg(kanalFarbe(c).name(), plant.Kanal_Name(0, c).simplified().toHtmlEscaped());
+                       .arg(channelColour(c).name(), plant.Kanal_Name(0, c).simplified().toHtmlEscaped());
     m_legende->setText(legende.join(QStringLiteral("&nbsp;&nbsp;&nbsp;")));
 
     for (int i = 0; i < 8; ++i)
@@ -179,21 +179,21 @@ void KM_Kurve::Anzeigen()
 
 void KM_Kurve::KurveAct()
 {
-    Kurven_Bildparameter p;
+    CurvePaintParams p;
     p.seite = Kurve.zeitDa ? &Kurve.seite : nullptr;
     p.kanaele = plant.Kanal_Zahl[0];
-    p.regeln = Kurven_Regeln{plant.Ofen_Typ[0], plant.Kurve_Option != 0};
+    p.regeln = CurveRules{plant.Ofen_Typ[0], plant.Kurve_Option != 0};
     for (int c = 0; c < SEITEN_KANAELE; ++c)
-        p.farben[size_t(c)] = kanalFarbe(c);
+        p.farben[size_t(c)] = channelColour(c);
     p.segmentText = Kurve.Segment_Text;
     p.marken = Kurve.Label_Marke;
     p.maus = MAUS_AUS(); // a new page removes the cursor
     m_bild->setParameter(p);
 }
 
-void KM_Kurve::tasteKlick(int i)
+void KM_Kurve::keyClicked(int i)
 {
-    if (Taste_Seite(i)) {
+    if (curvePageKey(i)) {
         KurveAct();
         for (int k = 0; k < 8; ++k)
             m_taste[size_t(k)]->setEnabled(Kurve.Taste_An[size_t(k)]);
@@ -201,24 +201,24 @@ void KM_Kurve::tasteKlick(int i)
         return;
     }
     if (i == TASTE_LADEN)
-        Q_EMIT datenLaden();
+        Q_EMIT loadRequested();
     else if (i == TASTE_CSV)
         CSV_EXPORT(false);
     else if (i == TASTE_LISTE)
         Q_EMIT liste();
     else if (i == TASTE_ENDE)
-        Q_EMIT zurueck();
+        Q_EMIT backToLivePage();
 }
 
-void KM_Kurve::maus(int button, double x, double y, bool bewegung)
+void KM_Kurve::mouseAt(int button, double x, double y, bool bewegung)
 {
     if (bewegung && plant.List16_Offen != 0)
         return;
-    Kurven_Bildparameter p = m_bild->parameter();
+    CurvePaintParams p = m_bild->parameter();
     if (!p.seite)
         return;
-    Maus_Rahmen r{Kurve.Zeit_Marke[0], Kurve.Zeit_Raster, plant.Ofen_Typ[0]};
-    p.maus = Mouse_Werte(button, x, y, m_bild->skala(), *p.seite, r);
+    CursorFrame r{Kurve.Zeit_Marke[0], Kurve.Zeit_Raster, plant.Ofen_Typ[0]};
+    p.maus = Mouse_Werte(button, x, y, m_bild->scale(), *p.seite, r);
     m_bild->setParameter(p);
     if (!hasFocus() && !m_fokusPark->hasFocus())
         m_fokusPark->setFocus();

@@ -24,24 +24,24 @@ public:
     ~KM_Kurve() override;
 
     /// `Charge_geladen` for `Kurve_Datei`, then shows the batch.
-    void Laden();
+    void load();
     /// The batch grew (a live refresh): shows it again, at most five times a
     /// second.
-    void Neu();
+    void refreshLive();
     /// Captions in the current language.
-    void Beschriften();
+    void setCaptions();
 
-    KurvenBild *bild() const { return m_bild; }
-    QPushButton *taste(int i) const { return m_taste[size_t(i)]; }
+    CurveWidget *plotWidget() const { return m_bild; }
+    QPushButton *keyButton(int i) const { return m_taste[size_t(i)]; }
     QPushButton *Tast_Strom() const { return m_strom; }
     /// The window's texts, for the tests: names, span, marks, info.
     QString labelText(const QString &name) const;
 
 Q_SIGNALS:
     /// Button 2: the batch browser is wanted.
-    void datenLaden();
+    void loadRequested();
     /// Button 7: back to the live page.
-    void zurueck();
+    void backToLivePage();
     /// Button 4: the value list of the batch.
     void liste();
     /// `Tast_Strom`: the element currents of the page in the 16-channel view.
@@ -51,10 +51,10 @@ protected:
     void keyPressEvent(QKeyEvent *e) override;
 
 private:
-    void Anzeigen();
+    void showBatch();
     void KurveAct();
-    void tasteKlick(int i);
-    void maus(int button, double x, double y, bool bewegung);
+    void keyClicked(int i);
+    void mouseAt(int button, double x, double y, bool bewegung);
 
     QLabel *m_name = nullptr;       // label 0
     QLabel *m_charge = nullptr;     // label 12
@@ -62,7 +62,7 @@ private:
     QLabel *m_legende = nullptr;    // Label3: the channels in their colours
     QLabel *m_bildLadung = nullptr; // picture of the load
     QPlainTextEdit *m_info = nullptr;
-    KurvenBild *m_bild = nullptr;
+    CurveWidget *m_bild = nullptr;
     QWidget *m_fokusPark = nullptr;
     std::array<QPushButton *, 8> m_taste{};
     QPushButton *m_strom = nullptr; // Tast_Strom

@@ -60,7 +60,7 @@ KM_Liste::KM_Liste(QWidget *parent) : QWidget(parent)
     m_liste->setFont(QFont(MONO));
     m_liste->setUniformItemSizes(true);
     // The head lines stand above the rows and scroll sideways with them.
-    m_kopf = Listen_Kopf(this, m_liste, 2);
+    m_kopf = listHeader(this, m_liste, 2);
     m_kopf->setObjectName(QStringLiteral("CSV_Text"));
     haupt->addWidget(m_kopf);
     haupt->addWidget(m_liste, 1);
@@ -71,7 +71,7 @@ KM_Liste::KM_Liste(QWidget *parent) : QWidget(parent)
     m_ok = new QPushButton(this);
     connect(m_drucken, &QPushButton::clicked, this, [this] { drucken(false); });
     connect(m_pdf, &QPushButton::clicked, this, [this] { drucken(true); });
-    connect(m_ok, &QPushButton::clicked, this, [this] { Q_EMIT geschlossen(); });
+    connect(m_ok, &QPushButton::clicked, this, [this] { Q_EMIT closed(); });
     tasten->addStretch(1);
     tasten->addWidget(m_drucken);
     tasten->addWidget(m_pdf);
@@ -80,18 +80,18 @@ KM_Liste::KM_Liste(QWidget *parent) : QWidget(parent)
 
     m_timer.setInterval(100);
     connect(&m_timer, &QTimer::timeout, this, [this] {
-        if (Liste_Takt())
-            Anzeigen();
+        if (listTick())
+            showBatch();
     });
     resize(1100, 620);
 }
 
 KM_Liste::~KM_Liste()
 {
-    Liste_Geschlossen();
+    listClosed();
 }
 
-void KM_Liste::Beschriften()
+void KM_Liste::setCaptions()
 {
     m_drucken->setText(Text_Id(text::PRINT_PAGE).trimmed());
     m_ok->setText(Text_Id(text::OK).trimmed());
@@ -109,7 +109,7 @@ void KM_Liste::Beschriften()
     setWindowTitle(QStringLiteral("Kalmeron: ") + Kurve.Label_Charge);
 }
 
-void KM_Liste::Oeffnen()
+void KM_Liste::onOpen()
 {
     Listen.Offen = true;
     plant.List16_Offen = TRUE16;
@@ -132,8 +132,8 @@ void KM_Liste::Oeffnen()
         m_ist[size_t(i)]->setChecked(Liste_Ist(k) != 0);
         m_out[size_t(i)]->setChecked(Liste_Out(k) != 0);
     }
-    Beschriften();
-    Anzeigen();
+    setCaptions();
+    showBatch();
     m_timer.start();
 }
 
@@ -149,10 +149,10 @@ void KM_Liste::haekchen()
         Liste_Soll(SCHALTER) = flag(m_soll[SCHALTER]->isChecked());
         Liste_Ist(SCHALTER) = flag(m_ist[SCHALTER]->isChecked());
     }
-    Liste_Klick();
+    listChecked();
 }
 
-void KM_Liste::Anzeigen()
+void KM_Liste::showBatch()
 {
     m_kopf->clear();
     m_kopf->addItems(Listen.CSV_Text);
@@ -163,14 +163,14 @@ void KM_Liste::Anzeigen()
 void KM_Liste::drucken(bool pdf)
 {
     const QFileInfo csv(plant.CSV_Datei);
-    Liste_Ausgeben(this, pdf, csv.absolutePath() + QLatin1Char('/') + csv.completeBaseName() + QStringLiteral(".pdf"),
-                   Kurve_Liste_Kopf(), Listen.CSV_Text, Listen.CSV_LIST);
+    outputList(this, pdf, csv.absolutePath() + QLatin1Char('/') + csv.completeBaseName() + QStringLiteral(".pdf"),
+                   curveListHead(), Listen.CSV_Text, Listen.CSV_LIST);
 }
 
 void KM_Liste::closeEvent(QCloseEvent *e)
 {
     m_timer.stop();
-    Liste_Geschlossen();
+    listClosed();
     QWidget::closeEvent(e);
 }
 

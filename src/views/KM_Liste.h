@@ -25,8 +25,8 @@ public:
     ~KM_Liste() override;
 
     /// Opening: the checks from the column choice, the list of the batch.
-    void Oeffnen();
-    void Beschriften();
+    void onOpen();
+    void setCaptions();
 
     QListWidget *CSV_LIST() const { return m_liste; }
     QCheckBox *CB_Soll(int i) const { return m_soll[size_t(i)]; }
@@ -36,13 +36,13 @@ public:
     QSize sizeHint() const override { return {1100, 620}; }
 
 Q_SIGNALS:
-    void geschlossen();
+    void closed();
 
 protected:
     void closeEvent(QCloseEvent *e) override;
 
 private:
-    void Anzeigen();
+    void showBatch();
     void haekchen();
     void drucken(bool pdf);
 

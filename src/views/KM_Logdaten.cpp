@@ -31,11 +31,11 @@ KM_Logdaten::~KM_Logdaten()
     kal::screen().mnuform(MENUE_LOGDATEN, true);
 }
 
-void KM_Logdaten::Laden(int ofenNr)
+void KM_Logdaten::load(int ofenNr)
 {
     m_list->clear();
     const QString pfad = (ofenNr >= 1 && ofenNr <= OFEN_MAX) ? plant.Charge_Datei[ofenNr - 1] : QString();
-    const Logdaten L = Logdaten_Lesen(pfad);
+    const LogBookPage L = readLogBook(pfad);
     setWindowTitle(L.titel);
     for (int i = 0; i < L.zeilen.size(); ++i) {
         auto *item = new QListWidgetItem(L.zeilen[i], m_list);

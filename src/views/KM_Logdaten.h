@@ -15,7 +15,7 @@ public:
     ~KM_Logdaten() override;
 
     /// Shows the batch file of furnace number 1..8 (`Charge_Datei`); 0 none.
-    void Laden(int ofenNr);
+    void load(int ofenNr);
     QListWidget *LogList() const { return m_list; }
 
 private:

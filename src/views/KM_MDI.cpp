@@ -56,7 +56,7 @@ KM_MDI::KM_MDI(QWidget *parent) : QMainWindow(parent)
     }
 
     kal::setScreen(this);
-    menusBauen();
+    buildMenus();
 
     m_timer1.setInterval(100);
     connect(&m_timer1, &QTimer::timeout, this, [] { Timer1_Tick(); });
@@ -73,7 +73,7 @@ KM_MDI::~KM_MDI()
         g_main = nullptr;
 }
 
-void KM_MDI::Laden()
+void KM_MDI::load()
 {
     Station_Start();
     // The settings and the system dialog are off while the station starts
@@ -82,12 +82,12 @@ void KM_MDI::Laden()
     mnuform(7, true);
     if (plant.viewer)
         viewerMenus();
-    Menue_Beschriften();
+    captionMenus();
     m_timer1.start();
     m_timer2.start();
 }
 
-QAction *KM_MDI::eintrag(QMenu *menu, int textId, std::function<void()> handler)
+QAction *KM_MDI::menuEntry(QMenu *menu, int textId, std::function<void()> handler)
 {
     QAction *a = menu->addAction(QString());
     m_beschriftungen.push_back({a, textId, QString()});
@@ -98,7 +98,7 @@ QAction *KM_MDI::eintrag(QMenu *menu, int textId, std::function<void()> handler)
     return a;
 }
 
-void KM_MDI::menusBauen()
+void KM_MDI::buildMenus()
 {
     QMenuBar *bar = menuBar();
     auto menu = [&](int textId) {
@@ -109,60 +109,60 @@ void KM_MDI::menusBauen()
     };
 
     QMenu *datei = menu(text::FILE); // "Datei"
-    m_mnuPrintForm = eintrag(datei, text::PRINT_PAGE, [this] { mnuPrintForm(false); }); // "Seite Drucken"
+    m_mnuPrintForm = menuEntry(datei, text::PRINT_PAGE, [this] { mnuPrintForm(false); }); // "Seite Drucken"
     connect(datei->addAction(QStringLiteral("Export PDF…")), &QAction::triggered, this, [this] { mnuPrintForm(true); });
-    m_mnuSchliessen = eintrag(datei, text::CLOSE, [this] { mnuSchliessen_Click(); });
+    m_mnuSchliessen = menuEntry(datei, text::CLOSE, [this] { mnuSchliessen_Click(); });
     datei->addSeparator();
-    m_mnuBeenden = eintrag(datei, text::QUIT, [] { Programm_Ende(); });
+    m_mnuBeenden = menuEntry(datei, text::QUIT, [] { Programm_Ende(); });
 
     // The form menu `mnuform`: 0 live page, 1 curve, 2 log data, 3 programs,
     // 4 batch data, 5 messages, 6 settings, 7 system.
     QMenu *formen = menu(text::MENU); // "Menü"
-    m_mnuform.append(eintrag(formen, text::MENU, [this] { Menue_Zeigen(); }));
-    m_mnuform.append(eintrag(formen, text::TEMPERATURE_CURVE, [this] {
+    m_mnuform.append(menuEntry(formen, text::MENU, [this] { showMenu(); }));
+    m_mnuform.append(menuEntry(formen, text::TEMPERATURE_CURVE, [this] {
         // The curve window when a batch is on view, else the browser to choose one.
         if (m_kurve)
             m_mdi->setActiveSubWindow(m_kurveFenster);
         else
-            zeigeTempDatei();
+            showBatchBrowser();
     }));
-    m_mnuform.append(eintrag(formen, text::LOG_DATA, [this] { zeigeLogdaten(plant.Seite_Ofen); }));
-    m_mnuform.append(eintrag(formen, text::PROGRAMS, [this] { zeigeProgWahl(); }));
-    m_mnuProgView = eintrag(formen, text::PROGRAM, [this] { zeigeProgView(); });
+    m_mnuform.append(menuEntry(formen, text::LOG_DATA, [this] { showLogBook(plant.Seite_Ofen); }));
+    m_mnuform.append(menuEntry(formen, text::PROGRAMS, [this] { showProgramChoice(); }));
+    m_mnuProgView = menuEntry(formen, text::PROGRAM, [this] { showProgramView(); });
     m_beschriftungen.back().nachsatzId = text::CURRENT; // "Programm aktuell"
-    m_mnuform.append(eintrag(formen, text::BATCH_DATA, nullptr));
-    m_mnuform.append(eintrag(formen, text::MESSAGES, [this] { zeigeAlarme(false); }));
-    m_mnuform.append(eintrag(formen, text::SETTINGS, [this] { zeigeParameter(); }));
-    m_mnuform.append(eintrag(formen, text::SYSTEM, [this] { zeigeSystem(); }));
+    m_mnuform.append(menuEntry(formen, text::BATCH_DATA, nullptr));
+    m_mnuform.append(menuEntry(formen, text::MESSAGES, [this] { showAlarms(false); }));
+    m_mnuform.append(menuEntry(formen, text::SETTINGS, [this] { showSettings(); }));
+    m_mnuform.append(menuEntry(formen, text::SYSTEM, [this] { showSystem(); }));
 
     QMenu *regler = menu(text::CONTROL_PARAMETERS); // "Regelparameter"
-    m_mnuRegler = eintrag(regler, text::CONTROL_PARAMETERS, [this] { zeigeRegPar(); });
+    m_mnuRegler = menuEntry(regler, text::CONTROL_PARAMETERS, [this] { showControllerParameters(); });
 
     QMenu *extras = menu(text::EXTRAS); // "Extras"
-    m_mnuMeldConfig = eintrag(extras, text::MESSAGES, [this] { zeigeAlarme(true); });
+    m_mnuMeldConfig = menuEntry(extras, text::MESSAGES, [this] { showAlarms(true); });
     m_beschriftungen.back().vorsatz = QStringLiteral("Config ");
     m_mnuImport = extras->addAction(QStringLiteral("USB-Import"));
     m_mnuImport->setCheckable(true);
     connect(m_mnuImport, &QAction::toggled, this, [this](bool on) {
         plant.USB_Menue = flag(on);
-        Quell_Liste_Lesen();
+        readSourceList();
         if (m_menue)
-            m_menue->USB_Zeigen();
+            m_menue->showUsb();
     });
     QMenu *sprache = extras->addMenu(QString());
     m_beschriftungen.push_back({sprache, text::LANGUAGE, QString()}); // "Sprache"
     for (int s = 0; s < 6; ++s)
-        eintrag(sprache, languageNameId(s), [this, s] { spracheWaehlen(s); });
+        menuEntry(sprache, languageNameId(s), [this, s] { languagePicked(s); });
 
     QMenu *fenster = menu(text::WINDOW); // "Fenster"
-    eintrag(fenster, text::CASCADE, [this] { m_mdi->cascadeSubWindows(); });
-    eintrag(fenster, text::ONE_BELOW_ANOTHER, [this] { nebenUntereinander(Qt::Vertical); });
-    eintrag(fenster, text::SIDE_BY_SIDE, [this] { nebenUntereinander(Qt::Horizontal); });
+    menuEntry(fenster, text::CASCADE, [this] { m_mdi->cascadeSubWindows(); });
+    menuEntry(fenster, text::ONE_BELOW_ANOTHER, [this] { arrangeWindows(Qt::Vertical); });
+    menuEntry(fenster, text::SIDE_BY_SIDE, [this] { arrangeWindows(Qt::Horizontal); });
 }
 
-void KM_MDI::Menue_Beschriften()
+void KM_MDI::captionMenus()
 {
-    for (const Beschriftung &b : m_beschriftungen) {
+    for (const MenuCaption &b : m_beschriftungen) {
         QString t = b.vorsatz + Text_Id(b.textId).trimmed();
         if (b.nachsatzId >= 0)
             t += QLatin1Char(' ') + Text_Id(b.nachsatzId).trimmed();
@@ -172,29 +172,29 @@ void KM_MDI::Menue_Beschriften()
             m->setTitle(t);
     }
     if (m_menue)
-        m_menue->Beschriften();
+        m_menue->setCaptions();
     if (m_alarme)
-        m_alarme->Beschriften();
+        m_alarme->setCaptions();
     if (m_progWahl)
-        m_progWahl->Beschriften();
+        m_progWahl->setCaptions();
     if (m_schritte)
-        m_schritte->Beschriften();
+        m_schritte->setCaptions();
     if (m_progView)
-        m_progView->Beschriften();
+        m_progView->setCaptions();
     if (m_regPar)
-        m_regPar->Beschriften();
+        m_regPar->setCaptions();
     if (m_parameter)
-        m_parameter->Beschriften();
+        m_parameter->setCaptions();
     if (m_system)
-        m_system->Beschriften();
+        m_system->setCaptions();
     if (m_kurve)
-        m_kurve->Beschriften();
+        m_kurve->setCaptions();
     if (m_tempDatei)
-        m_tempDatei->Beschriften();
+        m_tempDatei->setCaptions();
     if (m_liste)
-        m_liste->Beschriften();
+        m_liste->setCaptions();
     if (m_sntStrom)
-        m_sntStrom->Beschriften();
+        m_sntStrom->setCaptions();
 }
 
 QString KM_MDI::panelText(int panel) const
@@ -225,30 +225,30 @@ void KM_MDI::mnuform(int i, bool on)
         a->setEnabled(on);
 }
 
-void KM_MDI::Sprache_Geaendert()
+void KM_MDI::languageChanged()
 {
-    Menue_Beschriften();
+    captionMenus();
 }
 
-void KM_MDI::LogList_Zeile(const QString &line)
+void KM_MDI::showLogLine(const QString &line)
 {
     if (m_menue)
-        m_menue->LogList_Zeile(line);
+        m_menue->showLogLine(line);
 }
 
-void KM_MDI::Alarme_Zeichnen(bool liste)
+void KM_MDI::drawMessages(bool liste)
 {
     if (m_alarme)
-        m_alarme->zeichnen(liste);
+        m_alarme->redraw(liste);
 }
 
-void KM_MDI::Elemente_Zeigen()
+void KM_MDI::showElements()
 {
     if (m_menue)
-        m_menue->Elemente_Zeigen();
+        m_menue->showElements();
 }
 
-void KM_MDI::Menue_Zeigen()
+void KM_MDI::showMenu()
 {
     if (!m_menue) {
         m_menue = new KM_Menue;
@@ -259,7 +259,7 @@ void KM_MDI::Menue_Zeigen()
     m_mdi->setActiveSubWindow(m_menueFenster);
 }
 
-void KM_MDI::zeigeAlarme(bool konfig)
+void KM_MDI::showAlarms(bool konfig)
 {
     if (m_alarme)
         return;
@@ -267,7 +267,7 @@ void KM_MDI::zeigeAlarme(bool konfig)
     QMdiSubWindow *w = m_mdi->addSubWindow(m_alarme);
     m_mnuform[5]->setEnabled(false);
     m_mnuMeldConfig->setEnabled(false);
-    connect(m_alarme, &KM_Alarme::geschlossen, this, [this] {
+    connect(m_alarme, &KM_Alarme::closed, this, [this] {
         m_alarme = nullptr; // the form is deleted later; a new one may open at once
         m_mnuform[5]->setEnabled(true);
         m_mnuMeldConfig->setEnabled(true);
@@ -276,7 +276,7 @@ void KM_MDI::zeigeAlarme(bool konfig)
     m_mdi->setActiveSubWindow(w);
 }
 
-QMdiSubWindow *KM_MDI::kindZeigen(QWidget *form, QPointer<QMdiSubWindow> &fenster)
+QMdiSubWindow *KM_MDI::showChild(QWidget *form, QPointer<QMdiSubWindow> &fenster)
 {
     if (!fenster) {
         fenster = m_mdi->addSubWindow(form);
@@ -297,25 +297,25 @@ QMdiSubWindow *KM_MDI::kindZeigen(QWidget *form, QPointer<QMdiSubWindow> &fenste
     return fenster;
 }
 
-void KM_MDI::zeigeProgWahl()
+void KM_MDI::showProgramChoice()
 {
     if (!m_progWahl) {
         m_progWahl = new KM_ProgWahl;
-        connect(m_progWahl, &KM_ProgWahl::oeffnen, this, [this](int ofenNr, int p) { zeigeSchritte(ofenNr, p); });
-        connect(m_progWahl, &KM_ProgWahl::geschlossen, this, [this] {
+        connect(m_progWahl, &KM_ProgWahl::openProgram, this, [this](int ofenNr, int p) { showSteps(ofenNr, p); });
+        connect(m_progWahl, &KM_ProgWahl::closed, this, [this] {
             if (m_progWahlFenster)
                 m_progWahlFenster->hide();
         });
     }
-    m_progWahl->Laden();
-    kindZeigen(m_progWahl, m_progWahlFenster);
+    m_progWahl->load();
+    showChild(m_progWahl, m_progWahlFenster);
 }
 
-void KM_MDI::zeigeSchritte(int ofenNr, int p)
+void KM_MDI::showSteps(int ofenNr, int p)
 {
     if (!m_schritte) {
         m_schritte = new KM_Schritte;
-        connect(m_schritte, &KM_Schritte::geschlossen, this, [this] {
+        connect(m_schritte, &KM_Schritte::closed, this, [this] {
             if (m_schritteFenster)
                 m_schritteFenster->hide();
         });
@@ -323,64 +323,64 @@ void KM_MDI::zeigeSchritte(int ofenNr, int p)
     // The editor holds one program; a changed one is asked about first.
     if (m_schritteFenster && m_schritteFenster->isVisible() && !m_schritte->close())
         return;
-    if (!m_schritte->Oeffnen(ofenNr, p))
+    if (!m_schritte->onOpen(ofenNr, p))
         return;
-    kindZeigen(m_schritte, m_schritteFenster);
+    showChild(m_schritte, m_schritteFenster);
 }
 
-void KM_MDI::zeigeProgView()
+void KM_MDI::showProgramView()
 {
     if (!m_progView) {
         m_progView = new KM_ProgView;
-        connect(m_progView, &KM_ProgView::geschlossen, this, [this] {
+        connect(m_progView, &KM_ProgView::closed, this, [this] {
             if (m_progViewFenster)
                 m_progViewFenster->hide();
         });
     }
-    m_progView->Oeffnen();
-    kindZeigen(m_progView, m_progViewFenster);
+    m_progView->onOpen();
+    showChild(m_progView, m_progViewFenster);
 }
 
-void KM_MDI::zeigeRegPar()
+void KM_MDI::showControllerParameters()
 {
     if (!m_regPar)
         m_regPar = new KM_RegPar;
-    kindZeigen(m_regPar, m_regParFenster);
-    m_regPar->Aktualisieren();
+    showChild(m_regPar, m_regParFenster);
+    m_regPar->refresh();
 }
 
-void KM_MDI::zeigeParameter()
+void KM_MDI::showSettings()
 {
     if (!m_parameter) {
         m_parameter = new KM_Parameter;
-        connect(m_parameter, &KM_Parameter::fertig, this, [this] {
+        connect(m_parameter, &KM_Parameter::completed, this, [this] {
             if (m_parameterFenster)
                 m_parameterFenster->hide();
         });
     } else if (!m_parameterFenster || !m_parameterFenster->isVisible()) {
-        m_parameter->Oeffnen();
+        m_parameter->onOpen();
     }
-    kindZeigen(m_parameter, m_parameterFenster);
+    showChild(m_parameter, m_parameterFenster);
 }
 
-void KM_MDI::zeigeSystem()
+void KM_MDI::showSystem()
 {
     if (!m_system) {
         m_system = new KM_System;
-        connect(m_system, &KM_System::fertig, this, [this] {
+        connect(m_system, &KM_System::completed, this, [this] {
             if (m_systemFenster)
                 m_systemFenster->hide();
         });
     }
     if (!m_systemFenster || !m_systemFenster->isVisible())
-        m_system->Oeffnen(plant.Seite_Ofen >= 1 ? plant.Seite_Ofen : 1);
-    m_systemFenster = kindZeigen(m_system, m_systemFenster);
+        m_system->onOpen(plant.Seite_Ofen >= 1 ? plant.Seite_Ofen : 1);
+    m_systemFenster = showChild(m_system, m_systemFenster);
 }
 
-void KM_MDI::Kurve_Neu()
+void KM_MDI::curveChanged()
 {
     if (m_kurve)
-        m_kurve->Neu();
+        m_kurve->refreshLive();
 }
 
 void KM_MDI::Kurve_Online()
@@ -389,48 +389,48 @@ void KM_MDI::Kurve_Online()
         m_menue->Kurve_Online();
 }
 
-void KM_MDI::zeigeListe()
+void KM_MDI::showValueList()
 {
     if (!m_liste) {
         m_liste = new KM_Liste;
-        connect(m_liste, &KM_Liste::geschlossen, this, [this] {
+        connect(m_liste, &KM_Liste::closed, this, [this] {
             m_liste->close();
             if (m_listeFenster)
                 m_listeFenster->close();
         });
     }
-    kindZeigen(m_liste, m_listeFenster);
-    m_liste->Oeffnen();
+    showChild(m_liste, m_listeFenster);
+    m_liste->onOpen();
     // The focus goes along, so that the button that opened the list does not
     // bring the curve window back over it.
     m_liste->CSV_LIST()->setFocus();
 }
 
-void KM_MDI::zeigeView16()
+void KM_MDI::showView16()
 {
     if (!m_kurve)
         return;
     KM_View16 view(m_kurve);
     m_view16 = &view;
-    connect(&view, &KM_View16::seiteGeaendert, m_kurve, &KM_Kurve::Beschriften);
-    view.Oeffnen();
+    connect(&view, &KM_View16::seiteGeaendert, m_kurve, &KM_Kurve::setCaptions);
+    view.onOpen();
     view.exec();
     if (plant.Aktive_Seite == 7)
         plant.Aktive_Seite = 2;
 }
 
-void KM_MDI::zeigeSNTStrom(int ofenNr)
+void KM_MDI::showElementView(int ofenNr)
 {
     if (!m_sntStrom) {
         m_sntStrom = new KM_SNTStrom;
-        connect(m_sntStrom, &KM_SNTStrom::zurueck, this, [this] {
+        connect(m_sntStrom, &KM_SNTStrom::backToLivePage, this, [this] {
             if (m_sntFenster)
                 m_sntFenster->hide();
-            Menue_Zeigen();
+            showMenu();
         });
     }
-    kindZeigen(m_sntStrom, m_sntFenster);
-    m_sntStrom->Oeffnen(ofenNr);
+    showChild(m_sntStrom, m_sntFenster);
+    m_sntStrom->onOpen(ofenNr);
 }
 
 QWidget *KM_MDI::druckFenster() const
@@ -453,22 +453,22 @@ void KM_MDI::mnuPrintForm(bool pdf)
         return;
     const QString name = plant.Aktive_Seite == 2 ? QFileInfo(plant.Kurve_Datei).completeBaseName()
                                                   : fenster->objectName();
-    Fenster_Ausgeben(fenster, pdf, plant.Pfad[3] + QLatin1Char('/') + name + QStringLiteral(".pdf"),
+    outputWindow(fenster, pdf, plant.Pfad[3] + QLatin1Char('/') + name + QStringLiteral(".pdf"),
                      plant.Aktive_Seite == 2);
 }
 
-void KM_MDI::zeigeKurve(const QString &datei)
+void KM_MDI::showCurve(const QString &datei)
 {
     if (!m_kurve) {
         m_kurve = new KM_Kurve;
         m_kurveFenster = m_mdi->addSubWindow(m_kurve);
         m_kurveFenster->setAttribute(Qt::WA_DeleteOnClose);
-        connect(m_kurve, &KM_Kurve::datenLaden, this, [this] { zeigeTempDatei(); });
-        connect(m_kurve, &KM_Kurve::liste, this, [this] { zeigeListe(); });
-        connect(m_kurve, &KM_Kurve::strom, this, [this] { zeigeView16(); });
-        connect(m_kurve, &KM_Kurve::zurueck, this, [this] {
+        connect(m_kurve, &KM_Kurve::loadRequested, this, [this] { showBatchBrowser(); });
+        connect(m_kurve, &KM_Kurve::liste, this, [this] { showValueList(); });
+        connect(m_kurve, &KM_Kurve::strom, this, [this] { showView16(); });
+        connect(m_kurve, &KM_Kurve::backToLivePage, this, [this] {
             m_kurveFenster->close();
-            Menue_Zeigen();
+            showMenu();
         });
         // The curve is the page in front for printing while its window is active.
         connect(m_kurveFenster, &QMdiSubWindow::windowStateChanged, this,
@@ -480,8 +480,8 @@ void KM_MDI::zeigeKurve(const QString &datei)
                 });
     }
     plant.Kurve_Datei = datei;
-    plant.CSV_Datei = CSV_Ziel(); // also for a batch opened from the furnace page
-    m_kurve->Laden();
+    plant.CSV_Datei = csvTarget(); // also for a batch opened from the furnace page
+    m_kurve->load();
     m_kurveFenster->showMaximized();
     m_mdi->setActiveSubWindow(m_kurveFenster);
     // The window's focus goes with it: when the main window is activated
@@ -510,36 +510,36 @@ void KM_MDI::bringToFront(const QString &datei)
     raise();
     activateWindow();
     if (!datei.isEmpty())
-        zeigeKurve(datei);
+        showCurve(datei);
 }
 
-void KM_MDI::zeigeTempDatei()
+void KM_MDI::showBatchBrowser()
 {
     if (!m_tempDatei) {
         m_tempDatei = new KM_TempDatei;
         m_tempFenster = m_mdi->addSubWindow(m_tempDatei);
         m_tempFenster->setWindowFlag(Qt::WindowMinMaxButtonsHint, false);
-        connect(m_tempDatei, &KM_TempDatei::ausgewaehlt, this, [this] { zeigeKurve(plant.Kurve_Datei); });
+        connect(m_tempDatei, &KM_TempDatei::batchChosen, this, [this] { showCurve(plant.Kurve_Datei); });
     }
-    m_tempDatei->Laden();
+    m_tempDatei->load();
     m_tempFenster->resize(1180, 620);
     m_tempFenster->show();
     m_mdi->setActiveSubWindow(m_tempFenster);
 }
 
-void KM_MDI::zeigeLogdaten(int ofenNr)
+void KM_MDI::showLogBook(int ofenNr)
 {
     if (!m_logdaten) {
         m_logdaten = new KM_Logdaten;
         QMdiSubWindow *w = m_mdi->addSubWindow(m_logdaten);
         w->setAttribute(Qt::WA_DeleteOnClose);
     }
-    m_logdaten->Laden(ofenNr);
+    m_logdaten->load(ofenNr);
     m_logdaten->parentWidget()->show();
     m_mdi->setActiveSubWindow(qobject_cast<QMdiSubWindow *>(m_logdaten->parentWidget()));
 }
 
-void KM_MDI::nebenUntereinander(Qt::Orientation richtung)
+void KM_MDI::arrangeWindows(Qt::Orientation richtung)
 {
     QList<QMdiSubWindow *> fenster;
     for (QMdiSubWindow *w : m_mdi->subWindowList())
@@ -572,7 +572,7 @@ void KM_MDI::mnuSchliessen_Click()
         w->close();
 }
 
-void KM_MDI::spracheWaehlen(int sprache)
+void KM_MDI::languagePicked(int sprache)
 {
     plant.Sprache = static_cast<u8>(sprache);
     Sprachumschalt(); // re-captions through the screen

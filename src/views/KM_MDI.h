@@ -43,10 +43,10 @@ public:
     ~KM_MDI() override;
 
     /// The load handler: start-up in its fixed order, then the timers run.
-    void Laden();
+    void load();
 
     /// Re-captions every menu entry and the open forms in the current language.
-    void Menue_Beschriften();
+    void captionMenus();
 
     /// Text of status-bar panel 1..8.
     QString panelText(int panel) const;
@@ -54,35 +54,35 @@ public:
     KM_Menue *menuePage() const { return m_menue; }
     /// Opens the message form (configuration mode when `konfig`); while it is
     /// shown its menu entries are disabled.
-    void zeigeAlarme(bool konfig);
+    void showAlarms(bool konfig);
     KM_Alarme *alarme() const { return m_alarme; }
     /// Opens the controller parameter form (made on first use, kept to the end).
-    void zeigeRegPar();
+    void showControllerParameters();
     KM_RegPar *regPar() const { return m_regPar; }
     /// Opens the settings dialog with a fresh working copy.
-    void zeigeParameter();
+    void showSettings();
     KM_Parameter *parameter() const { return m_parameter; }
     /// Opens the system dialog on the furnace selected on the live page.
-    void zeigeSystem();
+    void showSystem();
     KM_System *system() const { return m_system; }
     /// The curve window with the batch file `datei` (loaded anew), brought up.
-    void zeigeKurve(const QString &datei);
+    void showCurve(const QString &datei);
     /// A second start on the same data folder asked for this window: it comes
     /// to the front, with the batch `datei` in the curve window unless empty.
     void bringToFront(const QString &datei);
     /// The batch browser, brought up (made on first use, hidden on OK/Cancel).
-    void zeigeTempDatei();
+    void showBatchBrowser();
     /// The log data page of furnace number 1..8.
-    void zeigeLogdaten(int ofenNr);
+    void showLogBook(int ofenNr);
     KM_Kurve *kurve() const { return m_kurve; }
     KM_TempDatei *tempDatei() const { return m_tempDatei; }
     KM_Logdaten *logdaten() const { return m_logdaten; }
     QMdiArea *mdiArea() const { return m_mdi; }
 
     /// The program forms, each made on first use and kept to the end.
-    void zeigeProgWahl();
-    void zeigeSchritte(int ofenNr, int p);
-    void zeigeProgView();
+    void showProgramChoice();
+    void showSteps(int ofenNr, int p);
+    void showProgramView();
     KM_ProgWahl *progWahl() const { return m_progWahl; }
     KM_Schritte *schritte() const { return m_schritte; }
     KM_ProgView *progView() const { return m_progView; }
@@ -96,27 +96,27 @@ public:
     void Status_Panel(int panel, const QString &text) override;
     void mnuRegler(bool on) override;
     void mnuform(int i, bool on) override;
-    void Menue_Zeigen() override;
-    void Sprache_Geaendert() override;
-    void LogList_Zeile(const QString &line) override;
-    void Alarme_Zeichnen(bool liste) override;
-    void Elemente_Zeigen() override;
+    void showMenu() override;
+    void languageChanged() override;
+    void showLogLine(const QString &line) override;
+    void drawMessages(bool liste) override;
+    void showElements() override;
 
     /// The import menu entry: while it is on, the live page lists the sources
     /// of the USB folder beside the import's switch.
     QAction *mnuImport() const { return m_mnuImport; }
-    void Kurve_Neu() override;
+    void curveChanged() override;
 
     // ---- batch documents ---------------------------------------------------
     void Kurve_Online() override;
     /// The value list of the batch on view (made on first use, kept).
-    void zeigeListe();
+    void showValueList();
     /// The 16-channel view of the curve window's page, modal above it.
-    void zeigeView16();
+    void showView16();
     /// The element current view of furnace number 1..8 (made on first use, kept).
-    void zeigeSNTStrom(int ofenNr);
+    void showElementView(int ofenNr);
     KM_Liste *liste() const { return m_liste; }
-    KM_SNTStrom *sntStrom() const { return m_sntStrom; }
+    KM_SNTStrom *elementView() const { return m_sntStrom; }
     /// The window `Aktive_Seite` names; nullptr none.
     QWidget *druckFenster() const;
     /// `mnuPrintForm`: the page in front on the printer, or with `pdf` into a
@@ -127,18 +127,18 @@ protected:
     void closeEvent(QCloseEvent *e) override;
 
 private:
-    void menusBauen();
-    QAction *eintrag(QMenu *menu, int textId, std::function<void()> handler);
+    void buildMenus();
+    QAction *menuEntry(QMenu *menu, int textId, std::function<void()> handler);
     void mnuSchliessen_Click();
     /// In the viewer, the entries that would reach a PLC or write the
     /// station's files are off.
     void viewerMenus();
     /// Window menu: the child forms one below the other (Qt::Vertical) or side
     /// by side (Qt::Horizontal), filling the area.
-    void nebenUntereinander(Qt::Orientation richtung);
-    void spracheWaehlen(int sprache);
+    void arrangeWindows(Qt::Orientation richtung);
+    void languagePicked(int sprache);
     /// Shows a kept form in its own child window (made the first time).
-    QMdiSubWindow *kindZeigen(QWidget *form, QPointer<QMdiSubWindow> &fenster);
+    QMdiSubWindow *showChild(QWidget *form, QPointer<QMdiSubWindow> &fenster);
 
     QMdiArea *m_mdi = nullptr;
     QtDialogs *m_dialogs = nullptr;
@@ -174,13 +174,13 @@ private:
     QAction *m_mnuMeldConfig = nullptr;
     QAction *m_mnuImport = nullptr;
     QList<QMenu *> m_menus;
-    struct Beschriftung {
+    struct MenuCaption {
         QObject *ziel;      ///< QAction or QMenu
         int textId;         ///< Sprachtext id
         QString vorsatz;    ///< fixed text before the caption
         int nachsatzId = -1; ///< Sprachtext id of a second word after a blank, -1 none
     };
-    std::vector<Beschriftung> m_beschriftungen;
+    std::vector<MenuCaption> m_beschriftungen;
     QLabel *m_panels[8] = {};
     QTimer m_timer1;
     QTimer m_timer2;

@@ -26,7 +26,7 @@ namespace kal {
 
 namespace {
 
-QLabel *feld(QWidget *parent, Qt::Alignment a = Qt::AlignLeft | Qt::AlignVCenter)
+QLabel *cellLabel(QWidget *parent, Qt::Alignment a = Qt::AlignLeft | Qt::AlignVCenter)
 {
     auto *l = new QLabel(parent);
     l->setAlignment(a);
@@ -46,31 +46,31 @@ KM_Menue::KM_Menue(QWidget *parent) : QWidget(parent)
     raster->setHorizontalSpacing(10);
     raster->setVerticalSpacing(4);
     for (int c = 0; c < 7; ++c) {
-        m_kopf[c] = feld(this);
+        m_kopf[c] = cellLabel(this);
         QFont f = m_kopf[c]->font();
         f.setBold(true);
         m_kopf[c]->setFont(f);
         raster->addWidget(m_kopf[c], 0, c);
     }
     for (int i = 0; i < 8; ++i) {
-        Reihe &r = m_reihen[i];
+        FurnaceRow &r = m_reihen[i];
         r.OfenSelect = new QPushButton(this);
         r.OfenSelect->setMinimumWidth(190);
         r.OfenSelect->setMinimumHeight(40);
         r.OfenSelect->setStyleSheet(QStringLiteral("text-align: left; padding: 2px 6px;"));
-        connect(r.OfenSelect, &QPushButton::clicked, this, [this, i] { ofenKlick(i); });
-        r.Status = feld(this, Qt::AlignCenter);
+        connect(r.OfenSelect, &QPushButton::clicked, this, [this, i] { furnaceClicked(i); });
+        r.Status = cellLabel(this, Qt::AlignCenter);
         r.Status->setAutoFillBackground(true);
         r.Status->setFrameShape(QFrame::Panel);
         r.Status->setFrameShadow(QFrame::Sunken);
         r.Status->setMinimumWidth(120);
-        r.Befehl = feld(this);
+        r.Befehl = cellLabel(this);
         r.Befehl->setMinimumWidth(180);
-        r.Soll_Bef = feld(this);
+        r.Soll_Bef = cellLabel(this);
         r.Soll_Bef->setMinimumWidth(150);
-        r.Sollwert = feld(this, Qt::AlignRight | Qt::AlignVCenter);
-        r.Istwert = feld(this, Qt::AlignRight | Qt::AlignVCenter);
-        r.Stellwert = feld(this);
+        r.Sollwert = cellLabel(this, Qt::AlignRight | Qt::AlignVCenter);
+        r.Istwert = cellLabel(this, Qt::AlignRight | Qt::AlignVCenter);
+        r.Stellwert = cellLabel(this);
         r.Stellwert->setMinimumWidth(130);
         raster->addWidget(r.OfenSelect, i + 1, 0);
         raster->addWidget(r.Status, i + 1, 1);
@@ -105,17 +105,17 @@ KM_Menue::KM_Menue(QWidget *parent) : QWidget(parent)
     kKopf->addWidget(m_liveLegende, 1);
     kKopf->addWidget(m_label2);
     kurve->addLayout(kKopf);
-    m_liveBild = new KurvenBild(m_detail);
+    m_liveBild = new CurveWidget(m_detail);
     m_liveBild->setObjectName(QStringLiteral("Kurve_Online"));
-    connect(m_liveBild, &KurvenBild::maus, this, [this](int knopf, double x, double y, bool bewegung) {
+    connect(m_liveBild, &CurveWidget::mouseAt, this, [this](int knopf, double x, double y, bool bewegung) {
         if (bewegung && plant.List16_Offen != 0)
             return;
-        Kurven_Bildparameter p = m_liveBild->parameter();
+        CurvePaintParams p = m_liveBild->parameter();
         if (!p.seite || m_liveOfen < 1)
             return;
-        const Live_Beschriftung b = Live_Marken(m_liveOfen - 1, Jetzt());
-        p.maus = Mouse_Werte(knopf, x, y, m_liveBild->skala(), *p.seite,
-                             Maus_Rahmen{b.start, plant.Live_Raster, plant.Ofen_Typ[m_liveOfen]});
+        const LiveLabels b = liveMarks(m_liveOfen - 1, now());
+        p.maus = Mouse_Werte(knopf, x, y, m_liveBild->scale(), *p.seite,
+                             CursorFrame{b.start, plant.Live_Raster, plant.Ofen_Typ[m_liveOfen]});
         m_liveBild->setParameter(p);
     });
     kurve->addWidget(m_liveBild, 1);
@@ -132,18 +132,18 @@ KM_Menue::KM_Menue(QWidget *parent) : QWidget(parent)
         // The batch the furnace writes now; without one the browser.
         const QString datei = plant.Charge_Datei[n - 1];
         if (!datei.isEmpty() && QFileInfo(datei).isFile())
-            w->zeigeKurve(datei);
+            w->showCurve(datei);
         else
-            w->zeigeTempDatei();
+            w->showBatchBrowser();
     });
     connect(m_logdaten, &QPushButton::clicked, this, [] {
         if (KM_MDI *w = mainWindow())
-            w->zeigeLogdaten(plant.Seite_Ofen);
+            w->showLogBook(plant.Seite_Ofen);
     });
     m_strom = new QPushButton(m_detail);
     connect(m_strom, &QPushButton::clicked, this, [] {
         if (KM_MDI *w = mainWindow())
-            w->zeigeSNTStrom(plant.Seite_Ofen);
+            w->showElementView(plant.Seite_Ofen);
     });
     tasten->addWidget(m_kurve);
     tasten->addWidget(m_logdaten);
@@ -175,7 +175,7 @@ KM_Menue::KM_Menue(QWidget *parent) : QWidget(parent)
     m_usbTaste->setCheckable(true);
     connect(m_usbTaste, &QPushButton::clicked, this, [this] {
         USB_Button();
-        USB_Zeigen();
+        showUsb();
     });
     ul->addWidget(m_usbTaste, 0, Qt::AlignRight);
     m_usb->setVisible(false);
@@ -193,7 +193,7 @@ KM_Menue::KM_Menue(QWidget *parent) : QWidget(parent)
     m_meldungen = new QPushButton(this);
     connect(m_meldungen, &QPushButton::clicked, this, [] {
         if (KM_MDI *w = mainWindow())
-            w->zeigeAlarme(false);
+            w->showAlarms(false);
     });
     unten->addWidget(m_meldungen);
     haupt->addLayout(unten);
@@ -201,30 +201,30 @@ KM_Menue::KM_Menue(QWidget *parent) : QWidget(parent)
     for (const QString &line : plant.LogList)
         m_logList->addItem(line);
 
-    Aktive_Seite_Bei_Fokus(this, 3); // the page in front for printing
-    Beschriften();
-    Seite_Sofort();
+    setPageOnFocus(this, 3); // the page in front for printing
+    setCaptions();
+    refreshPageNow();
     m_timer1.setInterval(100);
     connect(&m_timer1, &QTimer::timeout, this, [this] {
-        if (Seite_Takt())
-            Zeigen();
-        USB_Zeigen();
+        if (pageTick())
+            showModal();
+        showUsb();
     });
     m_timer1.start();
 }
 
 KM_Menue::~KM_Menue()
 {
-    Seite_Schliessen();
+    livePageClosed();
 }
 
-void KM_Menue::LogList_Zeile(const QString &line)
+void KM_Menue::showLogLine(const QString &line)
 {
     m_logList->addItem(line);
     m_logList->setCurrentRow(m_logList->count() - 1);
 }
 
-void KM_Menue::Beschriften()
+void KM_Menue::setCaptions()
 {
     setWindowTitle(Text_Id(text::MENU).trimmed());
     const int ids[7] = {text::FURNACE, text::STATE, text::COMMAND, text::PRESET,
@@ -237,15 +237,15 @@ void KM_Menue::Beschriften()
     m_logdaten->setText(Text_Id(text::LOG_DATA).trimmed());
     m_strom->setText(Text_Id(text::CURRENT_A).trimmed());
     m_liveOfen = 0; // the legend in the new language
-    Zeigen();
-    USB_Zeigen();
+    showModal();
+    showUsb();
 }
 
-void KM_Menue::Zeigen()
+void KM_Menue::showModal()
 {
     for (int i = 0; i < 8; ++i) {
-        const Seiten_Zeile &z = Seite.Zeile[i];
-        Reihe &r = m_reihen[i];
+        const PageRow &z = Seite.Zeile[i];
+        FurnaceRow &r = m_reihen[i];
         r.OfenSelect->setText(z.OfenSelect);
         r.OfenSelect->setToolTip(z.OfenSelect_Tipp);
         QFont f = r.OfenSelect->font();
@@ -253,7 +253,7 @@ void KM_Menue::Zeigen()
         r.OfenSelect->setFont(f);
         r.Status->setText(z.Status);
         QPalette p = r.Status->palette();
-        p.setColor(QPalette::Window, Farbe_Qt(z.Status_Farbe, palette()));
+        p.setColor(QPalette::Window, qtColour(z.Status_Farbe, palette()));
         r.Status->setPalette(p);
         r.Befehl->setText(z.Befehl);
         r.Soll_Bef->setText(z.Soll_Bef);
@@ -261,20 +261,20 @@ void KM_Menue::Zeigen()
         r.Istwert->setText(z.Istwert);
         r.Stellwert->setText(z.Stellwert);
     }
-    detailZeigen();
+    showDetail();
 }
 
-void KM_Menue::detailZeigen()
+void KM_Menue::showDetail()
 {
     const int n = plant.Seite_Ofen;
-    m_detail->setVisible(Seite.Detail != Seiten_Detail::Keine && n >= 1 && n <= 8);
+    m_detail->setVisible(Seite.Detail != PageDetailKind::Keine && n >= 1 && n <= 8);
     if (!m_detail->isVisible())
         return;
-    const Seiten_Detailtext d = Seite_Detail_Text(n - 1);
+    const PageDetail d = pageDetailText(n - 1);
     m_detail->setTitle(d.titel);
     m_detailText->setText(d.zeilen.join(QLatin1Char('\n')));
     m_strom->setVisible(plant.Element_Spuren[n - 1] > 0);
-    const bool kurve = Seite.Detail == Seiten_Detail::Kurve;
+    const bool kurve = Seite.Detail == PageDetailKind::Kurve;
     m_liveBild->setVisible(kurve);
     m_liveLegende->setVisible(kurve);
     m_label2->setVisible(kurve);
@@ -293,7 +293,7 @@ void KM_Menue::KurveInit()
     QStringList legende;
     for (int c = 0; c < plant.Kanal_Zahl[n] && c < SEITEN_KANAELE; ++c)
         legende << QStringLiteral("<span style='color:%1'>&#9632; %2</span>")
-                       .arg(QColor::fromRgb(Farbe_RGB(Kurve_Farbe(n, c))).name(),
+                       .arg(QColor::fromRgb(colourRgb(Kurve_Farbe(n, c))).name(),
                             plant.Kanal_Name(n, c).simplified().toHtmlEscaped());
     m_liveLegende->setText(legende.join(QStringLiteral("&nbsp;&nbsp; ")));
 }
@@ -305,26 +305,26 @@ void KM_Menue::Kurve_Online()
         return;
     if (m_liveOfen != n)
         KurveInit();
-    m_liveSeite = Live_Seite(n - 1);
-    const Live_Beschriftung b = Live_Marken(n - 1, Jetzt());
-    Kurven_Bildparameter p;
+    m_liveSeite = livePage(n - 1);
+    const LiveLabels b = liveMarks(n - 1, now());
+    CurvePaintParams p;
     p.seite = &m_liveSeite;
     p.kanaele = plant.Kanal_Zahl[n];
     p.slot = n;
-    p.regeln = Kurven_Regeln{plant.Ofen_Typ[n], plant.Kurve_Option != 0};
+    p.regeln = CurveRules{plant.Ofen_Typ[n], plant.Kurve_Option != 0};
     for (int c = 0; c < SEITEN_KANAELE; ++c)
-        p.farben[size_t(c)] = QColor::fromRgb(Farbe_RGB(Kurve_Farbe(n, c)));
+        p.farben[size_t(c)] = QColor::fromRgb(colourRgb(Kurve_Farbe(n, c)));
     p.marken = b.marken;
-    p.optionen = Live_Optionen(n - 1);
+    p.optionen = liveScaleOptions(n - 1);
     p.maus = MAUS_AUS(); // a new sample removes the cursor
     m_liveBild->setParameter(p);
     m_label2->setText(b.Label2);
 }
 
-void KM_Menue::Elemente_Zeigen()
+void KM_Menue::showElements()
 {
     m_rxOfen = plant.Seite_Ofen;
-    const Elemente_Bild b = Elemente_Liste(m_rxOfen);
+    const ElementHistory b = elementHistory(m_rxOfen);
     m_rxList->clear();
     m_rxList->addItems(b.zeilen);
     m_rxList->scrollToBottom();
@@ -334,9 +334,9 @@ void KM_Menue::Elemente_Zeigen()
     m_elemente->setVisible(!b.zeilen.isEmpty() || mitElementen);
 }
 
-void KM_Menue::USB_Zeigen()
+void KM_Menue::showUsb()
 {
-    const USB_Anzeige a = USB_ACT();
+    const UsbDisplay a = USB_ACT();
     m_usb->setVisible(plant.USB_Menue != 0 || a.aktiv);
     if (!m_usb->isVisible())
         return;
@@ -353,22 +353,22 @@ void KM_Menue::USB_Zeigen()
     m_usbTaste->setChecked(a.aktiv);
 }
 
-void KM_Menue::ofenKlick(int n)
+void KM_Menue::furnaceClicked(int n)
 {
-    Seite_Ofen_Klick(Seite, n);
-    Zeigen();
+    furnaceRowClicked(Seite, n);
+    showModal();
 }
 
 void KM_Menue::keyPressEvent(QKeyEvent *e)
 {
     // Keys 1..8 select a furnace row, Escape clears the selection.
     if (e->key() >= Qt::Key_1 && e->key() <= Qt::Key_8) {
-        ofenKlick(e->key() - Qt::Key_1);
+        furnaceClicked(e->key() - Qt::Key_1);
         return;
     }
     if (e->key() == Qt::Key_Escape) {
         Kein_Ofen(Seite);
-        Zeigen();
+        showModal();
         return;
     }
     QWidget::keyPressEvent(e);

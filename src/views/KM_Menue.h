@@ -25,41 +25,41 @@ public:
     ~KM_Menue() override;
 
     /// Captions in the current language.
-    void Beschriften();
+    void setCaptions();
     /// Paints the rows from the last computed page.
-    void Zeigen();
+    void showModal();
 
     /// Reads the element list of the selected furnace anew (`RX_List`).
-    void Elemente_Zeigen();
+    void showElements();
     /// The source list of the USB import and its switch, shown while the
     /// import menu entry is on or the import runs.
-    void USB_Zeigen();
+    void showUsb();
 
     QListWidget *LogList() const { return m_logList; }
     QListWidget *RX_List() const { return m_rxList; }
     QListWidget *Quell_Liste() const { return m_quellListe; }
-    QPushButton *USB_Taste() const { return m_usbTaste; }
+    QPushButton *usbButton() const { return m_usbTaste; }
     QPushButton *RX_Export() const { return m_rxExport; }
-    QPushButton *kurveTaste() const { return m_kurve; }
-    QPushButton *logdatenTaste() const { return m_logdaten; }
+    QPushButton *curveButton() const { return m_kurve; }
+    QPushButton *logBookButton() const { return m_logdaten; }
     /// Adds a line of the error list, selected.
-    void LogList_Zeile(const QString &line);
+    void showLogLine(const QString &line);
 
     /// `KurveInit`: the live curve's legend and colours for the furnace on view.
     void KurveInit();
     /// `Kurve_Online`: repaints the live curve of the furnace on view.
     void Kurve_Online();
-    class KurvenBild *liveBild() const { return m_liveBild; }
+    class CurveWidget *livePlot() const { return m_liveBild; }
     QPushButton *stromTaste() const { return m_strom; }
 
 protected:
     void keyPressEvent(QKeyEvent *e) override;
 
 private:
-    void ofenKlick(int n);
-    void detailZeigen();
+    void furnaceClicked(int n);
+    void showDetail();
 
-    struct Reihe {
+    struct FurnaceRow {
         QPushButton *OfenSelect = nullptr;
         QLabel *Status = nullptr;
         QLabel *Befehl = nullptr;
@@ -68,7 +68,7 @@ private:
         QLabel *Istwert = nullptr;
         QLabel *Stellwert = nullptr;
     };
-    std::array<Reihe, 8> m_reihen;
+    std::array<FurnaceRow, 8> m_reihen;
     std::array<QLabel *, 7> m_kopf{};
     QGroupBox *m_detail = nullptr;
     QLabel *m_detailText = nullptr;
@@ -84,11 +84,11 @@ private:
     QPushButton *m_kurve = nullptr;     ///< the running batch of the selected furnace as curves
     QPushButton *m_logdaten = nullptr;  ///< its records as the log data page
     QListWidget *m_logList = nullptr;
-    KurvenBild *m_liveBild = nullptr;   ///< the online curve of the furnace on view
+    CurveWidget *m_liveBild = nullptr;   ///< the online curve of the furnace on view
     QLabel *m_liveLegende = nullptr;
     QLabel *m_label2 = nullptr;         ///< time of the furnace's last log record
     QPushButton *m_strom = nullptr;     ///< its element currents
-    Kurven_Seite m_liveSeite;           ///< the ring in painting order
+    PlotPage m_liveSeite;           ///< the ring in painting order
     int m_liveOfen = 0;                 ///< furnace number the curve was laid out for
     QTimer m_timer1;
 };

@@ -37,12 +37,12 @@ constexpr int SEITE_ALLGEMEIN = 0;
 constexpr int SEITE_OFEN = 1;
 constexpr int SEITE_INFO = 2;
 
-QColor farbe(int index)
+QColor colourOf(int index)
 {
-    return QColor::fromRgb(Kurven_Farbe_RGB(index));
+    return QColor::fromRgb(curveColourRgb(index));
 }
 
-QLineEdit *zahlFeld(QWidget *parent, int breite = 60)
+QLineEdit *numberEdit(QWidget *parent, int breite = 60)
 {
     auto *e = new QLineEdit(parent);
     e->setMaximumWidth(breite);
@@ -51,7 +51,7 @@ QLineEdit *zahlFeld(QWidget *parent, int breite = 60)
 }
 
 /// Sets a line edit's text when it differs (a field being typed in keeps its cursor).
-void setzen(QLineEdit *e, const QString &t)
+void setIfChanged(QLineEdit *e, const QString &t)
 {
     if (e->text() != t)
         e->setText(t);
@@ -70,9 +70,9 @@ KM_Parameter::KM_Parameter(QWidget *parent) : QWidget(parent)
     haupt->addWidget(m_tabs);
 
     m_seiten = new QStackedWidget(this);
-    m_seiten->addWidget(allgemeinBauen());
-    m_seiten->addWidget(ofenBauen());
-    m_seiten->addWidget(infoBauen());
+    m_seiten->addWidget(buildGeneralTab());
+    m_seiten->addWidget(buildFurnaceTab());
+    m_seiten->addWidget(buildInfoTab());
     haupt->addWidget(m_seiten, 1);
 
     auto *unten = new QHBoxLayout;
@@ -91,14 +91,14 @@ KM_Parameter::KM_Parameter(QWidget *parent) : QWidget(parent)
     m_command1[0]->setDefault(true);
     haupt->addLayout(unten);
 
-    connect(m_tabs, &QTabBar::currentChanged, this, [this](int i) { tabGewaehlt(i); });
+    connect(m_tabs, &QTabBar::currentChanged, this, [this](int i) { tabChosen(i); });
     connect(m_command1[0], &QPushButton::clicked, this, [this] {
         if (Command1_OK())
-            Q_EMIT fertig();
+            Q_EMIT completed();
     });
     connect(m_command1[1], &QPushButton::clicked, this, [this] {
-        Command1_Abbruch();
-        Q_EMIT fertig();
+        Command1_Cancel();
+        Q_EMIT completed();
     });
     connect(m_command1[2], &QPushButton::clicked, this, [this] {
         Parameter.Info_Ofen = Parameter.Tab_Ofen >= 1 ? Parameter.Tab_Ofen : Parameter.Info_Ofen;
@@ -108,13 +108,13 @@ KM_Parameter::KM_Parameter(QWidget *parent) : QWidget(parent)
     m_timer.setInterval(REFRESH_MS);
     connect(&m_timer, &QTimer::timeout, this, [this] {
         if (isVisible())
-            statusZeigen();
+            showStatus();
     });
     m_timer.start();
-    Oeffnen();
+    onOpen();
 }
 
-QWidget *KM_Parameter::allgemeinBauen()
+QWidget *KM_Parameter::buildGeneralTab()
 {
     auto *seite = new QWidget(this);
     auto *raster = new QGridLayout(seite);
@@ -126,7 +126,7 @@ QWidget *KM_Parameter::allgemeinBauen()
     raster->addWidget(m_spracheLabel, z, 0);
     raster->addWidget(m_sprache, z++, 1, Qt::AlignLeft);
     connect(m_sprache, &QComboBox::activated, this, [this](int i) {
-        Sprache_Waehlen(m_sprache->itemData(i).toInt()); // the station re-captions this dialog
+        chooseLanguage(m_sprache->itemData(i).toInt()); // the station re-captions this dialog
     });
 
     m_druckTitel = new QLabel(seite);
@@ -136,13 +136,13 @@ QWidget *KM_Parameter::allgemeinBauen()
     raster->addWidget(m_druckTitel, z++, 0, 1, 3);
     for (int i = 0; i < 3; ++i) {
         m_text2Label[size_t(i)] = new QLabel(seite);
-        m_text2[size_t(i)] = zahlFeld(seite);
+        m_text2[size_t(i)] = numberEdit(seite);
         raster->addWidget(m_text2Label[size_t(i)], z, 0);
         raster->addWidget(m_text2[size_t(i)], z++, 1);
         QLineEdit *e = m_text2[size_t(i)];
         connect(e, &QLineEdit::editingFinished, this, [this, i, e] {
             if (!m_fuellen)
-                e->setText(Text2_Verlassen(i, e->text()));
+                e->setText(Text2_LostFocus(i, e->text()));
         });
     }
 
@@ -154,15 +154,15 @@ QWidget *KM_Parameter::allgemeinBauen()
     raster->addWidget(m_diskLabel, z, 0);
     raster->addWidget(m_disk, z++, 1);
     connect(m_disk, &QLineEdit::editingFinished, this, [this] {
-        if (m_fuellen || m_disk->text() == Disk_Text())
+        if (m_fuellen || m_disk->text() == diskText())
             return;
-        Disk_Setzen(m_disk->text());
+        setDisk(m_disk->text());
         Wert_akt();
     });
     static constexpr int reihenfolge[4] = {ORDNER_LOG, ORDNER_USB, ORDNER_CSV, ORDNER_SYS};
     for (int r = 0; r < 4; ++r) {
         const int art = reihenfolge[r];
-        m_ordnerLabel[size_t(art)] = new QLabel(Ordner_Titel(art), seite);
+        m_ordnerLabel[size_t(art)] = new QLabel(folderCaption(art), seite);
         m_ordner[size_t(art)] = new QLineEdit(seite);
         m_ordner[size_t(art)]->setReadOnly(true);
         m_ordner[size_t(art)]->setMinimumWidth(380);
@@ -173,9 +173,9 @@ QWidget *KM_Parameter::allgemeinBauen()
         raster->addWidget(m_suchButton[size_t(art)], z++, 2);
         connect(m_suchButton[size_t(art)], &QToolButton::clicked, this, [this, art] {
             // Dir1: the folder choice of this kind.
-            const QString neu = QFileDialog::getExistingDirectory(this, Ordner_Titel(art), Ordner_Pfad(art));
+            const QString neu = QFileDialog::getExistingDirectory(this, folderCaption(art), folderPath(art));
             if (!neu.isEmpty()) {
-                Ordner_Pfad(art) = QDir::toNativeSeparators(neu);
+                folderPath(art) = QDir::toNativeSeparators(neu);
                 Wert_akt();
             }
         });
@@ -209,16 +209,16 @@ QWidget *KM_Parameter::allgemeinBauen()
     raster->addLayout(usb, z++, 1, 1, 2);
     connect(m_usbButton, &QPushButton::clicked, this, [this] {
         if (USB.USB_Aktiv == 0)
-            Quell_Liste_Lesen(); // the files in the USB folder now
+            readSourceList(); // the files in the USB folder now
         USB_Button();
-        usbZeigen();
+        showUsbFolder();
     });
     raster->setRowStretch(z, 1);
     raster->setColumnStretch(1, 1);
     return seite;
 }
 
-QWidget *KM_Parameter::ofenBauen()
+QWidget *KM_Parameter::buildFurnaceTab()
 {
     auto *seite = new QWidget(this);
     auto *spalten = new QHBoxLayout(seite);
@@ -228,11 +228,11 @@ QWidget *KM_Parameter::ofenBauen()
     m_adressTitel = new QLabel(seite);
     auto *ip = new QHBoxLayout;
     for (int k = 0; k < 4; ++k) {
-        m_ip[size_t(k)] = zahlFeld(seite, 50);
+        m_ip[size_t(k)] = numberEdit(seite, 50);
         ip->addWidget(m_ip[size_t(k)]);
         if (k < 3)
             ip->addWidget(new QLabel(QStringLiteral("."), seite));
-        connect(m_ip[size_t(k)], &QLineEdit::editingFinished, this, [this, k] { text1Verlassen(k); });
+        connect(m_ip[size_t(k)], &QLineEdit::editingFinished, this, [this, k] { text1Left(k); });
     }
     ip->addStretch(1);
     links->addWidget(m_adressTitel, z, 0);
@@ -250,11 +250,11 @@ QWidget *KM_Parameter::ofenBauen()
     connect(m_optionGruppe, &QButtonGroup::idClicked, this, [this](int o) {
         if (m_fuellen || Parameter.Tab_Ofen < 1)
             return;
-        Option1_Setzen(Parameter.Tab_Ofen - 1, o);
+        setOption1(Parameter.Tab_Ofen - 1, o);
         // The limits of the address change with the option: apply them.
         for (int k = 0; k < 4; ++k)
-            text1Verlassen(k);
-        m_adressTitel->setText(Adress_Titel(Parameter.Tab_Ofen - 1));
+            text1Left(k);
+        m_adressTitel->setText(addressCaption(Parameter.Tab_Ofen - 1));
     });
 
     m_aktiv = new QCheckBox(seite);
@@ -262,22 +262,22 @@ QWidget *KM_Parameter::ofenBauen()
     m_tempLog = new QCheckBox(seite);
     for (QCheckBox *c : {m_aktiv, m_charge, m_tempLog})
         links->addWidget(c, z++, 1);
-    auto haken = [this](QCheckBox *c, i16 Ofen_Einstellung::*feld) {
+    auto haken = [this](QCheckBox *c, i16 FurnaceSettings::*feld) {
         connect(c, &QCheckBox::toggled, this, [this, feld](bool an) {
             if (!m_fuellen && Parameter.Tab_Ofen >= 1)
                 Parameter.Ofen[size_t(Parameter.Tab_Ofen - 1)].*feld = flag(an);
         });
     };
-    haken(m_aktiv, &Ofen_Einstellung::Aktiv);
-    haken(m_charge, &Ofen_Einstellung::Charge);
-    haken(m_tempLog, &Ofen_Einstellung::TempLog);
+    haken(m_aktiv, &FurnaceSettings::Aktiv);
+    haken(m_charge, &FurnaceSettings::Charge);
+    haken(m_tempLog, &FurnaceSettings::TempLog);
 
     auto feld = [&](QLabel *&label, QLineEdit *&e, int nr, int breite) {
         label = new QLabel(seite);
-        e = breite > 0 ? zahlFeld(seite, breite) : new QLineEdit(seite);
+        e = breite > 0 ? numberEdit(seite, breite) : new QLineEdit(seite);
         links->addWidget(label, z, 0);
         links->addWidget(e, z++, 1, breite > 0 ? Qt::AlignLeft : Qt::Alignment());
-        connect(e, &QLineEdit::editingFinished, this, [this, nr] { text1Verlassen(nr); });
+        connect(e, &QLineEdit::editingFinished, this, [this, nr] { text1Left(nr); });
     };
     feld(m_taktLabel, m_takt, FELD_TAKT, 70);
     feld(m_schwelleLabel, m_schwelle, FELD_SCHWELLE, 70);
@@ -306,13 +306,13 @@ QWidget *KM_Parameter::ofenBauen()
         b->setFixedSize(22, 22);
         b->setStyleSheet(QStringLiteral("QToolButton{background:%1;border:1px solid #808080;}"
                                         "QToolButton:checked{border:3px solid #202020;}")
-                             .arg(farbe(i).name()));
+                             .arg(colourOf(i).name()));
         b->setToolTip(QString::number(i));
         m_farbSift[size_t(i)] = b;
         palette->addWidget(b, i / 8, i % 8);
         connect(b, &QToolButton::clicked, this, [this, i] {
             Parameter.Farbe_Stift = i;
-            farbenZeigen();
+            showColours();
         });
     }
     farben->addLayout(palette);
@@ -332,12 +332,12 @@ QWidget *KM_Parameter::ofenBauen()
     topf->addWidget(m_farbTopf);
     topf->addWidget(m_farbText, 1);
     farben->addLayout(topf);
-    connect(m_kanaele, &QListWidget::currentRowChanged, this, [this] { farbenZeigen(); });
+    connect(m_kanaele, &QListWidget::currentRowChanged, this, [this] { showColours(); });
     connect(m_farbTopf, &QPushButton::clicked, this, [this] {
         if (Parameter.Tab_Ofen < 1 || m_kanaele->currentRow() < 0)
             return;
         FarbTopf(Parameter.Tab_Ofen - 1, m_kanaele->currentRow());
-        farbenZeigen();
+        showColours();
     });
     spalten->addLayout(farben, 2);
 
@@ -360,7 +360,7 @@ QWidget *KM_Parameter::ofenBauen()
     return seite;
 }
 
-QWidget *KM_Parameter::infoBauen()
+QWidget *KM_Parameter::buildInfoTab()
 {
     auto *seite = new QWidget(this);
     auto *l = new QVBoxLayout(seite);
@@ -386,23 +386,23 @@ QLineEdit *KM_Parameter::Text1(int i) const
     }
 }
 
-void KM_Parameter::text1Verlassen(int i)
+void KM_Parameter::text1Left(int i)
 {
     if (m_fuellen || Parameter.Tab_Ofen < 1)
         return;
     QLineEdit *e = Text1(i);
-    e->setText(Text1_Verlassen(Parameter.Tab_Ofen - 1, i, e->text()));
+    e->setText(Text1_LostFocus(Parameter.Tab_Ofen - 1, i, e->text()));
 }
 
-void KM_Parameter::Oeffnen()
+void KM_Parameter::onOpen()
 {
-    Parameter_Oeffnen();
-    Beschriften();
+    openParameters();
+    setCaptions();
     m_tabs->setCurrentIndex(0);
-    tabGewaehlt(0);
+    tabChosen(0);
 }
 
-void KM_Parameter::tabGewaehlt(int index)
+void KM_Parameter::tabChosen(int index)
 {
     if (index == TAB_PLC_INFO) {
         if (Parameter.Tab_Ofen >= 1)
@@ -413,7 +413,7 @@ void KM_Parameter::tabGewaehlt(int index)
     Wert_akt();
 }
 
-void KM_Parameter::Beschriften()
+void KM_Parameter::setCaptions()
 {
     setWindowTitle(Text_Id(text::SETTINGS).trimmed());
     m_tabs->setTabText(0, Text_Id(text::SETTINGS).trimmed());
@@ -432,26 +432,26 @@ void KM_Parameter::Beschriften()
             m_sprache->addItem(Text_Id(languageNameId(s)).trimmed(), s);
         m_sprache->setCurrentIndex(plant.Sprache);
     }
-    m_druckTitel->setText(Wort("Drucken", "Printing"));
-    m_text2Label[0]->setText(Wort("Zoom [%]", "Zoom [%]"));
-    m_text2Label[1]->setText(Wort("Rand links", "Left margin"));
-    m_text2Label[2]->setText(Wort("Rand oben", "Top margin"));
-    m_ordnerTitel->setText(Wort("Ordner", "Folders"));
+    m_druckTitel->setText(pickWord("Drucken", "Printing"));
+    m_text2Label[0]->setText(pickWord("Zoom [%]", "Zoom [%]"));
+    m_text2Label[1]->setText(pickWord("Rand links", "Left margin"));
+    m_text2Label[2]->setText(pickWord("Rand oben", "Top margin"));
+    m_ordnerTitel->setText(pickWord("Ordner", "Folders"));
     m_diskLabel->setText(QStringLiteral("Disk"));
-    m_backup->setText(Wort("Sicherung in SYS-Ordner (Backup)", "Backup into the SYS folder"));
-    m_kurveOption->setText(Wort("Kurvenoption", "Curve option"));
-    m_command3->setText(Wort("Sprachtabelle exportieren (KM_SP.LNG)", "Export language table (KM_SP.LNG)"));
+    m_backup->setText(pickWord("Sicherung in SYS-Ordner (Backup)", "Backup into the SYS folder"));
+    m_kurveOption->setText(pickWord("Kurvenoption", "Curve option"));
+    m_command3->setText(pickWord("Sprachtabelle exportieren (KM_SP.LNG)", "Export language table (KM_SP.LNG)"));
 
     m_option1[0]->setText(QStringLiteral("Modbus/TCP"));
-    m_option1[1]->setText(Wort("Seriell", "Serial"));
+    m_option1[1]->setText(pickWord("Seriell", "Serial"));
     m_option1[2]->setText(QStringLiteral("UDP (Panel)"));
-    m_aktiv->setText(Wort("aktiv (wird abgefragt)", "active (polled)"));
-    m_charge->setText(Wort("Chargen aufzeichnen", "Record batches"));
-    m_tempLog->setText(Wort("Temperaturlog", "Temperature log"));
-    m_taktLabel->setText(Wort("Temperaturlog Takt [s]", "Temperature log interval [s]"));
-    m_schwelleLabel->setText(Wort("Temperaturlog Schwelle [°C]", "Temperature log threshold [°C]"));
-    m_nrProgLabel->setText(Wort("Programmwahl Ofen", "Program selection furnace"));
-    m_bezeichnungLabel->setText(Wort("Bezeichnung", "Description"));
+    m_aktiv->setText(pickWord("aktiv (wird abgefragt)", "active (polled)"));
+    m_charge->setText(pickWord("Chargen aufzeichnen", "Record batches"));
+    m_tempLog->setText(pickWord("Temperaturlog", "Temperature log"));
+    m_taktLabel->setText(pickWord("Temperaturlog Takt [s]", "Temperature log interval [s]"));
+    m_schwelleLabel->setText(pickWord("Temperaturlog Schwelle [°C]", "Temperature log threshold [°C]"));
+    m_nrProgLabel->setText(pickWord("Programmwahl Ofen", "Program selection furnace"));
+    m_bezeichnungLabel->setText(pickWord("Bezeichnung", "Description"));
     m_farbTopf->setText(Text_Id(text::COLOUR).trimmed());
     m_mtxtButton->setText(Text_Id(text::NEXT).trimmed());
     Wert_akt();
@@ -464,29 +464,29 @@ void KM_Parameter::Wert_akt()
     m_seiten->setCurrentIndex(tab == 0 ? SEITE_ALLGEMEIN : tab == TAB_PLC_INFO ? SEITE_INFO : SEITE_OFEN);
     m_command1[2]->setEnabled(Parameter.Tab_Ofen >= 1);
 
-    setzen(m_text2[0], QString::number(Parameter.Druck_Prozent));
-    setzen(m_text2[1], QString::number(Parameter.Druck_Rand_X));
-    setzen(m_text2[2], QString::number(Parameter.Druck_Rand_Y));
-    setzen(m_disk, Disk_Text());
+    setIfChanged(m_text2[0], QString::number(Parameter.Druck_Prozent));
+    setIfChanged(m_text2[1], QString::number(Parameter.Druck_Rand_X));
+    setIfChanged(m_text2[2], QString::number(Parameter.Druck_Rand_Y));
+    setIfChanged(m_disk, diskText());
     for (int art = 0; art < 4; ++art)
-        setzen(m_ordner[size_t(art)], Ordner_Pfad(art));
+        setIfChanged(m_ordner[size_t(art)], folderPath(art));
     m_backup->setChecked(Parameter.Backup_Aktiv != 0);
     m_kurveOption->setChecked(Parameter.Kurve_Option != 0);
 
     if (Parameter.Tab_Ofen >= 1) {
         const int f = Parameter.Tab_Ofen - 1;
-        const Ofen_Einstellung &w = Parameter.Ofen[size_t(f)];
-        m_adressTitel->setText(Adress_Titel(f));
+        const FurnaceSettings &w = Parameter.Ofen[size_t(f)];
+        m_adressTitel->setText(addressCaption(f));
         for (int k = 0; k < 4; ++k)
-            setzen(m_ip[size_t(k)], QString::number(w.IP[size_t(k)]));
-        m_option1[size_t(Option1_Wert(f))]->setChecked(true);
+            setIfChanged(m_ip[size_t(k)], QString::number(w.IP[size_t(k)]));
+        m_option1[size_t(option1Value(f))]->setChecked(true);
         m_aktiv->setChecked(w.Aktiv != 0);
         m_charge->setChecked(w.Charge != 0);
         m_tempLog->setChecked(w.TempLog != 0);
-        setzen(m_takt, QString::number(w.TempLog_Takt));
-        setzen(m_schwelle, QString::number(w.TempLog_Schwelle));
-        setzen(m_nrProg, QString::number(w.Nr_Prog));
-        setzen(m_bezeichnung, w.Bezeichnung.trimmed());
+        setIfChanged(m_takt, QString::number(w.TempLog_Takt));
+        setIfChanged(m_schwelle, QString::number(w.TempLog_Schwelle));
+        setIfChanged(m_nrProg, QString::number(w.Nr_Prog));
+        setIfChanged(m_bezeichnung, w.Bezeichnung.trimmed());
         m_kennung->setText(QStringLiteral("%1: %2\n%3 %4   Version %5   %6 %7")
                                .arg(Text_Id(text::FURNACE).trimmed(), plant.Ofen_Name[f].trimmed(),
                                     Text_Id(text::SERIAL_NO).trimmed(), plant.Ofen_Serie[f].trimmed(),
@@ -495,46 +495,46 @@ void KM_Parameter::Wert_akt()
         const int zeile = m_kanaele->currentRow();
         m_kanaele->clear();
         for (int k = 0; k < FARBEN_PRO_OFEN; ++k)
-            m_kanaele->addItem(Farb_Kanal_Name(f, k));
+            m_kanaele->addItem(colourChannelName(f, k));
         m_kanaele->setCurrentRow(zeile >= 0 ? zeile : 0);
-        farbenZeigen();
+        showColours();
         m_mtxt->setPlainText(MTXT_Text(f));
     }
-    statusZeigen();
+    showStatus();
     m_fuellen = false;
 }
 
-void KM_Parameter::farbenZeigen()
+void KM_Parameter::showColours()
 {
     if (Parameter.Tab_Ofen < 1)
         return;
-    const Ofen_Einstellung &w = Parameter.Ofen[size_t(Parameter.Tab_Ofen - 1)];
+    const FurnaceSettings &w = Parameter.Ofen[size_t(Parameter.Tab_Ofen - 1)];
     for (int k = 0; k < m_kanaele->count(); ++k) {
         QPixmap p(14, 14);
-        p.fill(farbe(w.Farbe[size_t(k)]));
+        p.fill(colourOf(w.Farbe[size_t(k)]));
         m_kanaele->item(k)->setIcon(QIcon(p));
     }
     m_farbSift[size_t(Parameter.Farbe_Stift)]->setChecked(true);
     // The test text shows the pair: the channel in its colour now, and in
     // the colour picked.
     const int kanal = std::max(0, m_kanaele->currentRow());
-    const QString name = Farb_Kanal_Name(Parameter.Tab_Ofen - 1, kanal).trimmed().toHtmlEscaped();
+    const QString name = colourChannelName(Parameter.Tab_Ofen - 1, kanal).trimmed().toHtmlEscaped();
     m_farbText->setText(QStringLiteral("<b><span style=\"color:%1\">%3</span> &rarr; "
                                        "<span style=\"color:%2\">%3</span></b>")
-                            .arg(farbe(w.Farbe[size_t(kanal)]).name(), farbe(Parameter.Farbe_Stift).name(), name));
+                            .arg(colourOf(w.Farbe[size_t(kanal)]).name(), colourOf(Parameter.Farbe_Stift).name(), name));
 }
 
-void KM_Parameter::usbZeigen()
+void KM_Parameter::showUsbFolder()
 {
-    const USB_Anzeige a = USB_ACT();
+    const UsbDisplay a = USB_ACT();
     m_usbButton->setText(a.caption);
     m_usbButton->setChecked(a.aktiv);
     m_usbAct->setText(a.text);
 }
 
-void KM_Parameter::statusZeigen()
+void KM_Parameter::showStatus()
 {
-    usbZeigen();
+    showUsbFolder();
     const int nr = m_tabs->currentIndex() == TAB_PLC_INFO ? Parameter.Info_Ofen : Parameter.Tab_Ofen;
     if (nr < 1) {
         m_status->clear();
@@ -543,7 +543,7 @@ void KM_Parameter::statusZeigen()
     m_status->setText(QStringLiteral("%1 %2: %3  %4")
                           .arg(Text_Id(text::FURNACE).trimmed())
                           .arg(nr)
-                          .arg(Status_Zeile(nr - 1), LOAD_STAT(nr - 1)));
+                          .arg(statusLine(nr - 1), LOAD_STAT(nr - 1)));
     if (m_tabs->currentIndex() == TAB_PLC_INFO) {
         const QString t = PLC_Info(nr - 1).join(QLatin1Char('\n'));
         if (m_info->toPlainText() != t)
@@ -558,8 +558,8 @@ void KM_Parameter::statusZeigen()
 void KM_Parameter::closeEvent(QCloseEvent *e)
 {
     // Closing the window is Cancel.
-    Command1_Abbruch();
-    Q_EMIT fertig();
+    Command1_Cancel();
+    Q_EMIT completed();
     e->accept();
 }
 

@@ -29,11 +29,11 @@ public:
     explicit KM_Parameter(QWidget *parent = nullptr);
 
     /// The dialog opens: a fresh working copy, the general tab.
-    void Oeffnen();
+    void onOpen();
     /// Writes the working copy of the tab chosen into the controls.
     void Wert_akt();
     /// Captions in the current language.
-    void Beschriften();
+    void setCaptions();
 
     QTabBar *TabStrip1() const { return m_tabs; }
     QLineEdit *Text1(int i) const;
@@ -41,24 +41,24 @@ public:
     QPushButton *Command1(int i) const { return m_command1[size_t(i)]; }
     QRadioButton *Option1(int i) const { return m_option1[size_t(i)]; }
     QLabel *Status() const { return m_status; }
-    QPushButton *usbTaste() const { return m_usbButton; }
+    QPushButton *usbPathButton() const { return m_usbButton; }
 
 Q_SIGNALS:
     /// The dialog is done (OK taken, or cancelled).
-    void fertig();
+    void completed();
 
 protected:
     void closeEvent(QCloseEvent *e) override;
 
 private:
-    QWidget *allgemeinBauen();
-    QWidget *ofenBauen();
-    QWidget *infoBauen();
-    void tabGewaehlt(int index);
-    void farbenZeigen();
-    void statusZeigen();
-    void usbZeigen();
-    void text1Verlassen(int i);
+    QWidget *buildGeneralTab();
+    QWidget *buildFurnaceTab();
+    QWidget *buildInfoTab();
+    void tabChosen(int index);
+    void showColours();
+    void showStatus();
+    void showUsbFolder();
+    void text1Left(int i);
 
     QTabBar *m_tabs = nullptr;
     QStackedWidget *m_seiten = nullptr;

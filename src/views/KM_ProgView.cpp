@@ -52,21 +52,21 @@ KM_ProgView::KM_ProgView(QWidget *parent) : QWidget(parent)
     fuss->addWidget(m_status);
     haupt->addLayout(fuss);
 
-    m_taste = Tasten_Reihe(this, haupt, [this](int i) { tasteGedrueckt(i); });
-    Aktive_Seite_Bei_Fokus(this, 4);
+    m_taste = keyRow(this, haupt, [this](int i) { keyPressed(i); });
+    setPageOnFocus(this, 4);
     setFocusPolicy(Qt::StrongFocus);
     m_timer1.setInterval(REFRESH_MS);
     connect(&m_timer1, &QTimer::timeout, this, [this] { Seite_Act(); });
 }
 
-void KM_ProgView::Oeffnen()
+void KM_ProgView::onOpen()
 {
     prog.Prog_Platz = 0;
     m_timer1.start();
-    Beschriften();
+    setCaptions();
 }
 
-void KM_ProgView::Beschriften()
+void KM_ProgView::setCaptions()
 {
     setWindowTitle(Text_Id(text::PROGRAM).trimmed() + QLatin1Char(' ') + Text_Id(text::CURRENT).trimmed());
     m_taste[6]->setText(Text_Id(text::COPY).trimmed());
@@ -80,10 +80,10 @@ void KM_ProgView::Seite_Act()
     if (n != m_ofenNr) {
         m_ofenNr = n;
         if (n >= 1 && n <= OFEN_MAX)
-            m_label = Label_Lesen(n);
+            m_label = readLabels(n);
         prog.Prog_Platz = 0; // another furnace: its active program first
     }
-    const std::array<QString, 6> plaetze = Platz_Tasten(n);
+    const std::array<QString, 6> plaetze = placeKeyCaptions(n);
     for (int i = 0; i < 6; ++i) {
         m_taste[size_t(i)]->setText(plaetze[size_t(i)]);
         m_taste[size_t(i)]->setEnabled(!plaetze[size_t(i)].isEmpty());
@@ -92,10 +92,10 @@ void KM_ProgView::Seite_Act()
     // only for a furnace with outputs.
     m_tabelle->setHorizontalHeaderLabels({QStringLiteral("Nr"), QString(), QString(), QString(), m_label.Text[0],
                                           m_label.Text[1], m_label.Text[2], m_label.Text[3]});
-    const bool ausgaenge = n >= 1 && n <= OFEN_MAX && (Ofen_Option(n - 1) & OPT_AUSGANG);
+    const bool ausgaenge = n >= 1 && n <= OFEN_MAX && (optionWord(n - 1) & OPT_AUSGANG);
     for (int c = 4; c < SPALTEN; ++c)
         m_tabelle->setColumnHidden(c, !ausgaenge);
-    const Ansicht_Seite a = kal::Seite_Act(n, m_label);
+    const ViewPage a = kal::Seite_Act(n, m_label);
     m_taste[6]->setEnabled(!a.leer);
     m_offset = a.offset;
     QString titel = a.titel;
@@ -113,7 +113,7 @@ void KM_ProgView::Seite_Act()
             it->setTextAlignment(Qt::AlignCenter);
         m_tabelle->setItem(row, col, it);
     };
-    for (const Ansicht_Segment &s : a.segmente) {
+    for (const ViewSegment &s : a.segmente) {
         zelle(r, 0, QString::number(s.nr));
         for (int z = 0; z < 3; ++z)
             zelle(r, 1 + z, s.zeilen.value(z));
@@ -129,13 +129,13 @@ void KM_ProgView::Seite_Act()
     }
 }
 
-void KM_ProgView::tasteGedrueckt(int i)
+void KM_ProgView::keyPressed(int i)
 {
     const int n = plant.Seite_Ofen;
     if (n < 1 || n > OFEN_MAX)
         return;
     if (i >= 0 && i < 6 && !m_taste[size_t(i)]->text().isEmpty()) {
-        Platz_Anfordern(n - 1, i + 1);
+        requestPlace(n - 1, i + 1);
         Seite_Act();
     } else if (i == 6) {
         ProgCopy_aus_SPS(n - 1, m_offset);
@@ -147,7 +147,7 @@ void KM_ProgView::tasteGedrueckt(int i)
 void KM_ProgView::keyPressEvent(QKeyEvent *e)
 {
     if (e->key() >= Qt::Key_F1 && e->key() <= Qt::Key_F8) {
-        tasteGedrueckt(e->key() - Qt::Key_F1);
+        keyPressed(e->key() - Qt::Key_F1);
         return;
     }
     QWidget::keyPressEvent(e);
@@ -157,7 +157,7 @@ void KM_ProgView::closeEvent(QCloseEvent *e)
 {
     m_timer1.stop();
     e->accept();
-    Q_EMIT geschlossen();
+    Q_EMIT closed();
 }
 
 } // namespace kal

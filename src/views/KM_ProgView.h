@@ -22,25 +22,25 @@ public:
     explicit KM_ProgView(QWidget *parent = nullptr);
 
     /// Shows the active program of the selected furnace and starts the timer.
-    void Oeffnen();
-    void Beschriften();
+    void onOpen();
+    void setCaptions();
     /// `Seite_Act`: rebuilds the text from the image.
     void Seite_Act();
 
     QPushButton *Taste(int i) const { return m_taste[size_t(i)]; }
-    QTableWidget *Tabelle() const { return m_tabelle; }
-    QLabel *Titel() const { return m_titel; }
-    QLabel *Laenge() const { return m_laenge; }
+    QTableWidget *segmentTable() const { return m_tabelle; }
+    QLabel *titleLabel() const { return m_titel; }
+    QLabel *lengthLabel() const { return m_laenge; }
 
 Q_SIGNALS:
-    void geschlossen();
+    void closed();
 
 protected:
     void closeEvent(QCloseEvent *e) override;
     void keyPressEvent(QKeyEvent *e) override;
 
 private:
-    void tasteGedrueckt(int i);
+    void keyPressed(int i);
 
     QLabel *m_titel = nullptr;
     QLabel *m_name = nullptr;
@@ -48,7 +48,7 @@ private:
     QLabel *m_laenge = nullptr;
     QLabel *m_status = nullptr;
     std::array<QPushButton *, 8> m_taste{};
-    Label_Daten m_label;
+    OutputLabels m_label;
     int m_ofenNr = -1;     ///< furnace whose label file is read
     int m_offset = 0;      ///< offset of the words shown
     QTimer m_timer1;

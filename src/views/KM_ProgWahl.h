@@ -1,6 +1,6 @@
 #pragma once
 // KM_ProgWahl, the program selection: the furnace (Combo1), the list of its
-// stored programs (ProgList1), the number field (Text1), and the buttons OK
+// stored programs (ProgList1), the number field (Text1), and the buttons okButton
 // (open the step editor), delete, paste (open the editor to paste the copy
 // buffer into the chosen number) and cancel.
 
@@ -19,28 +19,28 @@ public:
     explicit KM_ProgWahl(QWidget *parent = nullptr);
 
     /// Fills the furnace choice and the list anew (each time the form is shown).
-    void Laden();
-    void Beschriften();
+    void load();
+    void setCaptions();
 
     QComboBox *Combo1() const { return m_combo1; }
     QListWidget *ProgList1() const { return m_liste; }
     QLineEdit *Text1() const { return m_text1; }
-    QPushButton *OK() const { return m_ok; }
-    QPushButton *Loeschen() const { return m_loeschen; }
-    QPushButton *Einfuegen() const { return m_einfuegen; }
+    QPushButton *okButton() const { return m_ok; }
+    QPushButton *deleteButton() const { return m_loeschen; }
+    QPushButton *insertButton() const { return m_einfuegen; }
 
 Q_SIGNALS:
     /// Open the editor on furnace number `ofenNr`, program `p`.
-    void oeffnen(int ofenNr, int p);
-    void geschlossen();
+    void openProgram(int ofenNr, int p);
+    void closed();
 
 protected:
     void closeEvent(QCloseEvent *e) override;
 
 private:
-    void ofenGewaehlt();
-    void okKlick();
-    void loeschenKlick();
+    void furnaceChosen();
+    void okClicked();
+    void deleteClicked();
 
     QComboBox *m_combo1 = nullptr;
     QListWidget *m_liste = nullptr;

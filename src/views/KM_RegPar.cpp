@@ -26,7 +26,7 @@ constexpr int PARAMETER_ZEILE[4] = {text::PROPORTIONAL, text::INTEGRAL_TIME, tex
 constexpr int LIVE_ZEILE[3] = {text::SET_VALUE, text::ACTUAL_VALUE, text::OUTPUT};
 const QColor LINIE[3] = {QColor(0, 0, 200), QColor(200, 0, 0), QColor(0, 140, 0)};
 
-QLabel *wertFeld(QWidget *parent)
+QLabel *valueLabel(QWidget *parent)
 {
     auto *l = new QLabel(parent);
     l->setFrameShape(QFrame::Panel);
@@ -38,7 +38,7 @@ QLabel *wertFeld(QWidget *parent)
 
 } // namespace
 
-RegPar_Bild::RegPar_Bild(QWidget *parent) : QWidget(parent)
+RegParPlot::RegParPlot(QWidget *parent) : QWidget(parent)
 {
     setMinimumSize(360, 160);
     setAutoFillBackground(true);
@@ -47,7 +47,7 @@ RegPar_Bild::RegPar_Bild(QWidget *parent) : QWidget(parent)
     setPalette(p);
 }
 
-void RegPar_Bild::paintEvent(QPaintEvent *)
+void RegParPlot::paintEvent(QPaintEvent *)
 {
     QPainter g(this);
     g.setRenderHint(QPainter::Antialiasing);
@@ -112,23 +112,23 @@ KM_RegPar::KM_RegPar(QWidget *parent) : QWidget(parent)
         m_eingabe[size_t(i)] = new QLineEdit(this);
         m_eingabe[size_t(i)]->setAlignment(Qt::AlignRight);
         m_eingabe[size_t(i)]->setMaximumWidth(110);
-        m_ausgabe[size_t(i)] = wertFeld(this);
+        m_ausgabe[size_t(i)] = valueLabel(this);
         parameter->addWidget(m_namen[size_t(i)], i, 0);
         parameter->addWidget(m_eingabe[size_t(i)], i, 1);
         parameter->addWidget(m_ausgabe[size_t(i)], i, 2);
         QLineEdit *feld = m_eingabe[size_t(i)];
         connect(feld, &QLineEdit::returnPressed, this, [this, i, feld] {
-            Eingabe_Taste(i, 13, feld->text());
-            Aktualisieren();
+            inputKey(i, 13, feld->text());
+            refresh();
         });
-        connect(feld, &QLineEdit::editingFinished, this, [i, feld] { Eingabe_Verlassen(i, feld->text()); });
+        connect(feld, &QLineEdit::editingFinished, this, [i, feld] { inputLeft(i, feld->text()); });
     }
     mitte->addLayout(parameter);
     mitte->addSpacing(24);
     auto *live = new QGridLayout;
     for (int k = 0; k < 4; ++k) {
         m_liveNamen[size_t(k)] = new QLabel(this);
-        m_live[size_t(k)] = wertFeld(this);
+        m_live[size_t(k)] = valueLabel(this);
         live->addWidget(m_liveNamen[size_t(k)], k, 0);
         live->addWidget(m_live[size_t(k)], k, 1);
     }
@@ -136,16 +136,16 @@ KM_RegPar::KM_RegPar(QWidget *parent) : QWidget(parent)
     mitte->addStretch(1);
     haupt->addLayout(mitte);
 
-    m_bild = new RegPar_Bild(this);
+    m_bild = new RegParPlot(this);
     haupt->addWidget(m_bild, 1);
 
     connect(m_oefen, &QComboBox::activated, this, [this](int index) {
-        RegPar_Ofen_Setzen(m_oefen->itemData(index).toInt());
-        Aktualisieren();
+        setRegParFurnace(m_oefen->itemData(index).toInt());
+        refresh();
     });
     connect(m_kreise, &QComboBox::activated, this, [this](int index) {
         Regler_Umwahl(index);
-        Aktualisieren();
+        refresh();
     });
     setTabOrder(m_oefen, m_kreise);
     setTabOrder(m_kreise, m_eingabe[0]);
@@ -155,14 +155,14 @@ KM_RegPar::KM_RegPar(QWidget *parent) : QWidget(parent)
     m_timer.setInterval(REFRESH_MS);
     connect(&m_timer, &QTimer::timeout, this, [this] {
         if (isVisible())
-            Aktualisieren();
+            refresh();
     });
     m_timer.start();
-    Beschriften();
-    Aktualisieren();
+    setCaptions();
+    refresh();
 }
 
-void KM_RegPar::Beschriften()
+void KM_RegPar::setCaptions()
 {
     m_ofenLabel->setText(Text_Id(text::FURNACE).trimmed());
     for (int i = 0; i < 4; ++i)
@@ -174,15 +174,15 @@ void KM_RegPar::Beschriften()
         p.setColor(QPalette::WindowText, LINIE[k]);
         m_liveNamen[size_t(k)]->setPalette(p);
     }
-    listenZeigen();
-    setWindowTitle(RegPar_Titel());
+    showLists();
+    setWindowTitle(regParTitle());
 }
 
-void KM_RegPar::listenZeigen()
+void KM_RegPar::showLists()
 {
     const QSignalBlocker a(m_oefen), b(m_kreise);
     m_oefen->clear();
-    for (int nr : RegPar_Oefen()) {
+    for (int nr : regParFurnaces()) {
         const QString name = plant.Ofen_Name[nr - 1].trimmed();
         m_oefen->addItem(QStringLiteral("%1  %2").arg(nr).arg(name), nr);
     }
@@ -192,21 +192,21 @@ void KM_RegPar::listenZeigen()
     m_kreise->setCurrentIndex(RegPar.Wahl < m_kreise->count() ? RegPar.Wahl : -1);
 }
 
-void KM_RegPar::Aktualisieren()
+void KM_RegPar::refresh()
 {
     const int ofen = RegPar.Reg_Ofen;
     const QStringList kreise = RegPar.MesswertWahl;
-    const QList<int> oefen = RegPar_Oefen();
+    const QList<int> oefen = regParFurnaces();
     Ofen_Wahl();
     QList<int> gezeigt;
     for (int i = 0; i < m_oefen->count(); ++i)
         gezeigt << m_oefen->itemData(i).toInt();
     if (ofen != RegPar.Reg_Ofen || kreise != RegPar.MesswertWahl || oefen != gezeigt ||
         m_oefen->currentData().toInt() != RegPar.Reg_Ofen || m_kreise->currentIndex() != RegPar.Wahl)
-        listenZeigen();
-    setWindowTitle(RegPar_Titel());
+        showLists();
+    setWindowTitle(regParTitle());
 
-    const Reglerwerte r = Reglerwerte_akt();
+    const ControllerValues r = Reglerwerte_akt();
     for (int i = 0; i < 4; ++i) {
         if (r.eingabe_neu)
             m_eingabe[size_t(i)]->setText(r.Eingabe[size_t(i)]);

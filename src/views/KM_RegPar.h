@@ -15,9 +15,9 @@ namespace kal {
 
 /// `picture1`: the live values of the loop, set value, actual value and
 /// output, over the last refreshes.
-class RegPar_Bild : public QWidget {
+class RegParPlot : public QWidget {
 public:
-    explicit RegPar_Bild(QWidget *parent = nullptr);
+    explicit RegParPlot(QWidget *parent = nullptr);
     QSize sizeHint() const override { return {520, 220}; }
 
 protected:
@@ -30,17 +30,17 @@ public:
     explicit KM_RegPar(QWidget *parent = nullptr);
 
     /// Captions in the current language.
-    void Beschriften();
+    void setCaptions();
     /// One refresh: furnace choice, loop list, values, plot.
-    void Aktualisieren();
+    void refresh();
 
-    QComboBox *Ofen_Liste() const { return m_oefen; }
+    QComboBox *furnaceList() const { return m_oefen; }
     QComboBox *MesswertWahl() const { return m_kreise; }
     QLineEdit *Eingabe(int i) const { return m_eingabe[i]; }
     QLabel *Ausgabe(int i) const { return m_ausgabe[i]; }
 
 private:
-    void listenZeigen();
+    void showLists();
 
     QComboBox *m_oefen = nullptr;
     QComboBox *m_kreise = nullptr;
@@ -50,7 +50,7 @@ private:
     std::array<QLabel *, 4> m_ausgabe{};
     std::array<QLabel *, 4> m_liveNamen{};
     std::array<QLabel *, 4> m_live{};
-    RegPar_Bild *m_bild = nullptr;
+    RegParPlot *m_bild = nullptr;
     QTimer m_timer;
 };
 

@@ -27,7 +27,7 @@ constexpr int FUSS = 56;         ///< under the furnace: element names, button
 QString bildDatei(int ofenNr)
 {
     for (const QString &n : {QStringLiteral("OVDSSNT%1.JPG").arg(ofenNr), QStringLiteral("OVDSSNT%1.BMP").arg(ofenNr)}) {
-        const QString p = Daten_Datei(n);
+        const QString p = dataFile(n);
         if (QFileInfo(p).isFile())
             return p;
     }
@@ -76,57 +76,57 @@ KM_SNTStrom::KM_SNTStrom(QWidget *parent) : QWidget(parent)
     auto *tasten = new QHBoxLayout;
     m_zurueck = new QPushButton(this);
     m_zurueck->setObjectName(QStringLiteral("Taste7"));
-    connect(m_zurueck, &QPushButton::clicked, this, [this] { Q_EMIT zurueck(); });
+    connect(m_zurueck, &QPushButton::clicked, this, [this] { Q_EMIT backToLivePage(); });
     tasten->addStretch(1);
     tasten->addWidget(m_zurueck);
     l->addLayout(tasten);
     m_timer.setInterval(1000);
     connect(&m_timer, &QTimer::timeout, this, &KM_SNTStrom::Seite_Act);
-    Aktive_Seite_Bei_Fokus(this, STROM_SEITE);
+    setPageOnFocus(this, STROM_SEITE);
     setMinimumSize(760, 520);
     resize(900, 560);
 }
 
-void KM_SNTStrom::Beschriften()
+void KM_SNTStrom::setCaptions()
 {
     m_zurueck->setText(Text_Id(text::BACK).trimmed());
     setWindowTitle(Strom.caption);
 }
 
-QRect KM_SNTStrom::skala() const
+QRect KM_SNTStrom::scale() const
 {
     return QRect(ACHSE + RAND, RAND + fontMetrics().height(), width() - ACHSE - 2 * RAND - 40,
                  height() - 2 * RAND - FUSS - fontMetrics().height());
 }
 
-void KM_SNTStrom::Oeffnen(int ofenNr)
+void KM_SNTStrom::onOpen(int ofenNr)
 {
-    SNT_Oeffnen(ofenNr, skala().height());
-    Beschriften();
+    openElementView(ofenNr, scale().height());
+    setCaptions();
     Seite_Act();
     m_timer.start();
 }
 
 void KM_SNTStrom::Seite_Act()
 {
-    if (SNT_Seite_Act())
+    if (elementViewRefresh())
         update();
 }
 
 void KM_SNTStrom::resizeEvent(QResizeEvent *)
 {
     // The bars take the new height of the scale at once.
-    Strom.skalaHoehe = skala().height();
+    Strom.skalaHoehe = scale().height();
     for (Strom_Bar &b : Strom.bars)
         b.Bar_Wert = -1;
-    SNT_Seite_Act();
+    elementViewRefresh();
 }
 
 void KM_SNTStrom::paintEvent(QPaintEvent *)
 {
     QPainter p(this);
     p.fillRect(rect(), palette().window());
-    const QRect s = skala();
+    const QRect s = scale();
     const int n = Strom.Strom_Ofen >= 1 ? std::clamp<int>(Strom.Element_Zahl[size_t(Strom.Strom_Ofen - 1)], 0, STROM_ELEMENTE) : 0;
     const QString bild = bildDatei(Strom.Strom_Ofen);
     if (!bild.isEmpty())
@@ -142,7 +142,7 @@ void KM_SNTStrom::paintEvent(QPaintEvent *)
         const int y = s.bottom() - s.height() * k / 2;
         p.drawLine(s.left() - 6, y, s.left(), y);
         p.drawText(QRect(RAND, y - fh / 2, ACHSE - 4, fh), Qt::AlignRight | Qt::AlignVCenter,
-                   Format_Zahl(grenze * k / 2.0, QStringLiteral("###0")) + QStringLiteral(" A"));
+                   formatNumber(grenze * k / 2.0, QStringLiteral("###0")) + QStringLiteral(" A"));
     }
     if (n == 0)
         return;

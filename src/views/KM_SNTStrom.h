@@ -17,8 +17,8 @@ public:
     explicit KM_SNTStrom(QWidget *parent = nullptr);
 
     /// Opening for furnace number 1..8.
-    void Oeffnen(int ofenNr);
-    void Beschriften();
+    void onOpen(int ofenNr);
+    void setCaptions();
     /// `Seite_Act`: every bar from its word (also run by the timer).
     void Seite_Act();
     QPushButton *zurueckTaste() const { return m_zurueck; }
@@ -26,14 +26,14 @@ public:
 
 Q_SIGNALS:
     /// Button 7: back to the page of the furnace.
-    void zurueck();
+    void backToLivePage();
 
 protected:
     void paintEvent(QPaintEvent *) override;
     void resizeEvent(QResizeEvent *) override;
 
 private:
-    QRect skala() const;
+    QRect scale() const;
     QPushButton *m_zurueck = nullptr;
     QTimer m_timer;
 };

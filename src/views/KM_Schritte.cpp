@@ -23,12 +23,12 @@ namespace kal {
 
 namespace {
 
-enum Spalte : int {
+enum Column : int {
     S_NR, S_BEFEHL, S_SOLL, S_SOLL_EINH, S_GRAD, S_GRAD_EINH, S_MAX, S_MAX_EINH, S_OUT, // 8..11
     S_ZULUFT = S_OUT + 4, S_ANALOG,
 };
 
-QLineEdit *zahlFeld(QWidget *p, int breite)
+QLineEdit *numberEdit(QWidget *p, int breite)
 {
     auto *e = new QLineEdit(p);
     e->setAlignment(Qt::AlignRight);
@@ -36,7 +36,7 @@ QLineEdit *zahlFeld(QWidget *p, int breite)
     return e;
 }
 
-QLabel *kopfLabel(QWidget *p)
+QLabel *headLabel(QWidget *p)
 {
     auto *l = new QLabel(p);
     QFont f = l->font();
@@ -73,20 +73,20 @@ KM_Schritte::KM_Schritte(QWidget *parent) : QWidget(parent)
     raster->setVerticalSpacing(3);
     const int kopfSpalten[9] = {S_NR, S_BEFEHL, S_SOLL, S_SOLL_EINH, S_GRAD, S_GRAD_EINH, S_MAX, S_MAX_EINH, S_ZULUFT};
     for (int c = 0; c < 9; ++c) {
-        m_kopf[size_t(c)] = kopfLabel(this);
+        m_kopf[size_t(c)] = headLabel(this);
         raster->addWidget(m_kopf[size_t(c)], 0, kopfSpalten[c]);
     }
     m_zuluftKopf = m_kopf[8];
-    m_analogKopf = kopfLabel(this);
+    m_analogKopf = headLabel(this);
     raster->addWidget(m_analogKopf, 0, S_ANALOG);
     for (int b = 0; b < 4; ++b) {
-        m_ausgangKopf[size_t(b)] = kopfLabel(this);
+        m_ausgangKopf[size_t(b)] = headLabel(this);
         m_ausgangKopf[size_t(b)]->setAlignment(Qt::AlignCenter);
         raster->addWidget(m_ausgangKopf[size_t(b)], 0, S_OUT + b);
     }
 
     for (int row = 0; row < EDITOR_ZEILEN; ++row) {
-        Reihe &r = m_reihe[size_t(row)];
+        SegmentRow &r = m_reihe[size_t(row)];
         r.Label3 = new QLabel(this);
         r.Label3->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         r.Label3->setMinimumWidth(28);
@@ -95,26 +95,26 @@ KM_Schritte::KM_Schritte(QWidget *parent) : QWidget(parent)
         connect(r.Combo2, &QComboBox::activated, this, [this, row](int i) {
             if (m_zeichnet)
                 return;
-            Befehl_Waehlen(prog.Erste_Zeile + row, m_reihe[size_t(row)].Combo2->itemData(i).toInt());
+            chooseCommand(prog.Erste_Zeile + row, m_reihe[size_t(row)].Combo2->itemData(i).toInt());
             Segment(row);
             Loadtaste();
             Ausgabe_AKT();
         });
-        r.Sollwert = zahlFeld(this, 70);
+        r.Sollwert = numberEdit(this, 70);
         r.Soll_Einh = new QLabel(this);
         r.Soll_Einh->setMinimumWidth(50);
-        r.Gradient = zahlFeld(this, 70);
+        r.Gradient = numberEdit(this, 70);
         r.Grad_Einheit = new QLabel(this);
         r.Grad_Einheit->setMinimumWidth(60);
-        r.MaxOUT = zahlFeld(this, 50);
+        r.MaxOUT = numberEdit(this, 50);
         r.MaxEinheit = new QLabel(QStringLiteral("%"), this);
-        r.Zuluft = zahlFeld(this, 50);
-        r.Analog2 = zahlFeld(this, 60);
-        connect(r.Sollwert, &QLineEdit::editingFinished, this, [this, row] { feldVerlassen(row, SollwertFormat, m_reihe[size_t(row)].Sollwert); });
-        connect(r.Gradient, &QLineEdit::editingFinished, this, [this, row] { feldVerlassen(row, GradientFormat, m_reihe[size_t(row)].Gradient); });
-        connect(r.MaxOUT, &QLineEdit::editingFinished, this, [this, row] { feldVerlassen(row, MaxOutFormat, m_reihe[size_t(row)].MaxOUT); });
-        connect(r.Zuluft, &QLineEdit::editingFinished, this, [this, row] { feldVerlassen(row, ZuluftFormat, m_reihe[size_t(row)].Zuluft); });
-        connect(r.Analog2, &QLineEdit::editingFinished, this, [this, row] { feldVerlassen(row, AnalogFormat, m_reihe[size_t(row)].Analog2); });
+        r.Zuluft = numberEdit(this, 50);
+        r.Analog2 = numberEdit(this, 60);
+        connect(r.Sollwert, &QLineEdit::editingFinished, this, [this, row] { fieldLeft(row, SollwertFormat, m_reihe[size_t(row)].Sollwert); });
+        connect(r.Gradient, &QLineEdit::editingFinished, this, [this, row] { fieldLeft(row, GradientFormat, m_reihe[size_t(row)].Gradient); });
+        connect(r.MaxOUT, &QLineEdit::editingFinished, this, [this, row] { fieldLeft(row, MaxOutFormat, m_reihe[size_t(row)].MaxOUT); });
+        connect(r.Zuluft, &QLineEdit::editingFinished, this, [this, row] { fieldLeft(row, ZuluftFormat, m_reihe[size_t(row)].Zuluft); });
+        connect(r.Analog2, &QLineEdit::editingFinished, this, [this, row] { fieldLeft(row, AnalogFormat, m_reihe[size_t(row)].Analog2); });
         raster->addWidget(r.Label3, row + 1, S_NR);
         raster->addWidget(r.Combo2, row + 1, S_BEFEHL);
         raster->addWidget(r.Sollwert, row + 1, S_SOLL);
@@ -127,8 +127,8 @@ KM_Schritte::KM_Schritte(QWidget *parent) : QWidget(parent)
             auto *o = new QPushButton(this);
             o->setFixedWidth(60);
             connect(o, &QPushButton::clicked, this, [this, row, b] {
-                offenesFeldUebernehmen();
-                Ausgang_Klick(prog.Erste_Zeile + row, b);
+                takeOpenField();
+                toggleOutput(prog.Erste_Zeile + row, b);
                 Loadtaste();
                 Ausgabe_AKT();
             });
@@ -147,7 +147,7 @@ KM_Schritte::KM_Schritte(QWidget *parent) : QWidget(parent)
     connect(m_scroll, &QScrollBar::valueChanged, this, [this](int v) {
         if (m_zeichnet)
             return;
-        offenesFeldUebernehmen();
+        takeOpenField();
         prog.Erste_Zeile = v;
         Ausgabe_AKT();
     });
@@ -156,7 +156,7 @@ KM_Schritte::KM_Schritte(QWidget *parent) : QWidget(parent)
     auto *fuss = new QHBoxLayout;
     m_kopieren = new QPushButton(this);
     connect(m_kopieren, &QPushButton::clicked, this, [this] {
-        offenesFeldUebernehmen();
+        takeOpenField();
         ProgCopy_aus_PC();
         m_einfuegen->setEnabled(true);
     });
@@ -164,11 +164,11 @@ KM_Schritte::KM_Schritte(QWidget *parent) : QWidget(parent)
     connect(m_einfuegen, &QPushButton::clicked, this, [this] {
         // Pasted here it is an edit of this slot: it asks to be saved.
         Programm_Einfuegen();
-        prog.Prog.Prog_Name = Name_Bereinigen(prog.Prog.Prog_Name, prog.Prog_Name_Len);
+        prog.Prog.Prog_Name = cleanName(prog.Prog.Prog_Name, prog.Prog_Name_Len);
         prog.Prog_Aus_Puffer = 0;
         prog.Prog_Geaendert = TRUE16;
         m_text1->setText(prog.Prog.Prog_Name);
-        datumZeigen();
+        showDate();
         Loadtaste();
         Ausgabe_AKT();
     });
@@ -182,31 +182,31 @@ KM_Schritte::KM_Schritte(QWidget *parent) : QWidget(parent)
     fuss->addWidget(m_fuss);
     haupt->addLayout(fuss);
 
-    m_taste = Tasten_Reihe(this, haupt, [this](int i) { tasteGedrueckt(i); });
-    Aktive_Seite_Bei_Fokus(this, 1); // the page in front for printing while the editor has the focus
+    m_taste = keyRow(this, haupt, [this](int i) { keyPressed(i); });
+    setPageOnFocus(this, 1); // the page in front for printing while the editor has the focus
     m_timer1.setInterval(1000);
     connect(&m_timer1, &QTimer::timeout, this, [this] { Loadtaste(); });
 }
 
-bool KM_Schritte::Oeffnen(int ofenNr, int p)
+bool KM_Schritte::onOpen(int ofenNr, int p)
 {
-    if (!Editor_Oeffnen(ofenNr, p))
+    if (!openEditor(ofenNr, p))
         return false;
-    m_label = Label_Lesen(prog.Prog_Ofen);
+    m_label = readLabels(prog.Prog_Ofen);
     m_text1->setMaxLength(prog.Prog_Name_Len);
     m_text1->setText(prog.Prog.Prog_Name);
     m_zeichnet = true;
     m_scroll->setValue(0);
     m_zeichnet = false;
-    setWindowTitle(Editor_Titel() + QStringLiteral(" — ") + Text_Id(text::PROGRAM) + QStringLiteral(" Nr.") +
+    setWindowTitle(editorTitle() + QStringLiteral(" — ") + Text_Id(text::PROGRAM) + QStringLiteral(" Nr.") +
                    QString::number(prog.Prog_Nr));
-    datumZeigen();
-    Beschriften();
+    showDate();
+    setCaptions();
     m_timer1.start();
     return true;
 }
 
-void KM_Schritte::Beschriften()
+void KM_Schritte::setCaptions()
 {
     const int ids[9] = {-1, text::COMMAND, text::SET_VALUE, -1, text::PRESET, -1, text::POWER, -1, text::AIR_FEED};
     for (int c = 0; c < 9; ++c)
@@ -222,7 +222,7 @@ void KM_Schritte::Beschriften()
     Ausgabe_AKT();
 }
 
-void KM_Schritte::datumZeigen()
+void KM_Schritte::showDate()
 {
     m_label1->setText(Text_Id(text::DATE).trimmed() + QStringLiteral(": ") +
                       Datum_Text(prog.Prog.Datum, QStringLiteral("TTMMJJ")) + QStringLiteral("  ") +
@@ -239,10 +239,10 @@ void KM_Schritte::Loadtaste()
     m_einfuegen->setEnabled(prog.Puffer_Voll != 0);
 }
 
-void KM_Schritte::zeilenSpalten()
+void KM_Schritte::showColumns()
 {
     bool max = false;
-    for (const Reihe &r : m_reihe)
+    for (const SegmentRow &r : m_reihe)
         max = max || !r.MaxOUT->isHidden();
     m_kopf[6]->setVisible(max);
     // Without the options the output and air feed columns are not shown.
@@ -255,12 +255,12 @@ void KM_Schritte::zeilenSpalten()
 
 void KM_Schritte::Segment(int row)
 {
-    Reihe &r = m_reihe[size_t(row)];
+    SegmentRow &r = m_reihe[size_t(row)];
     const int k = prog.Erste_Zeile + row;
-    const Zeilen_Anordnung a = Segment_Anordnung(k);
+    const RowLayout a = segmentLayout(k);
     r.Soll_Einh->setText(a.Soll_Einh);
-    r.Sollwert->setVisible(a.Sollwert != Feld_Zustand::Verborgen);
-    r.Sollwert->setReadOnly(a.Sollwert == Feld_Zustand::Gesperrt);
+    r.Sollwert->setVisible(a.Sollwert != FieldState::Verborgen);
+    r.Sollwert->setReadOnly(a.Sollwert == FieldState::Gesperrt);
     r.Sollwert->setToolTip(a.Soll_Hinweis);
     if (!a.Grad_Einheit_Bleibt)
         r.Grad_Einheit->setText(a.Grad_Einheit);
@@ -287,15 +287,15 @@ void KM_Schritte::Ausgabe_AKT()
     if (prog.Prog_Ofen < 1)
         return;
     m_zeichnet = true;
-    Sollwert_Durchlauf();
-    const bool argon = Label_Argon(m_label);
+    fillSetpoints();
+    const bool argon = outputIsArgon(m_label);
     for (int row = 0; row < EDITOR_ZEILEN; ++row) {
-        Reihe &r = m_reihe[size_t(row)];
+        SegmentRow &r = m_reihe[size_t(row)];
         const int k = prog.Erste_Zeile + row;
-        const Prog_Segment &s = prog.Prog.Segment[size_t(k)];
+        const ProgramSegment &s = prog.Prog.Segment[size_t(k)];
         r.Label3->setText(QString::number(k + 1));
         r.Combo2->clear();
-        for (const Befehl_Eintrag &e : Befehl_Liste(row))
+        for (const CommandEntry &e : commandList(row))
             r.Combo2->addItem(e.text, e.befehl);
         int i = r.Combo2->findData(int(s.Befehl));
         if (i < 0) { // a stored command the list does not offer is only shown
@@ -304,25 +304,25 @@ void KM_Schritte::Ausgabe_AKT()
             i = r.Combo2->count() - 1;
         }
         r.Combo2->setCurrentIndex(i);
-        const Zeilen_Texte t = Segment_Texte(k);
+        const RowTexts t = segmentTexts(k);
         r.Sollwert->setText(t.Sollwert);
         r.Gradient->setText(t.Gradient);
         r.MaxOUT->setText(t.MaxOUT);
         r.Zuluft->setText(t.Zuluft);
         r.Analog2->setText(t.Analog2);
         for (int b = 0; b < 4; ++b)
-            r.OUTPUT[size_t(b)]->setText(Ausgang_Text(s.Ausgang & (1 << b), b == 3 && argon));
+            r.OUTPUT[size_t(b)]->setText(outputCaption(s.Ausgang & (1 << b), b == 3 && argon));
         for (QLineEdit *e : {r.Sollwert, r.Gradient, r.MaxOUT, r.Zuluft, r.Analog2})
             e->setModified(false);
         Segment(row);
     }
-    zeilenSpalten();
+    showColumns();
     m_fuss->setText(Text_Id(text::DURATION).trimmed() + QStringLiteral(": ") +
-                    Dauer_Text(Prog_Dauer_Minuten(prog.Prog), QStringLiteral("###0")));
+                    durationText(programMinutes(prog.Prog), QStringLiteral("###0")));
     m_zeichnet = false;
 }
 
-void KM_Schritte::feldVerlassen(int row, void (*format)(int, const QString &), QLineEdit *feld)
+void KM_Schritte::fieldLeft(int row, void (*format)(int, const QString &), QLineEdit *feld)
 {
     if (m_zeichnet || !feld->isModified() || prog.Prog_Ofen < 1)
         return;
@@ -333,29 +333,29 @@ void KM_Schritte::feldVerlassen(int row, void (*format)(int, const QString &), Q
     Ausgabe_AKT();
 }
 
-void KM_Schritte::offenesFeldUebernehmen()
+void KM_Schritte::takeOpenField()
 {
     // A field still being typed in gives its text before a button acts.
     if (auto *e = qobject_cast<QLineEdit *>(QApplication::focusWidget()); e && isAncestorOf(e) && e->isModified())
         Q_EMIT e->editingFinished();
 }
 
-void KM_Schritte::tasteGedrueckt(int i)
+void KM_Schritte::keyPressed(int i)
 {
-    offenesFeldUebernehmen();
+    takeOpenField();
     if (i == 7) {
         close();
         return;
     }
     const int ofen = prog.Prog_Ofen - 1;
     const QString name = m_text1->text();
-    switch (Taste_Druck(i, m_taste[size_t(i)]->text(), name)) {
-    case Tasten_Folge::Gesendet:
-        KM_COUNTER::Zeigen(ofen, plant.Write_Len[ofen], name, this);
+    switch (editorKey(i, m_taste[size_t(i)]->text(), name)) {
+    case KeyEffect::Gesendet:
+        KM_COUNTER::showModal(ofen, plant.Write_Len[ofen], name, this);
         break;
-    case Tasten_Folge::Gesichert:
+    case KeyEffect::Gesichert:
         m_text1->setText(prog.Prog.Prog_Name.trimmed());
-        datumZeigen();
+        showDate();
         break;
     default:
         break;
@@ -369,7 +369,7 @@ void KM_Schritte::keyPressEvent(QKeyEvent *e)
     if (e->key() >= Qt::Key_F1 && e->key() <= Qt::Key_F8) {
         const int i = e->key() - Qt::Key_F1;
         if (m_taste[size_t(i)]->isEnabled())
-            tasteGedrueckt(i);
+            keyPressed(i);
         return;
     }
     QWidget::keyPressEvent(e);
@@ -377,12 +377,12 @@ void KM_Schritte::keyPressEvent(QKeyEvent *e)
 
 void KM_Schritte::closeEvent(QCloseEvent *e)
 {
-    offenesFeldUebernehmen();
+    takeOpenField();
     if (prog.Prog_Geaendert != 0) {
         const int antwort = dialogs().choice(
-            Schliessen_Frage(), QString(),
+            closeQuestion(), QString(),
             {Text_Id(text::YES).trimmed(), Text_Id(text::NO).trimmed(), Text_Id(text::CANCEL).trimmed()});
-        if (antwort == 2 || (antwort == 0 && !Editor_Sichern(m_text1->text()))) {
+        if (antwort == 2 || (antwort == 0 && !saveEditor(m_text1->text()))) {
             e->ignore();
             return;
         }
@@ -390,7 +390,7 @@ void KM_Schritte::closeEvent(QCloseEvent *e)
     }
     m_timer1.stop();
     e->accept();
-    Q_EMIT geschlossen();
+    Q_EMIT closed();
 }
 
 } // namespace kal

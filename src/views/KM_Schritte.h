@@ -26,15 +26,15 @@ public:
 
     /// Opens program p of furnace number `ofenNr` (after the selection set
     /// `Prog_Aus_Puffer`); false with no furnace.
-    bool Oeffnen(int ofenNr, int p);
+    bool onOpen(int ofenNr, int p);
     /// Captions in the current language; redraws.
-    void Beschriften();
+    void setCaptions();
     /// `Ausgabe_AKT`: every row from the working copy.
     void Ausgabe_AKT();
 
     QPushButton *Taste(int i) const { return m_taste[size_t(i)]; }
     QLineEdit *Text1() const { return m_text1; }
-    QLabel *Fuss() const { return m_fuss; }
+    QLabel *footer() const { return m_fuss; }
     QScrollBar *HScroll1() const { return m_scroll; }
     QComboBox *Combo2(int row) const { return m_reihe[size_t(row)].Combo2; }
     QLineEdit *Sollwert(int row) const { return m_reihe[size_t(row)].Sollwert; }
@@ -42,18 +42,18 @@ public:
     QLineEdit *MaxOUT(int row) const { return m_reihe[size_t(row)].MaxOUT; }
     QLineEdit *Zuluft(int row) const { return m_reihe[size_t(row)].Zuluft; }
     QPushButton *OUTPUT(int row, int bit) const { return m_reihe[size_t(row)].OUTPUT[size_t(bit)]; }
-    QPushButton *Kopieren() const { return m_kopieren; }
-    QPushButton *Einfuegen() const { return m_einfuegen; }
+    QPushButton *copyButton() const { return m_kopieren; }
+    QPushButton *insertButton() const { return m_einfuegen; }
 
 Q_SIGNALS:
-    void geschlossen();
+    void closed();
 
 protected:
     void closeEvent(QCloseEvent *e) override;
     void keyPressEvent(QKeyEvent *e) override;
 
 private:
-    struct Reihe {
+    struct SegmentRow {
         QLabel *Label3 = nullptr;        ///< segment number
         QComboBox *Combo2 = nullptr;
         QLineEdit *Sollwert = nullptr;
@@ -69,13 +69,13 @@ private:
 
     void Segment(int row);
     void Loadtaste();
-    void zeilenSpalten();
-    void feldVerlassen(int row, void (*format)(int, const QString &), QLineEdit *feld);
-    void tasteGedrueckt(int i);
-    void offenesFeldUebernehmen();
-    void datumZeigen();
+    void showColumns();
+    void fieldLeft(int row, void (*format)(int, const QString &), QLineEdit *feld);
+    void keyPressed(int i);
+    void takeOpenField();
+    void showDate();
 
-    std::array<Reihe, 8> m_reihe;
+    std::array<SegmentRow, 8> m_reihe;
     std::array<QLabel *, 9> m_kopf{};
     std::array<QLabel *, 4> m_ausgangKopf{};
     QLabel *m_zuluftKopf = nullptr;
@@ -87,7 +87,7 @@ private:
     std::array<QPushButton *, 8> m_taste{};
     QPushButton *m_kopieren = nullptr;
     QPushButton *m_einfuegen = nullptr;
-    Label_Daten m_label;
+    OutputLabels m_label;
     QTimer m_timer1;
     bool m_zeichnet = false;
 };

@@ -26,7 +26,7 @@ namespace {
 constexpr int REFRESH_MS = 1000;
 constexpr int FELDER[5] = {SYS_TYP, SYS_SERIE, SYS_MAX_TEMP, SYS_TUER, SYS_GRADIENT};
 
-QLabel *titel(QWidget *parent)
+QLabel *headingLabel(QWidget *parent)
 {
     auto *l = new QLabel(parent);
     QFont f = l->font();
@@ -47,11 +47,11 @@ KM_System::KM_System(QWidget *parent) : QWidget(parent)
     // Left: the furnace and its make-up.
     auto *links = new QGridLayout;
     int z = 0;
-    m_ofenTitel = titel(this);
+    m_ofenTitel = headingLabel(this);
     links->addWidget(m_ofenTitel, z++, 0, 1, 2);
     m_ofen = new QComboBox(this);
     links->addWidget(m_ofen, z++, 0, 1, 2);
-    connect(m_ofen, &QComboBox::activated, this, [this](int i) { Oeffnen(i + 1); });
+    connect(m_ofen, &QComboBox::activated, this, [this](int i) { onOpen(i + 1); });
     for (int feld : FELDER) {
         m_text1Label[size_t(feld)] = new QLabel(this);
         m_text1[size_t(feld)] = new QLineEdit(this);
@@ -64,16 +64,16 @@ KM_System::KM_System(QWidget *parent) : QWidget(parent)
         } else {
             e->setMaxLength(feld == SYS_TYP ? 16 : 12);
         }
-        connect(e, &QLineEdit::editingFinished, this, [e, feld] { e->setText(System_Text1_Verlassen(feld, e->text())); });
+        connect(e, &QLineEdit::editingFinished, this, [e, feld] { e->setText(System_Text1_LostFocus(feld, e->text())); });
     }
 
-    m_karteTitel = titel(this);
+    m_karteTitel = headingLabel(this);
     links->addWidget(m_karteTitel, z++, 0, 1, 2);
     m_drive = new QComboBox(this);
     links->addWidget(m_drive, z++, 0, 1, 2);
     m_check1 = new QCheckBox(this);
     links->addWidget(m_check1, z++, 0, 1, 2);
-    connect(m_check1, &QCheckBox::toggled, this, [this] { laufwerkeZeigen(); });
+    connect(m_check1, &QCheckBox::toggled, this, [this] { showDrives(); });
     connect(m_drive, &QComboBox::activated, this, [this] { System.Laufwerk = m_drive->currentData().toString(); });
     m_kopieren = new QPushButton(this);
     links->addWidget(m_kopieren, z++, 0, 1, 2);
@@ -84,14 +84,14 @@ KM_System::KM_System(QWidget *parent) : QWidget(parent)
 
     // Middle: what the station holds.
     auto *mitte = new QVBoxLayout;
-    m_texteTitel = titel(this);
+    m_texteTitel = headingLabel(this);
     mitte->addWidget(m_texteTitel);
     m_art = new QComboBox(this);
     m_art->addItems({QStringLiteral("Meld"), QStringLiteral("Spur"), QStringLiteral("Analog")});
     mitte->addWidget(m_art);
     connect(m_art, &QComboBox::activated, this, [this](int i) {
         System.Liste_Art = i;
-        listeZeigen();
+        showList();
     });
     m_liste = new QListWidget(this);
     m_liste->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
@@ -101,7 +101,7 @@ KM_System::KM_System(QWidget *parent) : QWidget(parent)
 
     // Right: the text file of the panels.
     auto *rechts = new QVBoxLayout;
-    m_dateiTitel = titel(this);
+    m_dateiTitel = headingLabel(this);
     rechts->addWidget(m_dateiTitel);
     auto *ordner = new QHBoxLayout;
     m_dir = new QLineEdit(this);
@@ -113,7 +113,7 @@ KM_System::KM_System(QWidget *parent) : QWidget(parent)
     connect(m_dir, &QLineEdit::editingFinished, this, [this] { System.Ordner = m_dir->text(); });
     connect(such, &QToolButton::clicked, this, [this] {
         const QString neu = QFileDialog::getExistingDirectory(this, QStringLiteral("Dir"),
-                                                              System.Ordner.isEmpty() ? Ordner_Start(System.Laufwerk)
+                                                              System.Ordner.isEmpty() ? startFolder(System.Laufwerk)
                                                                                       : System.Ordner);
         if (!neu.isEmpty()) {
             System.Ordner = QDir::toNativeSeparators(neu);
@@ -121,11 +121,11 @@ KM_System::KM_System(QWidget *parent) : QWidget(parent)
         }
     });
     m_mNr = new QComboBox(this);
-    m_mNr->addItems(M_Nr_Texte());
+    m_mNr->addItems(messageCountTexts());
     rechts->addWidget(m_mNr);
     connect(m_mNr, &QComboBox::activated, this, [this](int i) {
-        M_Nr_Setzen(i == 1 ? 48 : 32);
-        texteZeigen();
+        chooseMessageCount(i == 1 ? 48 : 32);
+        showTexts();
     });
     m_mldtxt = new QListWidget(this);
     m_mldtxt->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
@@ -139,7 +139,7 @@ KM_System::KM_System(QWidget *parent) : QWidget(parent)
     });
     connect(m_mtxt, &QLineEdit::editingFinished, this, [this] {
         const int zeile = m_mldtxt->currentRow();
-        Zeile_Setzen(zeile, m_mtxt->text());
+        setLine(zeile, m_mtxt->text());
         if (zeile >= 0 && zeile < m_mldtxt->count())
             m_mldtxt->item(zeile)->setText(System.Texte.Zeilen[zeile]);
     });
@@ -157,8 +157,8 @@ KM_System::KM_System(QWidget *parent) : QWidget(parent)
         m_meldung->setText(meldung);
     });
     connect(m_dateiButton[3], &QPushButton::clicked, this, [this] {
-        System.Texte = MLD_Aus_Station(System.Ofen - 1, System.Texte.Anzahl);
-        texteZeigen();
+        System.Texte = mldFromStation(System.Ofen - 1, System.Texte.Anzahl);
+        showTexts();
     });
     m_meldung = new QLabel(this);
     m_meldung->setWordWrap(true);
@@ -176,45 +176,45 @@ KM_System::KM_System(QWidget *parent) : QWidget(parent)
     haupt->addLayout(unten);
     connect(m_ok, &QPushButton::clicked, this, [this] {
         if (System_OK())
-            Q_EMIT fertig();
+            Q_EMIT completed();
     });
-    connect(m_abbruch, &QPushButton::clicked, this, [this] { Q_EMIT fertig(); });
+    connect(m_abbruch, &QPushButton::clicked, this, [this] { Q_EMIT completed(); });
 
     // Timer1: is the card drive ready? Only then may the card be written.
     m_timer.setInterval(REFRESH_MS);
     connect(&m_timer, &QTimer::timeout, this, [this] {
         if (isVisible())
-            m_kopieren->setEnabled(Laufwerk_Bereit(System.Laufwerk));
+            m_kopieren->setEnabled(driveReady(System.Laufwerk));
     });
     m_timer.start();
-    Oeffnen(1);
+    onOpen(1);
 }
 
-void KM_System::Oeffnen(int ofenNr)
+void KM_System::onOpen(int ofenNr)
 {
-    System_Oeffnen(ofenNr);
-    laufwerkeZeigen();
-    Beschriften();
+    openSystem(ofenNr);
+    showDrives();
+    setCaptions();
 }
 
-void KM_System::Beschriften()
+void KM_System::setCaptions()
 {
     setWindowTitle(Text_Id(text::SYSTEM).trimmed());
     m_ofenTitel->setText(Text_Id(text::FURNACE).trimmed());
     m_texteTitel->setText(Text_Id(text::MESSAGES).trimmed());
-    m_karteTitel->setText(Wort("Speicherkarte", "Memory card"));
-    m_dateiTitel->setText(Wort("Textdatei der Panels", "Text file of the panels"));
+    m_karteTitel->setText(pickWord("Speicherkarte", "Memory card"));
+    m_dateiTitel->setText(pickWord("Textdatei der Panels", "Text file of the panels"));
     m_text1Label[SYS_TYP]->setText(Text_Id(text::TYPE).trimmed());
     m_text1Label[SYS_SERIE]->setText(Text_Id(text::SERIAL_NO).trimmed());
     m_text1Label[SYS_MAX_TEMP]->setText(Text_Id(text::MAX_TEMPERATURE).trimmed() + QStringLiteral(" [°C]"));
     m_text1Label[SYS_TUER]->setText(Text_Id(text::DOOR_RELEASE).trimmed() + QStringLiteral(" [°C]"));
     m_text1Label[SYS_GRADIENT]->setText(Text_Id(text::MAX_GRADIENT).trimmed() + QStringLiteral(" [K/h]"));
-    m_check1->setText(Wort("nur Datenlaufwerke", "Data drives only"));
-    m_kopieren->setText(Wort("CF-Karte schreiben", "Write CF card"));
+    m_check1->setText(pickWord("nur Datenlaufwerke", "Data drives only"));
+    m_kopieren->setText(pickWord("CF-Karte schreiben", "Write CF card"));
     m_dateiButton[0]->setText(QStringLiteral("MLD_IMPORT.TXT ") + Text_Id(text::LOAD).trimmed());
     m_dateiButton[1]->setText(QStringLiteral("MLD_XXX.TXT ") + Text_Id(text::LOAD).trimmed());
     m_dateiButton[2]->setText(QStringLiteral("MLD_XXX.TXT ") + Text_Id(text::SAVE).trimmed());
-    m_dateiButton[3]->setText(Wort("Texte der Station", "Station's texts"));
+    m_dateiButton[3]->setText(pickWord("Texte der Station", "Station's texts"));
     m_ok->setText(Text_Id(text::OK).trimmed());
     m_abbruch->setText(Text_Id(text::CANCEL).trimmed());
     {
@@ -224,26 +224,26 @@ void KM_System::Beschriften()
             m_ofen->addItem(QStringLiteral("%1  %2").arg(n).arg(plant.Ofen_Name[n - 1].trimmed()));
         m_ofen->setCurrentIndex(System.Ofen - 1);
     }
-    werteZeigen();
+    showValues();
 }
 
-void KM_System::werteZeigen()
+void KM_System::showValues()
 {
     for (int feld : FELDER)
         m_text1[size_t(feld)]->setText(System_Text1(feld));
     m_art->setCurrentIndex(System.Liste_Art);
     m_dir->setText(System.Ordner);
-    listeZeigen();
-    texteZeigen();
+    showList();
+    showTexts();
 }
 
-void KM_System::listeZeigen()
+void KM_System::showList()
 {
     m_liste->clear();
-    m_liste->addItems(Liste_Zeilen(System.Liste_Art));
+    m_liste->addItems(listLines(System.Liste_Art));
 }
 
-void KM_System::texteZeigen()
+void KM_System::showTexts()
 {
     const int zeile = m_mldtxt->currentRow();
     m_mNr->setCurrentIndex(System.Texte.Anzahl == 48 ? 1 : 0);
@@ -252,28 +252,28 @@ void KM_System::texteZeigen()
     m_mldtxt->setCurrentRow(zeile >= 0 && zeile < m_mldtxt->count() ? zeile : 0);
 }
 
-void KM_System::laufwerkeZeigen()
+void KM_System::showDrives()
 {
     const QSignalBlocker b(m_drive);
     m_drive->clear();
-    for (const Laufwerk &l : Laufwerke())
-        if (!m_check1->isChecked() || Laufwerk_Nutzbar(l.Typ))
-            m_drive->addItem(Laufwerk_Zeile(l), l.Wurzel);
+    for (const Drive &l : drives())
+        if (!m_check1->isChecked() || driveUsable(l.Typ))
+            m_drive->addItem(driveLine(l), l.Wurzel);
     const int i = m_drive->findData(System.Laufwerk);
     m_drive->setCurrentIndex(i >= 0 ? i : 0);
     System.Laufwerk = m_drive->currentData().toString();
-    m_kopieren->setEnabled(Laufwerk_Bereit(System.Laufwerk));
+    m_kopieren->setEnabled(driveReady(System.Laufwerk));
 }
 
 void KM_System::laden(const QString &name)
 {
     System.Ordner = m_dir->text();
-    MLD_Liste t;
-    const QString meldung = MLD_laden(System.Ordner, name, t);
+    MldList t;
+    const QString meldung = loadMld(System.Ordner, name, t);
     m_meldung->setText(meldung);
     if (meldung.isEmpty()) {
         System.Texte = t;
-        texteZeigen();
+        showTexts();
     }
 }
 

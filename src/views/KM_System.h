@@ -23,22 +23,22 @@ public:
     explicit KM_System(QWidget *parent = nullptr);
 
     /// Opens on furnace number `ofenNr` with a fresh working copy.
-    void Oeffnen(int ofenNr);
-    void Beschriften();
+    void onOpen(int ofenNr);
+    void setCaptions();
 
     QLineEdit *Text1(int i) const { return m_text1[size_t(i)]; }
     QListWidget *List_MLDTXT() const { return m_mldtxt; }
     QPushButton *OKButton() const { return m_ok; }
-    QPushButton *Kopieren() const { return m_kopieren; }
+    QPushButton *copyButton() const { return m_kopieren; }
 
 Q_SIGNALS:
-    void fertig();
+    void completed();
 
 private:
-    void werteZeigen();
-    void listeZeigen();
-    void texteZeigen();
-    void laufwerkeZeigen();
+    void showValues();
+    void showList();
+    void showTexts();
+    void showDrives();
     void laden(const QString &name);
 
     QComboBox *m_ofen = nullptr;

@@ -33,7 +33,7 @@ KM_TempDatei::KM_TempDatei(QWidget *parent) : QWidget(parent)
     for (const QStorageInfo &s : QStorageInfo::mountedVolumes())
         if (s.isValid() && s.isReady())
             m_drive->addItem(s.rootPath());
-    connect(m_drive, &QComboBox::activated, this, &KM_TempDatei::laufwerkWahl);
+    connect(m_drive, &QComboBox::activated, this, &KM_TempDatei::driveChosen);
     links->addWidget(m_drive);
     m_model = new QFileSystemModel(this);
     m_model->setFilter(QDir::AllDirs | QDir::NoDotAndDotDot);
@@ -44,18 +44,18 @@ KM_TempDatei::KM_TempDatei(QWidget *parent) : QWidget(parent)
         m_dir->hideColumn(c);
     m_dir->header()->hide();
     m_dir->setMinimumWidth(220);
-    connect(m_dir, &QTreeView::clicked, this, [this](const QModelIndex &i) { ordnerWaehlen(m_model->filePath(i)); });
+    connect(m_dir, &QTreeView::clicked, this, [this](const QModelIndex &i) { chooseFolder(m_model->filePath(i)); });
     links->addWidget(m_dir, 1);
     haupt->addLayout(links);
 
     m_list = new QListWidget(this);
     m_list->setFont(QFont(QStringLiteral("DejaVu Sans Mono")));
     m_list->setMinimumWidth(640);
-    connect(m_list, &QListWidget::itemClicked, this, &KM_TempDatei::zeileKlick);
-    connect(m_list, &QListWidget::currentRowChanged, this, &KM_TempDatei::zeileKlick);
+    connect(m_list, &QListWidget::itemClicked, this, &KM_TempDatei::lineClicked);
+    connect(m_list, &QListWidget::currentRowChanged, this, &KM_TempDatei::lineClicked);
     connect(m_list, &QListWidget::itemDoubleClicked, this, [this] {
-        zeileKlick();
-        okKlick();
+        lineClicked();
+        okClicked();
     });
     haupt->addWidget(m_list, 1);
 
@@ -64,7 +64,7 @@ KM_TempDatei::KM_TempDatei(QWidget *parent) : QWidget(parent)
     auto *ol = new QVBoxLayout(oefen);
     for (int i = 0; i < 8; ++i) {
         m_ofen[size_t(i)] = new QCheckBox(oefen);
-        connect(m_ofen[size_t(i)], &QCheckBox::clicked, this, &KM_TempDatei::ofenKlick);
+        connect(m_ofen[size_t(i)], &QCheckBox::clicked, this, &KM_TempDatei::furnaceClicked);
         ol->addWidget(m_ofen[size_t(i)]);
     }
     rechts->addWidget(oefen);
@@ -74,7 +74,7 @@ KM_TempDatei::KM_TempDatei(QWidget *parent) : QWidget(parent)
     m_datum = new QLineEdit(this);
     m_datum->setMaximumWidth(110);
     connect(m_datum, &QLineEdit::editingFinished, this, [this] {
-        Datum_IN_Verlassen(m_datum->text());
+        Datum_IN_LostFocus(m_datum->text());
         Liste_Aufbauen();
     });
     filter->addWidget(m_label1, 0, 0);
@@ -102,13 +102,13 @@ KM_TempDatei::KM_TempDatei(QWidget *parent) : QWidget(parent)
     rechts->addWidget(m_text);
 
     m_user = new QPushButton(this);
-    connect(m_user, &QPushButton::clicked, this, &KM_TempDatei::userKlick);
+    connect(m_user, &QPushButton::clicked, this, &KM_TempDatei::userClicked);
     rechts->addWidget(m_user);
     rechts->addStretch(1);
     auto *knoepfe = new QHBoxLayout;
     m_ok = new QPushButton(this);
     m_cancel = new QPushButton(this);
-    connect(m_ok, &QPushButton::clicked, this, &KM_TempDatei::okKlick);
+    connect(m_ok, &QPushButton::clicked, this, &KM_TempDatei::okClicked);
     connect(m_cancel, &QPushButton::clicked, this, [this] {
         if (parentWidget())
             parentWidget()->hide();
@@ -119,10 +119,10 @@ KM_TempDatei::KM_TempDatei(QWidget *parent) : QWidget(parent)
     knoepfe->addWidget(m_cancel);
     rechts->addLayout(knoepfe);
     haupt->addLayout(rechts);
-    Beschriften();
+    setCaptions();
 }
 
-void KM_TempDatei::Beschriften()
+void KM_TempDatei::setCaptions()
 {
     m_ok->setText(Text_Id(text::OK).trimmed());
     m_cancel->setText(Text_Id(text::CANCEL).trimmed());
@@ -132,22 +132,22 @@ void KM_TempDatei::Beschriften()
     m_sort[1]->setText(Text_Id(text::BATCH).trimmed());
 }
 
-void KM_TempDatei::Laden()
+void KM_TempDatei::load()
 {
     m_text->clear();
-    Beschriften();
+    setCaptions();
     m_sort[size_t(plant.Sort_Art & 1)]->setChecked(true);
-    if (!Browser_Laden()) {
+    if (!loadBrowser()) {
         m_list->clear();
         return;
     }
-    ordnerZeigen(plant.Browser_Ordner);
+    showFolder(plant.Browser_Ordner);
     Liste_Aufbauen();
 }
 
-void KM_TempDatei::ordnerZeigen(const QString &pfad)
+void KM_TempDatei::showFolder(const QString &pfad)
 {
-    const int d = m_drive->findText(Laufwerk_Von(pfad));
+    const int d = m_drive->findText(driveOf(pfad));
     if (d >= 0)
         m_drive->setCurrentIndex(d);
     const QModelIndex i = m_model->index(pfad);
@@ -158,22 +158,22 @@ void KM_TempDatei::ordnerZeigen(const QString &pfad)
     }
 }
 
-void KM_TempDatei::ordnerWaehlen(const QString &pfad)
+void KM_TempDatei::chooseFolder(const QString &pfad)
 {
-    Ordner_Wechsel(pfad);
-    plant.Browser_Laufwerk = Laufwerk_Von(pfad);
-    ordnerZeigen(pfad);
+    changeFolder(pfad);
+    plant.Browser_Laufwerk = driveOf(pfad);
+    showFolder(pfad);
     Liste_Aufbauen();
 }
 
-void KM_TempDatei::laufwerkWahl(int index)
+void KM_TempDatei::driveChosen(int index)
 {
     const QString laufwerk = m_drive->itemText(index);
     if (!QDir(laufwerk).exists()) {
         m_drive->setCurrentText(plant.Browser_Laufwerk); // the old drive comes back
         return;
     }
-    ordnerWaehlen(laufwerk);
+    chooseFolder(laufwerk);
 }
 
 void KM_TempDatei::Liste_Aufbauen()
@@ -188,13 +188,13 @@ void KM_TempDatei::Liste_Aufbauen()
         m_ofen[size_t(i)]->setChecked(plant.Ofen_Filter & (1 << i));
     }
     m_list->clear();
-    const auto zeilen = kal::Liste_Aufbauen(Ordner_Dateien(plant.Browser_Ordner));
+    const auto zeilen = kal::Liste_Aufbauen(folderFiles(plant.Browser_Ordner));
     m_datum->setText(Datum_IN_Text());
-    for (const Browser_Zeile &z : zeilen) {
+    for (const BrowserLine &z : zeilen) {
         auto *item = new QListWidgetItem(z.text, m_list);
         item->setData(Qt::UserRole, z.kB);
     }
-    const User_Knopf k = User_Taste_Setzen();
+    const UserButton k = User_Taste_Setzen();
     m_userZustand = k.zustand;
     m_user->setText(k.text);
     m_user->setEnabled(k.an);
@@ -202,19 +202,19 @@ void KM_TempDatei::Liste_Aufbauen()
     m_baut = false;
 }
 
-void KM_TempDatei::zeileKlick()
+void KM_TempDatei::lineClicked()
 {
     m_ok->setEnabled(false);
     setWindowTitle(plant.Browser_Ordner);
     QListWidgetItem *item = m_list->currentItem();
-    if (!item || !Zeile_Waehlen(item->text()))
+    if (!item || !chooseLine(item->text()))
         return;
     setWindowTitle(plant.Kurve_Datei);
     m_text->setPlainText(INFO_anzeigen());
     m_ok->setEnabled(true);
 }
 
-void KM_TempDatei::okKlick()
+void KM_TempDatei::okClicked()
 {
     if (!m_ok->isEnabled())
         return;
@@ -222,10 +222,10 @@ void KM_TempDatei::okKlick()
         parentWidget()->hide();
     else
         hide();
-    Q_EMIT ausgewaehlt();
+    Q_EMIT batchChosen();
 }
 
-void KM_TempDatei::ofenKlick()
+void KM_TempDatei::furnaceClicked()
 {
     if (m_baut)
         return;
@@ -237,10 +237,10 @@ void KM_TempDatei::ofenKlick()
     Liste_Aufbauen();
 }
 
-void KM_TempDatei::userKlick()
+void KM_TempDatei::userClicked()
 {
-    USER_LogButton_Klick(m_userZustand);
-    ordnerZeigen(plant.Browser_Ordner);
+    USER_LogButton_Click(m_userZustand);
+    showFolder(plant.Browser_Ordner);
     Liste_Aufbauen();
 }
 

@@ -27,10 +27,10 @@ public:
     explicit KM_TempDatei(QWidget *parent = nullptr);
 
     /// The load of the form: saved folder, captions, the list.
-    void Laden();
+    void load();
     /// `Liste_Aufbauen`: the list of the folder now shown.
     void Liste_Aufbauen();
-    void Beschriften();
+    void setCaptions();
 
     QListWidget *List1() const { return m_list; }
     QPushButton *OKButton() const { return m_ok; }
@@ -40,19 +40,19 @@ public:
     QLineEdit *Datum_IN() const { return m_datum; }
     QString Text1() const;
     /// Shows the folder `pfad` as if the user had chosen it.
-    void ordnerWaehlen(const QString &pfad);
+    void chooseFolder(const QString &pfad);
 
 Q_SIGNALS:
     /// OK or a double click: `Kurve_Datei` is to be shown in the curve window.
-    void ausgewaehlt();
+    void batchChosen();
 
 private:
-    void zeileKlick();
-    void okKlick();
-    void ofenKlick();
-    void userKlick();
-    void laufwerkWahl(int index);
-    void ordnerZeigen(const QString &pfad);
+    void lineClicked();
+    void okClicked();
+    void furnaceClicked();
+    void userClicked();
+    void driveChosen(int index);
+    void showFolder(const QString &pfad);
 
     QComboBox *m_drive = nullptr;       // Drive1
     QTreeView *m_dir = nullptr;         // Dir1

@@ -35,7 +35,7 @@ const QString MONO = QStringLiteral("DejaVu Sans Mono");
 
 QColor farbe(int c)
 {
-    return QColor::fromRgb(Farbe_RGB(Kurve_Farbe(View16.View_Ofen, c)));
+    return QColor::fromRgb(colourRgb(Kurve_Farbe(View16.View_Ofen, c)));
 }
 
 /// Where a printout of the view is offered: beside the batch's CSV file.
@@ -47,25 +47,25 @@ QString vorschlag(const QString &anhang)
 
 } // namespace
 
-View16Bild::View16Bild(QWidget *parent) : QWidget(parent)
+View16Plot::View16Plot(QWidget *parent) : QWidget(parent)
 {
     setObjectName(QStringLiteral("picture1"));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 
-QRect View16Bild::plotRect() const
+QRect View16Plot::plotRect() const
 {
     return QRect(ACHSE, RAND, std::max(10, width() - ACHSE - LEGENDE - RAND),
                  std::max(10, height() - RAND - MARKEN));
 }
 
-void View16Bild::setCursor(double x)
+void View16Plot::setCursor(double x)
 {
     m_cursor = x;
     update();
 }
 
-void View16Bild::paintEvent(QPaintEvent *)
+void View16Plot::paintEvent(QPaintEvent *)
 {
     QPainter p(this);
     p.fillRect(rect(), palette().window());
@@ -83,7 +83,7 @@ void View16Bild::paintEvent(QPaintEvent *)
     p.setPen(palette().color(QPalette::WindowText));
     const int h = fontMetrics().height();
     p.drawText(QRect(0, plot.top(), ACHSE - 6, h), Qt::AlignRight,
-               Format_Zahl(View16.View_Max, QStringLiteral("#0")) + View16.View_Einheit);
+               formatNumber(View16.View_Max, QStringLiteral("#0")) + View16.View_Einheit);
     p.drawText(QRect(0, plot.bottom() - h, ACHSE - 6, h), Qt::AlignRight, QStringLiteral("0"));
     for (int k = 0; k < 5; ++k) {
         const QString t = View16.marken[size_t(k)];
@@ -93,7 +93,7 @@ void View16Bild::paintEvent(QPaintEvent *)
     }
 
     const double pb = plot.width() / double(SEGMENTE);
-    const View_Lesung l = m_cursor >= 0 ? View_Mouse_Werte(m_cursor, plot.width()) : View_Lesung{};
+    const View16Reading l = m_cursor >= 0 ? View_Mouse_Werte(m_cursor, plot.width()) : View16Reading{};
     if (View16.daten) {
         p.save();
         p.translate(plot.topLeft());
@@ -102,9 +102,9 @@ void View16Bild::paintEvent(QPaintEvent *)
         for (int c = 0; c < View16.View_Spuren; ++c) {
             QPainterPath pfad;
             const auto &s = View16.Punkt_Spur[size_t(c)];
-            pfad.moveTo(0, View_Y(s[0], plot.height()));
+            pfad.moveTo(0, view16Y(s[0], plot.height()));
             for (int i = 1; i < PUNKTE; ++i)
-                pfad.lineTo(i * pb, View_Y(s[size_t(i)], plot.height()));
+                pfad.lineTo(i * pb, view16Y(s[size_t(i)], plot.height()));
             QPen pen(farbe(c), 1.4);
             pen.setCosmetic(true);
             p.setPen(pen);
@@ -119,7 +119,7 @@ void View16Bild::paintEvent(QPaintEvent *)
         p.fillRect(QRect(x0, y + 3, 10, h - 6), farbe(c));
         p.setPen(palette().color(QPalette::WindowText));
         p.drawText(QPoint(x0 + 16, y + fontMetrics().ascent()),
-                   View_Name(c).rightJustified(2) + QStringLiteral("  ") + l.werte[size_t(c)]);
+                   view16ChannelName(c).rightJustified(2) + QStringLiteral("  ") + l.werte[size_t(c)]);
     }
     if (l.punkt >= 0) {
         const int x = plot.left() + int(l.punkt * pb);
@@ -133,7 +133,7 @@ void View16Bild::paintEvent(QPaintEvent *)
     }
 }
 
-void View16Bild::mousePressEvent(QMouseEvent *e)
+void View16Plot::mousePressEvent(QMouseEvent *e)
 {
     if (e->button() == Qt::LeftButton)
         setCursor(e->position().x() - plotRect().left());
@@ -157,9 +157,9 @@ KM_View16::KM_View16(QWidget *parent) : QDialog(parent)
     kopf->addStretch(1);
     kopf->addWidget(m_text);
     haupt->addLayout(kopf);
-    m_bild = new View16Bild(this);
+    m_bild = new View16Plot(this);
     haupt->addWidget(m_bild, 1);
-    m_taste = Tasten_Reihe(this, haupt, [this](int i) { tasteKlick(i); });
+    m_taste = keyRow(this, haupt, [this](int i) { keyClicked(i); });
     auto *druck = new QHBoxLayout;
     m_drucken = new QPushButton(this);
     m_pdf = new QPushButton(QStringLiteral("Export PDF…"), this);
@@ -169,26 +169,26 @@ KM_View16::KM_View16(QWidget *parent) : QDialog(parent)
     druck->addWidget(m_drucken);
     druck->addWidget(m_pdf);
     haupt->addLayout(druck);
-    Aktive_Seite_Bei_Fokus(this, VIEW_SEITE);
+    setPageOnFocus(this, VIEW_SEITE);
     resize(1100, 640);
 }
 
-void KM_View16::Beschriften()
+void KM_View16::setCaptions()
 {
     for (int i = 0; i < 8; ++i)
-        m_taste[size_t(i)]->setText(Taste_Text(i));
+        m_taste[size_t(i)]->setText(curveKeyCaption(i));
     m_drucken->setText(Text_Id(text::PRINT_PAGE).trimmed());
 }
 
-void KM_View16::Oeffnen()
+void KM_View16::onOpen()
 {
     Tast_Strom();
-    Beschriften();
+    setCaptions();
     m_bild->setCursor(-1);
-    Anzeigen();
+    showBatch();
 }
 
-void KM_View16::Anzeigen()
+void KM_View16::showBatch()
 {
     setWindowTitle(QStringLiteral("Kalmeron: ") + View16.View_Titel);
     m_titel->setText(View16.View_Titel + QStringLiteral("   ") + View16.View_Text[0] + QStringLiteral("   ") +
@@ -200,17 +200,17 @@ void KM_View16::Anzeigen()
     m_bild->update();
 }
 
-void KM_View16::tasteKlick(int i)
+void KM_View16::keyClicked(int i)
 {
-    if (View_Taste(i)) {
+    if (view16Button(i)) {
         m_bild->setCursor(-1);
-        Anzeigen();
+        showBatch();
         Q_EMIT seiteGeaendert();
     } else if (i == TASTE_CSV) {
         View_CSV_EXPORT(false);
     } else if (i == TASTE_LISTE) {
         KM_List16 liste(this);
-        liste.Oeffnen();
+        liste.onOpen();
         liste.exec();
     } else if (i == TASTE_ENDE) {
         accept();
@@ -219,7 +219,7 @@ void KM_View16::tasteKlick(int i)
 
 void KM_View16::drucken(bool pdf)
 {
-    Fenster_Ausgeben(this, pdf, vorschlag(QStringLiteral("_A.pdf")), false);
+    outputWindow(this, pdf, vorschlag(QStringLiteral("_A.pdf")), false);
 }
 
 KM_List16::KM_List16(QWidget *parent) : QDialog(parent)
@@ -230,7 +230,7 @@ KM_List16::KM_List16(QWidget *parent) : QDialog(parent)
     m_liste->setObjectName(QStringLiteral("List1"));
     m_liste->setFont(QFont(MONO));
     m_liste->setUniformItemSizes(true);
-    m_kopf = Listen_Kopf(this, m_liste, 1);
+    m_kopf = listHeader(this, m_liste, 1);
     l->addWidget(m_kopf);
     l->addWidget(m_liste, 1);
     auto *tasten = new QHBoxLayout;
@@ -250,7 +250,7 @@ KM_List16::KM_List16(QWidget *parent) : QDialog(parent)
     resize(1000, 560);
 }
 
-void KM_List16::Oeffnen()
+void KM_List16::onOpen()
 {
     plant.List16_Offen = TRUE16;
     setWindowTitle(QStringLiteral("Kalmeron: ") + View16.View_Titel);
@@ -269,9 +269,9 @@ void KM_List16::done(int r)
 
 void KM_List16::drucken(bool pdf)
 {
-    Liste_Kopf k = Kurve_Liste_Kopf();
+    ListHead k = curveListHead();
     k.titel = QStringLiteral("Kalmeron: ") + View16.View_Titel;
-    Liste_Ausgeben(this, pdf, vorschlag(QStringLiteral("_A_Liste.pdf")), k, {View_Liste.kopf}, View_Liste.zeilen);
+    outputList(this, pdf, vorschlag(QStringLiteral("_A_Liste.pdf")), k, {View_Liste.kopf}, View_Liste.zeilen);
 }
 
 } // namespace kal

@@ -14,7 +14,7 @@ class QPushButton;
 
 namespace kal {
 
-class View16Bild;
+class View16Plot;
 
 class KM_View16 : public QDialog {
     Q_OBJECT
@@ -22,32 +22,32 @@ public:
     explicit KM_View16(QWidget *parent = nullptr);
 
     /// Takes the page of the curve window (`Tast_Strom`) and shows it.
-    void Oeffnen();
-    void Beschriften();
+    void onOpen();
+    void setCaptions();
     QPushButton *taste(int i) const { return m_taste[size_t(i)]; }
-    View16Bild *bild() const { return m_bild; }
+    View16Plot *plotWidget() const { return m_bild; }
 
 Q_SIGNALS:
     /// The curve window's page changed under the view.
     void seiteGeaendert();
 
 private:
-    void Anzeigen();
-    void tasteKlick(int i);
+    void showBatch();
+    void keyClicked(int i);
     void drucken(bool pdf);
 
     QLabel *m_titel = nullptr;
     QLabel *m_text = nullptr;
-    View16Bild *m_bild = nullptr;
+    View16Plot *m_bild = nullptr;
     std::array<QPushButton *, 8> m_taste{};
     QPushButton *m_drucken = nullptr, *m_pdf = nullptr;
 };
 
 /// The plot of the view (`picture1`).
-class View16Bild : public QWidget {
+class View16Plot : public QWidget {
     Q_OBJECT
 public:
-    explicit View16Bild(QWidget *parent = nullptr);
+    explicit View16Plot(QWidget *parent = nullptr);
     QSize minimumSizeHint() const override { return {640, 300}; }
     QRect plotRect() const;
     /// The cursor at x pixels from the plot's left; negative: none.
@@ -66,7 +66,7 @@ class KM_List16 : public QDialog {
     Q_OBJECT
 public:
     explicit KM_List16(QWidget *parent = nullptr);
-    void Oeffnen();
+    void onOpen();
 
 protected:
     void done(int r) override;

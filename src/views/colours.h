@@ -9,11 +9,11 @@
 
 namespace kal {
 
-inline QColor Farbe_Qt(Farbwert f, const QPalette &palette)
+inline QColor qtColour(ColourValue f, const QPalette &palette)
 {
-    if (Ist_Systemfarbe(f))
+    if (isSystemColour(f))
         return palette.color(QPalette::Button);
-    return QColor::fromRgb(Farbe_RGB(f));
+    return QColor::fromRgb(colourRgb(f));
 }
 
 } // namespace kal

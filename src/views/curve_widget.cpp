@@ -20,12 +20,12 @@ constexpr int MARKEN_HOEHE = 20;
 
 QColor bgr(uint32_t f)
 {
-    return QColor::fromRgb(Farbe_RGB(f));
+    return QColor::fromRgb(colourRgb(f));
 }
 
 } // namespace
 
-KurvenBild::KurvenBild(QWidget *parent) : QWidget(parent)
+CurveWidget::CurveWidget(QWidget *parent) : QWidget(parent)
 {
     setObjectName(QStringLiteral("picture1"));
     setMouseTracking(true);
@@ -33,54 +33,54 @@ KurvenBild::KurvenBild(QWidget *parent) : QWidget(parent)
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 
-QRect KurvenBild::plotRect() const
+QRect CurveWidget::plotRect() const
 {
     return QRect(ACHSE_BREITE, RAND_OBEN, std::max(10, width() - ACHSE_BREITE - RAND_RECHTS),
                  std::max(10, height() - RAND_OBEN - BAND_HOEHE - MARKEN_HOEHE));
 }
 
-void KurvenBild::setParameter(const Kurven_Bildparameter &p)
+void CurveWidget::setParameter(const CurvePaintParams &p)
 {
     m_p = p;
-    skalieren();
+    rescale();
     update();
 }
 
-void KurvenBild::skalieren()
+void CurveWidget::rescale()
 {
     const QRect plot = plotRect();
     if (m_p.seite) {
-        m_skala = Skala_Rechnen(*m_p.seite, m_p.kanaele, m_p.slot, plot.height(), plot.width(), m_p.optionen);
-        m_band = Programm_Band(*m_p.seite, m_p.segmentText, m_skala);
+        m_skala = scalePage(*m_p.seite, m_p.kanaele, m_p.slot, plot.height(), plot.width(), m_p.optionen);
+        m_band = programBand(*m_p.seite, m_p.segmentText, m_skala);
     } else {
-        m_skala = Kurven_Skala{};
+        m_skala = CurveScale{};
         m_band.clear();
     }
 }
 
-void KurvenBild::resizeEvent(QResizeEvent *)
+void CurveWidget::resizeEvent(QResizeEvent *)
 {
     // A resize re-lays the page only: the same points on the new width.
-    skalieren();
+    rescale();
 }
 
-void KurvenBild::paintEvent(QPaintEvent *)
+void CurveWidget::paintEvent(QPaintEvent *)
 {
     QPainter p(this);
     p.fillRect(rect(), palette().window());
     const QRect plot = plotRect();
-    hintergrund(p, plot);
+    drawBackground(p, plot);
     if (m_p.seite) {
         p.setRenderHint(QPainter::Antialiasing);
-        kurven(p, plot);
+        drawCurves(p, plot);
         p.setRenderHint(QPainter::Antialiasing, false);
     }
     band(p, plot);
-    achse(p, plot);
+    drawAxis(p, plot);
     cursor(p, plot);
 }
 
-void KurvenBild::hintergrund(QPainter &p, const QRect &plot)
+void CurveWidget::drawBackground(QPainter &p, const QRect &plot)
 {
     p.fillRect(plot, Qt::white);
     QPen gitter(QColor(220, 220, 220));
@@ -103,9 +103,9 @@ void KurvenBild::hintergrund(QPainter &p, const QRect &plot)
     p.drawRect(plot.adjusted(0, 0, -1, -1));
 }
 
-void KurvenBild::kurven(QPainter &p, const QRect &plot)
+void CurveWidget::drawCurves(QPainter &p, const QRect &plot)
 {
-    const Kurven_Seite &s = *m_p.seite;
+    const PlotPage &s = *m_p.seite;
     p.save();
     p.translate(plot.topLeft());
     p.setClipRect(QRect(QPoint(0, 0), plot.size()));
@@ -122,17 +122,17 @@ void KurvenBild::kurven(QPainter &p, const QRect &plot)
         QPainterPath ist, soll, out;
         bool offen = false, offenOut = false;
         for (int i = 0; i < SEGMENTE; ++i) {
-            const double x1 = X_Punkt(m_skala, i), x2 = X_Punkt(m_skala, i + 1);
-            if (Ist_Sichtbar(s, c, i))
-                linie(x1, Y_Wert(m_skala, c, s.Punkt_Ist[size_t(c)][size_t(i)]), x2,
-                      Y_Wert(m_skala, c, s.Punkt_Ist[size_t(c)][size_t(i + 1)]), ist, offen);
+            const double x1 = xOfPoint(m_skala, i), x2 = xOfPoint(m_skala, i + 1);
+            if (actualVisible(s, c, i))
+                linie(x1, yOfValue(m_skala, c, s.Punkt_Ist[size_t(c)][size_t(i)]), x2,
+                      yOfValue(m_skala, c, s.Punkt_Ist[size_t(c)][size_t(i + 1)]), ist, offen);
             else
                 offen = false;
-            if (Soll_Sichtbar(m_skala, s, m_p.regeln, c, i)) {
-                soll.moveTo(x1, Y_Wert(m_skala, c, s.Punkt_Soll[size_t(c)][size_t(i)]));
-                soll.lineTo(x2, Y_Wert(m_skala, c, s.Punkt_Soll[size_t(c)][size_t(i + 1)]));
+            if (setpointVisible(m_skala, s, m_p.regeln, c, i)) {
+                soll.moveTo(x1, yOfValue(m_skala, c, s.Punkt_Soll[size_t(c)][size_t(i)]));
+                soll.lineTo(x2, yOfValue(m_skala, c, s.Punkt_Soll[size_t(c)][size_t(i + 1)]));
             }
-            if (Out_Sichtbar(s, m_p.regeln, c, i))
+            if (outputVisible(s, m_p.regeln, c, i))
                 linie(x1, Y_Out(m_skala, s.Punkt_Out[size_t(c)][size_t(i)]), x2,
                       Y_Out(m_skala, s.Punkt_Out[size_t(c)][size_t(i + 1)]), out, offenOut);
             else
@@ -154,7 +154,7 @@ void KurvenBild::kurven(QPainter &p, const QRect &plot)
     p.restore();
 }
 
-void KurvenBild::band(QPainter &p, const QRect &plot)
+void CurveWidget::band(QPainter &p, const QRect &plot)
 {
     const QRect grund(plot.left(), plot.bottom() + 1, plot.width(), BAND_HOEHE);
     p.fillRect(grund, palette().color(QPalette::Base)); // ProgDat 0
@@ -163,7 +163,7 @@ void KurvenBild::band(QPainter &p, const QRect &plot)
     QFont f = font();
     f.setPointSizeF(f.pointSizeF() * 0.85);
     p.setFont(f);
-    for (const Band_Feld &b : m_band) {
+    for (const BandField &b : m_band) {
         const QRectF r(plot.left() + b.x, grund.top(), b.breite, grund.height());
         p.fillRect(r, bgr(b.farbe));
         p.setPen(palette().color(QPalette::Mid));
@@ -175,7 +175,7 @@ void KurvenBild::band(QPainter &p, const QRect &plot)
     p.setFont(font());
 }
 
-void KurvenBild::achse(QPainter &p, const QRect &plot)
+void CurveWidget::drawAxis(QPainter &p, const QRect &plot)
 {
     // Unit labels at the top of the value axis, or where the right button put them.
     const int h = fontMetrics().height() + 2;
@@ -185,7 +185,7 @@ void KurvenBild::achse(QPainter &p, const QRect &plot)
         const QString t = m_p.maus.einheiten ? m_p.maus.einheitText[size_t(g)] : m_skala.Einheit_Label[size_t(g)];
         if (t.isEmpty())
             continue;
-        const double y = Einheit_Y_Von(y0, plot.top(), plot.bottom(), h, zeile++);
+        const double y = unitLabelTop(y0, plot.top(), plot.bottom(), h, zeile++);
         const int c = m_skala.Einheit_Kanal[size_t(std::min(g + 1, 4))];
         p.setPen(g < 4 ? m_p.farben[size_t(c)] : palette().color(QPalette::WindowText));
         p.drawText(QRectF(2, y, ACHSE_BREITE - 8, h), Qt::AlignRight | Qt::AlignVCenter, t.trimmed());
@@ -202,9 +202,9 @@ void KurvenBild::achse(QPainter &p, const QRect &plot)
     }
 }
 
-void KurvenBild::cursor(QPainter &p, const QRect &plot)
+void CurveWidget::cursor(QPainter &p, const QRect &plot)
 {
-    const Maus_Anzeige &m = m_p.maus;
+    const CursorReading &m = m_p.maus;
     if (!m.linie)
         return;
     const int x = plot.left() + int(m.x);
@@ -238,7 +238,7 @@ void KurvenBild::cursor(QPainter &p, const QRect &plot)
     }
 }
 
-void KurvenBild::mausSenden(QMouseEvent *e, bool bewegung)
+void CurveWidget::sendMouse(QMouseEvent *e, bool bewegung)
 {
     const QRect plot = plotRect();
     int knopf = 0;
@@ -249,27 +249,27 @@ void KurvenBild::mausSenden(QMouseEvent *e, bool bewegung)
         knopf = 2;
     if (knopf == 0)
         return;
-    Q_EMIT maus(knopf, e->position().x() - plot.left(), e->position().y() - plot.top(), bewegung);
+    Q_EMIT mouseAt(knopf, e->position().x() - plot.left(), e->position().y() - plot.top(), bewegung);
 }
 
-void KurvenBild::mousePressEvent(QMouseEvent *e)
+void CurveWidget::mousePressEvent(QMouseEvent *e)
 {
-    mausSenden(e, false);
+    sendMouse(e, false);
 }
 
-void KurvenBild::mouseMoveEvent(QMouseEvent *e)
+void CurveWidget::mouseMoveEvent(QMouseEvent *e)
 {
-    mausSenden(e, true);
+    sendMouse(e, true);
 }
 
-bool KurvenBild::event(QEvent *e)
+bool CurveWidget::event(QEvent *e)
 {
     if (e->type() == QEvent::ToolTip) {
         // The band fields carry their segment text as tool tip.
         auto *h = static_cast<QHelpEvent *>(e);
         const QRect plot = plotRect();
         if (h->pos().y() > plot.bottom() && h->pos().y() <= plot.bottom() + BAND_HOEHE) {
-            for (const Band_Feld &b : m_band) {
+            for (const BandField &b : m_band) {
                 if (h->pos().x() >= plot.left() + b.x && h->pos().x() < plot.left() + b.x + b.breite) {
                     QToolTip::showText(h->globalPos(), b.text.trimmed(), this);
                     return true;

@@ -1,5 +1,5 @@
 #pragma once
-// KurvenBild, the picture of one page of curves (`picture1`): the unit labels
+// CurveWidget, the picture of one page of curves (`picture1`): the unit labels
 // of the value axis at the left, the plot, the programme band under it and
 // the time marks under that. It paints from one parameter struct, in layers:
 // back (grid, zero line) -> curves -> cursor and readout. The scales are made
@@ -17,28 +17,28 @@
 namespace kal {
 
 /// Everything one paint needs.
-struct Kurven_Bildparameter {
-    const Kurven_Seite *seite = nullptr;
+struct CurvePaintParams {
+    const PlotPage *seite = nullptr;
     int kanaele = 0;
     int slot = 0;
-    Kurven_Regeln regeln;
+    CurveRules regeln;
     std::array<QColor, SEITEN_KANAELE> farben;
     std::array<QString, 21> segmentText;   ///< Segment_Text for the band
     std::array<QString, 5> marken;         ///< time labels of points 0, 90, 180, 270, 360
-    Maus_Anzeige maus;                     ///< cursor and readout
-    Skala_Optionen optionen;               ///< the live page scales otherwise
+    CursorReading maus;                     ///< cursor and readout
+    ScaleOptions optionen;               ///< the live page scales otherwise
 };
 
-class KurvenBild : public QWidget {
+class CurveWidget : public QWidget {
     Q_OBJECT
 public:
-    explicit KurvenBild(QWidget *parent = nullptr);
+    explicit CurveWidget(QWidget *parent = nullptr);
 
     /// New page or new reading: repaints.
-    void setParameter(const Kurven_Bildparameter &p);
-    const Kurven_Bildparameter &parameter() const { return m_p; }
+    void setParameter(const CurvePaintParams &p);
+    const CurvePaintParams &parameter() const { return m_p; }
     /// The scales of the last layout (valid after the first resize).
-    const Kurven_Skala &skala() const { return m_skala; }
+    const CurveScale &scale() const { return m_skala; }
     /// The plot in widget coordinates.
     QRect plotRect() const;
 
@@ -47,7 +47,7 @@ public:
 Q_SIGNALS:
     /// A press (button 1 left, 2 right) or, with `bewegung`, a move over the
     /// plot; x and y in pixels of the plot.
-    void maus(int button, double x, double y, bool bewegung);
+    void mouseAt(int button, double x, double y, bool bewegung);
 
 protected:
     void paintEvent(QPaintEvent *) override;
@@ -57,17 +57,17 @@ protected:
     bool event(QEvent *e) override;
 
 private:
-    void skalieren();
-    void hintergrund(QPainter &p, const QRect &plot);
-    void kurven(QPainter &p, const QRect &plot);
+    void rescale();
+    void drawBackground(QPainter &p, const QRect &plot);
+    void drawCurves(QPainter &p, const QRect &plot);
     void band(QPainter &p, const QRect &plot);
-    void achse(QPainter &p, const QRect &plot);
+    void drawAxis(QPainter &p, const QRect &plot);
     void cursor(QPainter &p, const QRect &plot);
-    void mausSenden(QMouseEvent *e, bool bewegung);
+    void sendMouse(QMouseEvent *e, bool bewegung);
 
-    Kurven_Bildparameter m_p;
-    Kurven_Skala m_skala;
-    std::vector<Band_Feld> m_band;
+    CurvePaintParams m_p;
+    CurveScale m_skala;
+    std::vector<BandField> m_band;
 };
 
 } // namespace kal

@@ -8,7 +8,7 @@
 
 namespace kal {
 
-inline QString Wort(const char *de, const char *en)
+inline QString pickWord(const char *de, const char *en)
 {
     return QString::fromUtf8(plant.Sprache == 0 ? de : en);
 }

@@ -9,7 +9,7 @@
 
 namespace kal {
 
-std::array<QPushButton *, 8> Tasten_Reihe(QWidget *form, QBoxLayout *layout, const std::function<void(int)> &gedrueckt)
+std::array<QPushButton *, 8> keyRow(QWidget *form, QBoxLayout *layout, const std::function<void(int)> &gedrueckt)
 {
     std::array<QPushButton *, 8> tasten{};
     auto *reihe = new QGridLayout;
@@ -25,7 +25,7 @@ std::array<QPushButton *, 8> Tasten_Reihe(QWidget *form, QBoxLayout *layout, con
     return tasten;
 }
 
-QListWidget *Listen_Kopf(QWidget *form, QListWidget *liste, int zeilen)
+QListWidget *listHeader(QWidget *form, QListWidget *liste, int zeilen)
 {
     auto *kopf = new QListWidget(form);
     kopf->setFont(liste->font());
@@ -39,7 +39,7 @@ QListWidget *Listen_Kopf(QWidget *form, QListWidget *liste, int zeilen)
     return kopf;
 }
 
-void Aktive_Seite_Bei_Fokus(QWidget *form, int seite)
+void setPageOnFocus(QWidget *form, int seite)
 {
     QObject::connect(qApp, &QApplication::focusChanged, form, [form, seite](QWidget *, QWidget *jetzt) {
         if (jetzt && (jetzt == form || form->isAncestorOf(jetzt)))

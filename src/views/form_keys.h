@@ -14,13 +14,13 @@ namespace kal {
 
 /// Eight keys in one row at the foot of `layout`; a click calls `gedrueckt`
 /// with the key's index.
-std::array<QPushButton *, 8> Tasten_Reihe(QWidget *form, QBoxLayout *layout, const std::function<void(int)> &gedrueckt);
+std::array<QPushButton *, 8> keyRow(QWidget *form, QBoxLayout *layout, const std::function<void(int)> &gedrueckt);
 
 /// The head lines of a list of fixed-width rows: a list of `zeilen` lines in
 /// the rows' font that stands above `liste` and scrolls sideways with it.
-QListWidget *Listen_Kopf(QWidget *form, QListWidget *liste, int zeilen);
+QListWidget *listHeader(QWidget *form, QListWidget *liste, int zeilen);
 
 /// Sets `Aktive_Seite` to `seite` whenever the focus enters the form.
-void Aktive_Seite_Bei_Fokus(QWidget *form, int seite);
+void setPageOnFocus(QWidget *form, int seite);
 
 } // namespace kal

@@ -34,15 +34,15 @@ QPointF rand(const QPrinter &d)
 
 } // namespace
 
-Druckauftrag::Druckauftrag(QPrinter &drucker) : m_drucker(drucker) {}
+PrintJob::PrintJob(QPrinter &drucker) : m_drucker(drucker) {}
 
-Druckauftrag::~Druckauftrag()
+PrintJob::~PrintJob()
 {
     if (m_maler.isActive())
         m_maler.end(); // the document ends
 }
 
-bool Druckauftrag::neueSeite(QPageLayout::Orientation lage)
+bool PrintJob::newPage(QPageLayout::Orientation lage)
 {
     // A new orientation holds from the next page on.
     m_drucker.setPageOrientation(lage);
@@ -56,9 +56,9 @@ bool Druckauftrag::neueSeite(QPageLayout::Orientation lage)
     return true;
 }
 
-bool Druckauftrag::Seite_Drucken(QWidget *fenster, QPageLayout::Orientation lage)
+bool PrintJob::Seite_Drucken(QWidget *fenster, QPageLayout::Orientation lage)
 {
-    if (!fenster || !neueSeite(lage))
+    if (!fenster || !newPage(lage))
         return false;
     const QPixmap bild = fenster->grab();
     const QSizeF groesse = bild.deviceIndependentSize();
@@ -71,7 +71,7 @@ bool Druckauftrag::Seite_Drucken(QWidget *fenster, QPageLayout::Orientation lage
     return true;
 }
 
-bool Druckauftrag::Textseiten(const std::vector<Druck_Seite> &seiten, QPageLayout::Orientation lage, int zoom)
+bool PrintJob::textPages(const std::vector<PrintPage> &seiten, QPageLayout::Orientation lage, int zoom)
 {
     if (seiten.empty())
         return true;
@@ -83,18 +83,18 @@ bool Druckauftrag::Textseiten(const std::vector<Druck_Seite> &seiten, QPageLayou
     const double breite = std::max(1.0, papier.width() - 2 * r.x());
     const double hoehe = std::max(1.0, papier.height() - 2 * r.y());
     size_t zeilen = 1;
-    for (const Druck_Seite &s : seiten)
+    for (const PrintPage &s : seiten)
         zeilen = std::max(zeilen, s.size() + 1);
     QFont probe(SCHRIFT);
     probe.setPointSizeF(TEXT_PUNKTE);
     const QFontMetricsF fm(probe, &m_drucker);
     double punkte = TEXT_PUNKTE * std::clamp(zoom, ZOOM_MIN, ZOOM_MAX) / 100.0;
-    punkte = std::min(punkte, TEXT_PUNKTE * breite / (Druck_Breite(seiten) * fm.horizontalAdvance(QLatin1Char('0'))));
+    punkte = std::min(punkte, TEXT_PUNKTE * breite / (printWidth(seiten) * fm.horizontalAdvance(QLatin1Char('0'))));
     punkte = std::min(punkte, TEXT_PUNKTE * hoehe / (zeilen * fm.lineSpacing()));
     // The lines of the title size never widen the text: a long title gets
     // smaller on its own until it fits the paper.
     int titelSpalten = 1;
-    for (const Druck_Seite &s : seiten)
+    for (const PrintPage &s : seiten)
         for (const Druck_Zeile &z : s)
             if (z.gross)
                 for (const Druck_Text &t : z.teile)
@@ -107,8 +107,8 @@ bool Druckauftrag::Textseiten(const std::vector<Druck_Seite> &seiten, QPageLayou
     titel.setPointSizeF(std::max(2.0, std::min(punkte * TITEL_PUNKTE / TEXT_PUNKTE,
                                                TEXT_PUNKTE * breite / (titelSpalten * titelBreite))));
 
-    for (const Druck_Seite &s : seiten) {
-        if (!neueSeite(lage))
+    for (const PrintPage &s : seiten) {
+        if (!newPage(lage))
             return false;
         m_maler.setPen(Qt::black);
         double y = r.y();
@@ -125,7 +125,7 @@ bool Druckauftrag::Textseiten(const std::vector<Druck_Seite> &seiten, QPageLayou
     return true;
 }
 
-void PDF_Drucker(QPrinter &drucker, const QString &pfad)
+void setPdfOutput(QPrinter &drucker, const QString &pfad)
 {
     drucker.setOutputFormat(QPrinter::PdfFormat);
     drucker.setOutputFileName(pfad);
@@ -133,21 +133,21 @@ void PDF_Drucker(QPrinter &drucker, const QString &pfad)
     drucker.setCreator(QStringLiteral("Kalmeron"));
 }
 
-bool Fenster_Drucken(QPrinter &drucker, QWidget *fenster, int kopien, bool mitInfo)
+bool printWindow(QPrinter &drucker, QWidget *fenster, int kopien, bool mitInfo)
 {
     const QPageLayout::Orientation lage = drucker.pageLayout().orientation();
-    const std::vector<Druck_Seite> info =
-        mitInfo ? Info_Seiten(Kurve_Info_Kopf(), Kurve.Info_Text) : std::vector<Druck_Seite>{};
-    Druckauftrag auftrag(drucker);
+    const std::vector<PrintPage> info =
+        mitInfo ? infoPages(curveInfoHead(), Kurve.Info_Text) : std::vector<PrintPage>{};
+    PrintJob auftrag(drucker);
     for (int k = 0; k < std::max(1, kopien); ++k) {
         // A failing page ends nothing: the job goes on with the next one.
         auftrag.Seite_Drucken(fenster, lage);
-        auftrag.Textseiten(info, QPageLayout::Portrait, plant.Druck_Prozent);
+        auftrag.textPages(info, QPageLayout::Portrait, plant.Druck_Prozent);
     }
     return auftrag.seiten() > 0;
 }
 
-bool Druckdialog(QPrinter &drucker, QWidget *eltern, int &kopien)
+bool askPrintDialog(QPrinter &drucker, QWidget *eltern, int &kopien)
 {
     drucker.setPageOrientation(QPageLayout::Landscape);
     QPrintDialog dialog(&drucker, eltern);
@@ -158,7 +158,7 @@ bool Druckdialog(QPrinter &drucker, QWidget *eltern, int &kopien)
     return true;
 }
 
-QString PDF_Datei_Fragen(QWidget *eltern, const QString &vorschlag)
+QString askPdfFile(QWidget *eltern, const QString &vorschlag)
 {
     QString pfad = QFileDialog::getSaveFileName(eltern, QStringLiteral("Export PDF…"), vorschlag,
                                                 QStringLiteral("PDF (*.pdf)"));
@@ -167,14 +167,14 @@ QString PDF_Datei_Fragen(QWidget *eltern, const QString &vorschlag)
     return pfad;
 }
 
-bool Liste_Drucken(QPrinter &drucker, const Liste_Kopf &kopf, const QStringList &kopfZeilen, const QStringList &zeilen,
+bool printList(QPrinter &drucker, const ListHead &kopf, const QStringList &kopfZeilen, const QStringList &zeilen,
                    int kopien)
 {
-    const std::vector<Druck_Seite> seiten = Liste_Seiten(kopf, kopfZeilen, zeilen);
+    const std::vector<PrintPage> seiten = listPages(kopf, kopfZeilen, zeilen);
     const QPageLayout::Orientation lage = drucker.pageLayout().orientation();
-    Druckauftrag auftrag(drucker);
+    PrintJob auftrag(drucker);
     for (int k = 0; k < std::max(1, kopien); ++k)
-        auftrag.Textseiten(seiten, lage, plant.Druck_Prozent);
+        auftrag.textPages(seiten, lage, plant.Druck_Prozent);
     return auftrag.seiten() > 0;
 }
 
@@ -185,48 +185,48 @@ bool druckerWaehlen(QPrinter &drucker, QWidget *fenster, bool pdf, const QString
 {
     kopien = 1;
     if (!pdf)
-        return Druckdialog(drucker, fenster, kopien);
-    const QString datei = PDF_Datei_Fragen(fenster, vorschlag);
+        return askPrintDialog(drucker, fenster, kopien);
+    const QString datei = askPdfFile(fenster, vorschlag);
     if (datei.isEmpty())
         return false;
-    PDF_Drucker(drucker, datei);
+    setPdfOutput(drucker, datei);
     drucker.setPageOrientation(QPageLayout::Landscape);
     return true;
 }
 
 } // namespace
 
-void Fenster_Ausgeben(QWidget *fenster, bool pdf, const QString &vorschlag, bool mitInfo)
+void outputWindow(QWidget *fenster, bool pdf, const QString &vorschlag, bool mitInfo)
 {
     QPrinter drucker(QPrinter::HighResolution);
     int kopien = 1;
     if (druckerWaehlen(drucker, fenster, pdf, vorschlag, kopien))
-        Fenster_Drucken(drucker, fenster, kopien, mitInfo);
+        printWindow(drucker, fenster, kopien, mitInfo);
 }
 
-void Liste_Ausgeben(QWidget *fenster, bool pdf, const QString &vorschlag, const Liste_Kopf &kopf,
+void outputList(QWidget *fenster, bool pdf, const QString &vorschlag, const ListHead &kopf,
                     const QStringList &kopfZeilen, const QStringList &zeilen)
 {
     QPrinter drucker(QPrinter::HighResolution);
     int kopien = 1;
     if (druckerWaehlen(drucker, fenster, pdf, vorschlag, kopien))
-        Liste_Drucken(drucker, kopf, kopfZeilen, zeilen, kopien);
+        printList(drucker, kopf, kopfZeilen, zeilen, kopien);
 }
 
-bool Kurve_PDF(const QString &ziel)
+bool writeCurvePdf(const QString &ziel)
 {
     QPrinter drucker(QPrinter::HighResolution);
-    PDF_Drucker(drucker, ziel);
+    setPdfOutput(drucker, ziel);
     drucker.setPageOrientation(QPageLayout::Landscape);
     // The window as the operator sees it after loading, never on a screen.
     auto *fenster = new KM_Kurve;
     fenster->setAttribute(Qt::WA_DontShowOnScreen);
     fenster->setAttribute(Qt::WA_DeleteOnClose, false);
-    fenster->Laden();
+    fenster->load();
     fenster->resize(1100, 640);
     fenster->show();
     QApplication::processEvents();
-    const bool ok = Fenster_Drucken(drucker, fenster, 1, true);
+    const bool ok = printWindow(drucker, fenster, 1, true);
     delete fenster;
     return ok;
 }

@@ -19,11 +19,11 @@
 
 namespace kal::test {
 
-inline void keinEnde(int) {}
+inline void noExit(int) {}
 
 /// Runs the event loop until `fertig` holds or `ms` of wall time passed.
 template <typename F>
-inline bool warteBis(F fertig, int ms)
+inline bool waitUntil(F fertig, int ms)
 {
     QDeadlineTimer frist(ms);
     while (!fertig() && !frist.hasExpired())
@@ -31,13 +31,13 @@ inline bool warteBis(F fertig, int ms)
     return fertig();
 }
 
-inline void bildSichern(QWidget &w, const QString &name)
+inline void saveSnapshot(QWidget &w, const QString &name)
 {
     QDir().mkpath(QStringLiteral(KALMERON_SHOTS));
     w.grab().save(QStringLiteral(KALMERON_SHOTS "/") + name);
 }
 
-inline int freierPort()
+inline int freeTcpPort()
 {
     QTcpServer s;
     s.listen(QHostAddress::LocalHost, 0);
@@ -56,7 +56,7 @@ inline std::unique_ptr<KM_MDI> testFenster(Dialogs &dlg)
     setScreen(w.get());
     w->resize(1400, 860);
     w->show();
-    w->Menue_Beschriften();
+    w->captionMenus();
     return w;
 }
 
@@ -68,15 +68,15 @@ protected:
         ASSERT_TRUE(dir.isValid());
         FreshProcess::SetUp();
         plant.Daten_Ordner_Option = dir.path();
-        plant.Modbus_Port = freierPort();
+        plant.Modbus_Port = freeTcpPort();
         QString fehler;
-        ASSERT_TRUE(demo.starten(true, &fehler)) << qPrintable(fehler);
-        setProzessEnde(keinEnde); // after the demo's fresh plant
+        ASSERT_TRUE(demo.start(true, &fehler)) << qPrintable(fehler);
+        setEndProcess(noExit); // after the demo's fresh plant
         w = std::make_unique<KM_MDI>();
         setDialogs(&dlg); // no modal box may stop the test
         w->resize(1280, 800);
         w->show();
-        w->Laden();
+        w->load();
         ASSERT_NE(w->menuePage(), nullptr);
     }
     void TearDown() override
@@ -89,7 +89,7 @@ protected:
     {
         return w->panelText(panel).startsWith(plant.Sprachtext(plant.Sprache, 9));
     }
-    bool alleOnline() const
+    bool allOnline() const
     {
         for (int p = 1; p <= OEFEN; ++p)
             if (!online(p))

@@ -24,20 +24,20 @@ using namespace kal::test;
 
 namespace {
 
-void bild(QWidget &w, const QString &name)
+void snapshot(QWidget &w, const QString &name)
 {
     QDir().mkpath(QStringLiteral(KALMERON_SHOTS));
     w.grab().save(QStringLiteral(KALMERON_SHOTS "/") + name);
 }
 
-class KurvenForm : public KurvenTest {
+class CurveForm : public CurveTest {
 protected:
     std::unique_ptr<KM_MDI> w;
     QString jahr;
 
     void SetUp() override
     {
-        KurvenTest::SetUp();
+        CurveTest::SetUp();
         plant.Pfad[0] = dir.path();
         plant.Pfad[3] = dir.filePath(QStringLiteral("CSV"));
         jahr = dir.filePath(QStringLiteral("2024"));
@@ -56,16 +56,16 @@ protected:
     void TearDown() override
     {
         w.reset();
-        KurvenTest::TearDown();
+        CurveTest::TearDown();
     }
 
     /// A heat treatment of eight hours: ramp to 850 °C, hold, cool; zone and
     /// pressure follow, a door message comes and goes.
-    QString behandlung(const QString &name)
+    QString heatTreatment(const QString &name)
     {
-        std::vector<Probe> p;
+        std::vector<SampleGroup> p;
         for (int m = 0; m < 480; m += 2) {
-            Probe x;
+            SampleGroup x;
             const int soll = m < 150 ? 200 + m * 4 : (m < 330 ? 850 : std::max(200, 850 - (m - 330) * 4));
             x.soll = i16(soll);
             x.ist = i16(soll - 12 + (m % 7));
@@ -82,40 +82,40 @@ protected:
         const QString f = QDir(jahr).filePath(name);
         BatchFile b;
         b.open(f);
-        kopfSchreiben(b, t0);
+        writeFurnaceHead(b, t0);
         int nr = SATZ_DATEN_START;
         for (size_t i = 0; i < p.size(); ++i) {
-            const auto g = Satz_Gruppe(gruppenBlock(p[i]), zeit(t0.addSecs(120 * qint64(i))));
+            const auto g = groupRecords(groupBlock(p[i]), recordTime(t0.addSecs(120 * qint64(i))));
             b.write(nr, g.data(), 4);
             nr += 4;
         }
         std::array<BatchRecord, TEXT_SAETZE> text =
-            Chargendaten_Saetze(QStringLiteral("Auftrag 4711 Zahnraeder 16MnCr5    Kunde Muster GmbH"));
+            batchDataRecords(QStringLiteral("Auftrag 4711 Zahnraeder 16MnCr5    Kunde Muster GmbH"));
         b.write(nr, text.data(), TEXT_SAETZE);
         return f;
     }
 
-    QString einfach(const QString &name)
+    QString plainBatch(const QString &name)
     {
         const QString f = QDir(jahr).filePath(name);
         std::vector<BatchRecord> s;
         for (int m = 0; m < 300; ++m) {
             const i16 soll = i16(m < 100 ? 100 + m * 5 : 600);
-            s.push_back(einzel(t0.addSecs(60 * m), {soll, i16(soll - 8), i16(m < 100 ? 70 : 30), 0, 0, i16(m < 290 ? 1 : 0), 0}, 110));
+            s.push_back(singleSample(t0.addSecs(60 * m), {soll, i16(soll - 8), i16(m < 100 ? 70 : 30), 0, 0, i16(m < 290 ? 1 : 0), 0}, 110));
         }
-        anhaengen(f, s);
+        appendRecords(f, s);
         return f;
     }
 };
 
 } // namespace
 
-TEST_F(KurvenForm, BrowserListsFiltersAndOpensTheBatch)
+TEST_F(CurveForm, BrowserListsFiltersAndOpensTheBatch)
 {
-    behandlung(QStringLiteral("D2401100TST000012050324.OVD"));
-    einfach(QStringLiteral("D2402300TST000003060324.OVD"));
-    einfach(QStringLiteral("D2402300TST00003060324.OVD")); // 26 characters: no batch
-    w->zeigeTempDatei();
+    heatTreatment(QStringLiteral("D2401100TST000012050324.OVD"));
+    plainBatch(QStringLiteral("D2402300TST000003060324.OVD"));
+    plainBatch(QStringLiteral("D2402300TST00003060324.OVD")); // 26 characters: no batch
+    w->showBatchBrowser();
     KM_TempDatei *b = w->tempDatei();
     ASSERT_NE(b, nullptr);
     ASSERT_EQ(b->List1()->count(), 2);
@@ -139,7 +139,7 @@ TEST_F(KurvenForm, BrowserListsFiltersAndOpensTheBatch)
     EXPECT_TRUE(plant.CSV_Info_Datei.endsWith(QStringLiteral("I2401100TST000012050324.CSV")));
     EXPECT_TRUE(b->Text1().startsWith(QStringLiteral("Auftrag 4711")));
     w->tempDatei()->parentWidget()->resize(1300, 560);
-    bild(*b->parentWidget(), QStringLiteral("browser_de.png"));
+    snapshot(*b->parentWidget(), QStringLiteral("browser_de.png"));
 
     QTest::mouseClick(b->OKButton(), Qt::LeftButton);
     ASSERT_NE(w->kurve(), nullptr);
@@ -149,52 +149,52 @@ TEST_F(KurvenForm, BrowserListsFiltersAndOpensTheBatch)
     EXPECT_EQ(plant.Aktive_Seite, 2);
 }
 
-TEST_F(KurvenForm, CurvePagesZoomsAndReadsInBothLanguages)
+TEST_F(CurveForm, CurvePagesZoomsAndReadsInBothLanguages)
 {
-    const QString f = behandlung(QStringLiteral("D2401100TST000012050324.OVD"));
+    const QString f = heatTreatment(QStringLiteral("D2401100TST000012050324.OVD"));
     for (int sprache : {0, 1}) {
         plant.Sprache = u8(sprache);
         Sprachumschalt();
-        w->zeigeKurve(f);
+        w->showCurve(f);
         KM_Kurve *k = w->kurve();
         ASSERT_NE(k, nullptr);
         QCoreApplication::processEvents();
         const QString s = sprache == 0 ? QStringLiteral("de") : QStringLiteral("en");
-        bild(*k, QStringLiteral("curve_%1.png").arg(s));
+        snapshot(*k, QStringLiteral("curve_%1.png").arg(s));
 
         // Zoom in to raster 20 and page forward with F2.
-        EXPECT_FALSE(k->taste(TASTE_ZOOM_AUS)->isEnabled());
-        while (k->taste(TASTE_ZOOM_EIN)->isEnabled())
-            QTest::mouseClick(k->taste(TASTE_ZOOM_EIN), Qt::LeftButton);
+        EXPECT_FALSE(k->keyButton(TASTE_ZOOM_AUS)->isEnabled());
+        while (k->keyButton(TASTE_ZOOM_EIN)->isEnabled())
+            QTest::mouseClick(k->keyButton(TASTE_ZOOM_EIN), Qt::LeftButton);
         EXPECT_EQ(Kurve.Zeit_Raster, 20);
         QTest::keyClick(k, Qt::Key_F2);
         EXPECT_EQ(Kurve.Zeit_Marke[0], t0.addSecs(9000));
         // The left button reads the curves under the mouse.
-        const QRect plot = k->bild()->plotRect();
-        QTest::mouseClick(k->bild(), Qt::LeftButton, {}, plot.topLeft() + QPoint(plot.width() / 2, plot.height() / 2));
-        EXPECT_TRUE(k->bild()->parameter().maus.linie);
-        EXPECT_TRUE(k->bild()->parameter().maus.text[1].startsWith(QStringLiteral("11:"))); // the middle of 10:30 .. 12:30
-        bild(*k, QStringLiteral("curve_zoom_%1.png").arg(s));
+        const QRect plot = k->plotWidget()->plotRect();
+        QTest::mouseClick(k->plotWidget(), Qt::LeftButton, {}, plot.topLeft() + QPoint(plot.width() / 2, plot.height() / 2));
+        EXPECT_TRUE(k->plotWidget()->parameter().maus.linie);
+        EXPECT_TRUE(k->plotWidget()->parameter().maus.text[1].startsWith(QStringLiteral("11:"))); // the middle of 10:30 .. 12:30
+        snapshot(*k, QStringLiteral("curve_zoom_%1.png").arg(s));
     }
 }
 
-TEST_F(KurvenForm, PlainBatchAndLogData)
+TEST_F(CurveForm, PlainBatchAndLogData)
 {
-    const QString f = einfach(QStringLiteral("D2402300TST000003060324.OVD"));
-    w->zeigeKurve(f);
+    const QString f = plainBatch(QStringLiteral("D2402300TST000003060324.OVD"));
+    w->showCurve(f);
     QCoreApplication::processEvents();
     EXPECT_EQ(plant.Kanal_Zahl[0], 4);
-    bild(*w->kurve(), QStringLiteral("curve_plain_de.png"));
+    snapshot(*w->kurve(), QStringLiteral("curve_plain_de.png"));
 
     plant.Charge_Datei[2] = f;
-    w->zeigeLogdaten(3);
+    w->showLogBook(3);
     ASSERT_NE(w->logdaten(), nullptr);
     EXPECT_EQ(w->logdaten()->LogList()->count(), 339);
     EXPECT_FALSE(w->mnuform(2)->isEnabled());
     EXPECT_EQ(w->logdaten()->LogList()->item(39)->text(),
               QStringLiteral("05.03.2024 08:00:00  110    100     92    70     0     0     1     0"));
     w->logdaten()->parentWidget()->resize(900, 500);
-    bild(*w->logdaten()->parentWidget(), QStringLiteral("logdata_de.png"));
+    snapshot(*w->logdaten()->parentWidget(), QStringLiteral("logdata_de.png"));
     w->logdaten()->parentWidget()->close();
     QCoreApplication::processEvents();
     EXPECT_TRUE(w->mnuform(2)->isEnabled());

@@ -42,11 +42,11 @@ using namespace kal::test;
 
 TEST_F(DemoStation, EveryFurnaceComesOnline)
 {
-    const bool ok = warteBis([&] { return alleOnline(); }, 60000);
+    const bool ok = waitUntil([&] { return allOnline(); }, 60000);
     // Then until block 0 of the first furnace came in (its time is shown).
-    warteBis([] { return !plant.Block0_Zeit[0].isEmpty(); }, 30000);
-    warteBis([] { return false; }, 1500);
-    bildSichern(*w, QStringLiteral("main_de.png"));
+    waitUntil([] { return !plant.Block0_Zeit[0].isEmpty(); }, 30000);
+    waitUntil([] { return false; }, 1500);
+    saveSnapshot(*w, QStringLiteral("main_de.png"));
     EXPECT_TRUE(ok) << qPrintable(w->panelText(1) + "|" + w->panelText(2) + "|" + w->panelText(3));
     for (int p = OEFEN + 1; p <= 8; ++p)
         EXPECT_TRUE(w->panelText(p).startsWith(plant.Sprachtext(plant.Sprache, 8))) << p;
@@ -55,54 +55,54 @@ TEST_F(DemoStation, EveryFurnaceComesOnline)
     // The same page in English.
     plant.Sprache = 1;
     Sprachumschalt();
-    warteBis([] { return false; }, 600);
-    bildSichern(*w, QStringLiteral("main_en.png"));
+    waitUntil([] { return false; }, 600);
+    saveSnapshot(*w, QStringLiteral("main_en.png"));
 }
 
 TEST_F(DemoStation, ElementHistoryAndUsbSourcesOnTheLivePage)
 {
     constexpr int VAKUUM = 3; // the furnace with element measurement
     for (int nr = 1; nr <= 9; ++nr) {
-        ElementSatz s;
+        ElementRecord s;
         s.Anzahl = nr == 1 ? i16(9) : i16(2);
         if (nr > 1)
             s.Zeit = QStringLiteral("%1.03.2024 %2:15:00").arg(10 + nr / 3).arg(8 + nr, 2, 10, QLatin1Char('0'));
         for (int e = 0; e < 12; ++e)
             s.RX[e] = 1.9f + 0.01f * float(e) + 0.02f * float(nr);
-        Element_Schreiben(KM_RX_Pfad(VAKUUM), nr, s);
+        writeElement(rxFilePath(VAKUUM), nr, s);
     }
-    kal::test::UsbQuelle q(20);
-    q.satz(201, 12, 3, 2024, 8, 0, 0);
+    kal::test::UsbSourceBuilder q(20);
+    q.addRecord(201, 12, 3, 2024, 8, 0, 0);
     for (const char *name : {"OF.DAT", "PANEL3.usb", "X7"})
-        q.schreiben(QDir(plant.Pfad[2]).filePath(QString::fromLatin1(name)));
+        q.writeTo(QDir(plant.Pfad[2]).filePath(QString::fromLatin1(name)));
 
-    ASSERT_TRUE(warteBis([&] { return online(VAKUUM) && plant.Element_Spuren[VAKUUM - 1] == 12; }, 60000));
+    ASSERT_TRUE(waitUntil([&] { return online(VAKUUM) && plant.Element_Spuren[VAKUUM - 1] == 12; }, 60000));
     KM_Menue &seite = *w->menuePage();
     QKeyEvent taste(QEvent::KeyPress, Qt::Key_0 + VAKUUM, Qt::NoModifier);
     QCoreApplication::sendEvent(&seite, &taste);
     ASSERT_EQ(seite.RX_List()->count(), 8);
     EXPECT_TRUE(seite.RX_List()->item(0)->text().startsWith("10.03.2024 10:15:00"));
     w->mnuImport()->setChecked(true);
-    warteBis([&] { return seite.Quell_Liste()->count() == 3; }, 3000);
+    waitUntil([&] { return seite.Quell_Liste()->count() == 3; }, 3000);
     EXPECT_EQ(seite.Quell_Liste()->item(0)->text(), "OF.DAT");
-    warteBis([] { return false; }, 600);
-    bildSichern(*w, QStringLiteral("elements_usb_de.png"));
+    waitUntil([] { return false; }, 600);
+    saveSnapshot(*w, QStringLiteral("elements_usb_de.png"));
     plant.Sprache = 1;
     Sprachumschalt();
-    warteBis([] { return false; }, 600);
-    bildSichern(*w, QStringLiteral("elements_usb_en.png"));
+    waitUntil([] { return false; }, 600);
+    saveSnapshot(*w, QStringLiteral("elements_usb_en.png"));
 
     seite.RX_Export()->click();
     EXPECT_TRUE(QFile::exists(QDir(plant.Pfad[3]).filePath("RX_" + plant.Ofen_Serie[VAKUUM - 1] + ".CSV")));
     // The switch imports the three sources; the list empties.
-    seite.USB_Taste()->click();
-    EXPECT_TRUE(warteBis([&] { return seite.Quell_Liste()->count() == 0; }, 20000));
+    seite.usbButton()->click();
+    EXPECT_TRUE(waitUntil([&] { return seite.Quell_Liste()->count() == 0; }, 20000));
     EXPECT_TRUE(dialogs.shown.empty()) << qPrintable(dialogs.shown.front().text);
 }
 
 TEST_F(DemoStation, DoorMessageComesIsAcknowledgedAndGoes)
 {
-    ASSERT_TRUE(warteBis([&] { return online(1); }, 60000));
+    ASSERT_TRUE(waitUntil([&] { return online(1); }, 60000));
     sim::SimFurnace *ofen = demo.plant()->furnace(0);
     ASSERT_NE(ofen, nullptr);
     const int TUER = 5; // "Tür geöffnet" in the default texts
@@ -110,42 +110,42 @@ TEST_F(DemoStation, DoorMessageComesIsAcknowledgedAndGoes)
     ofen->clearMessage(TUER, true); // the cause is gone; it goes once acknowledged
 
     // The come is stored.
-    ASSERT_TRUE(warteBis([&] { return Meld_Lesen(Meld_Satz_Nr(0, TUER)).Aktiv == 1; }, 30000));
+    ASSERT_TRUE(waitUntil([&] { return readMessage(messageRecordNumber(0, TUER)).Aktiv == 1; }, 30000));
 
     // The list of furnace 1 shows it, with the message number and text.
-    Seite_Ofen_Klick(Seite, 0);
-    w->zeigeAlarme(false);
+    furnaceRowClicked(Seite, 0);
+    w->showAlarms(false);
     ASSERT_NE(w->alarme(), nullptr);
-    Meld_Anzeige_Setzen(0, 1);
-    w->alarme()->Beschriften();
+    tickBox(0, 1);
+    w->alarme()->setCaptions();
     QListWidget *liste = w->alarme()->List1();
     ASSERT_EQ(liste->count(), 1);
     const QString zeile = liste->item(0)->text();
     EXPECT_TRUE(zeile.contains(QStringLiteral("    1: "))) << qPrintable(zeile);
     EXPECT_TRUE(zeile.contains(QStringLiteral("  05  Tür geöffnet"))) << qPrintable(zeile);
-    bildSichern(*w, QStringLiteral("messages_normal.png"));
+    saveSnapshot(*w, QStringLiteral("messages_normal.png"));
 
     // "Quitt " sends 4 to word 30; the PLC clears the bit and the go is stored.
     QPushButton *quitt = w->alarme()->Taste(6);
     ASSERT_TRUE(quitt->text().contains(QStringLiteral("Quitt"))) << qPrintable(quitt->text());
     quitt->click();
-    ASSERT_TRUE(warteBis([&] { return ofen->lastWritten(30) == int16_t(4); }, 10000));
-    ASSERT_TRUE(warteBis([&] { return Meld_Lesen(Meld_Satz_Nr(0, TUER)).Aktiv == 0; }, 30000));
-    const Meld_Satz satz = Meld_Lesen(Meld_Satz_Nr(0, TUER));
+    ASSERT_TRUE(waitUntil([&] { return ofen->lastWritten(30) == int16_t(4); }, 10000));
+    ASSERT_TRUE(waitUntil([&] { return readMessage(messageRecordNumber(0, TUER)).Aktiv == 0; }, 30000));
+    const MessageRecord satz = readMessage(messageRecordNumber(0, TUER));
     EXPECT_GE(satz.Geht.Tag, 1); // a go time was written
-    warteBis([&] { return liste->count() == 0; }, 5000);
+    waitUntil([&] { return liste->count() == 0; }, 5000);
     EXPECT_EQ(liste->count(), 0);
     w->alarme()->close();
 
     // The configuration mode of the same form.
-    w->zeigeAlarme(true);
+    w->showAlarms(true);
     ASSERT_NE(w->alarme(), nullptr);
-    Meld_Anzeige_Setzen(0, 1);
-    Meld_Anzeige_Setzen(1, 1);
-    w->alarme()->Beschriften();
+    tickBox(0, 1);
+    tickBox(1, 1);
+    w->alarme()->setCaptions();
     EXPECT_GT(w->alarme()->List1()->count(), 0);
-    warteBis([] { return false; }, 300);
-    bildSichern(*w, QStringLiteral("messages_config.png"));
+    waitUntil([] { return false; }, 300);
+    saveSnapshot(*w, QStringLiteral("messages_config.png"));
 }
 
 TEST(Demo, ExecutableEndsCleanlyOnSigterm)
@@ -159,10 +159,10 @@ TEST(Demo, ExecutableEndsCleanlyOnSigterm)
     p.setProcessChannelMode(QProcess::MergedChannels);
     p.start(QStringLiteral(KALMERON_EXE),
             {QStringLiteral("--demo"), QStringLiteral("--data"), dir.path(), QStringLiteral("--modbus-port"),
-             QString::number(freierPort())});
+             QString::number(freeTcpPort())});
     ASSERT_TRUE(p.waitForStarted(10000));
     QByteArray out;
-    const bool bereit = warteBis(
+    const bool bereit = waitUntil(
         [&] {
             out += p.readAll();
             return out.contains("panel server") || p.state() == QProcess::NotRunning;
@@ -170,7 +170,7 @@ TEST(Demo, ExecutableEndsCleanlyOnSigterm)
         30000);
     ASSERT_TRUE(bereit) << out.constData();
     ASSERT_EQ(p.state(), QProcess::Running) << out.constData();
-    warteBis([] { return false; }, 2000); // let it poll a while
+    waitUntil([] { return false; }, 2000); // let it poll a while
     ::kill(static_cast<pid_t>(p.processId()), SIGTERM);
     ASSERT_TRUE(p.waitForFinished(15000));
     EXPECT_EQ(p.exitStatus(), QProcess::NormalExit);

@@ -38,15 +38,15 @@ protected:
         if (HasFatalFailure())
             return;
         w->resize(1280, 860);
-        ASSERT_TRUE(warteBis([] { return plant.Ofen_Online[0] != 0 && plant.SPS_Wort(0, 47) != 0; }, 60000));
+        ASSERT_TRUE(waitUntil([] { return plant.Ofen_Online[0] != 0 && plant.SPS_Wort(0, 47) != 0; }, 60000));
     }
-    QWidget *fenster(QWidget *form) { return form->parentWidget(); }
-    void bild(QWidget *form, const QString &name)
+    QWidget *childWindow(QWidget *form) { return form->parentWidget(); }
+    void snapshot(QWidget *form, const QString &name)
     {
         QCoreApplication::processEvents();
-        bildSichern(*fenster(form), name);
+        saveSnapshot(*childWindow(form), name);
     }
-    void sprache(int s)
+    void setLanguage(int s)
     {
         plant.Sprache = static_cast<u8>(s);
         Sprachumschalt();
@@ -61,9 +61,9 @@ TEST_F(DialogStation, SettingsDialogTabsLimitsLanguageAndCancel)
     w->mnuform(6)->trigger();
     KM_Parameter *p = w->parameter();
     ASSERT_NE(p, nullptr);
-    fenster(p)->resize(1180, 640);
+    childWindow(p)->resize(1180, 640);
     // Furnace 4 of the demo online and identified (its PLC-Info is shown).
-    warteBis([] { return !plant.PLC_Name[3].isEmpty(); }, 60000);
+    waitUntil([] { return !plant.PLC_Name[3].isEmpty(); }, 60000);
 
     // The general tab: the language picked switches the station at once.
     auto *sprachen = p->findChild<QComboBox *>();
@@ -79,15 +79,15 @@ TEST_F(DialogStation, SettingsDialogTabsLimitsLanguageAndCancel)
             if (tab >= 2 && tab <= 8 && tab != 4)
                 continue; // furnaces 2..7 look like furnace 1 and 4
             p->TabStrip1()->setCurrentIndex(tab);
-            bild(p, QStringLiteral("settings_%1_tab%2.png").arg(QLatin1String(kuerzel[s])).arg(tab));
+            snapshot(p, QStringLiteral("settings_%1_tab%2.png").arg(QLatin1String(kuerzel[s])).arg(tab));
         }
     }
     EXPECT_EQ(p->TabStrip1()->tabText(1), QStringLiteral("furnace 1"));
     // The USB import's switch: with no file in the USB folder it stays off.
     p->TabStrip1()->setCurrentIndex(0);
-    EXPECT_EQ(p->usbTaste()->text(), QStringLiteral("USB_Import"));
-    QTest::mouseClick(p->usbTaste(), Qt::LeftButton);
-    EXPECT_FALSE(p->usbTaste()->isChecked());
+    EXPECT_EQ(p->usbPathButton()->text(), QStringLiteral("USB_Import"));
+    QTest::mouseClick(p->usbPathButton(), Qt::LeftButton);
+    EXPECT_FALSE(p->usbPathButton()->isChecked());
     p->TabStrip1()->setCurrentIndex(1);
 
     // Typed and left with Tab: the replacement values stand in the fields.
@@ -112,7 +112,7 @@ TEST_F(DialogStation, SettingsDialogTabsLimitsLanguageAndCancel)
     EXPECT_EQ(plant.Sprache, 0);
     EXPECT_EQ(plant.TempLog_Takt[0], 60);
     EXPECT_NE(plant.Ofen_IP(0, 0), 255);
-    EXPECT_FALSE(fenster(p)->isVisible());
+    EXPECT_FALSE(childWindow(p)->isVisible());
 
     // Opened again: a fresh copy, and OK writes the configuration.
     w->mnuform(6)->trigger();
@@ -120,19 +120,19 @@ TEST_F(DialogStation, SettingsDialogTabsLimitsLanguageAndCancel)
     p->TabStrip1()->setCurrentIndex(1);
     EXPECT_EQ(p->Text1(0)->text(), QString::number(plant.Ofen_IP(0, 0)));
     QTest::mouseClick(p->Command1(0), Qt::LeftButton);
-    EXPECT_FALSE(fenster(p)->isVisible());
+    EXPECT_FALSE(childWindow(p)->isVisible());
     EXPECT_TRUE(QFile::exists(QDir(dir.path()).filePath(QStringLiteral("Kalmeron.DAT"))));
     EXPECT_TRUE(dialogs.shown.empty()) << qPrintable(dialogs.shown.front().text);
 }
 
 TEST_F(DialogStation, ControllerFormSendsWithEnterAndShowsTheNewValue)
 {
-    ASSERT_TRUE(w->mnuRegler()->isEnabled() || warteBis([&] { return w->mnuRegler()->isEnabled(); }, 5000));
+    ASSERT_TRUE(w->mnuRegler()->isEnabled() || waitUntil([&] { return w->mnuRegler()->isEnabled(); }, 5000));
     w->mnuRegler()->trigger();
     KM_RegPar *r = w->regPar();
     ASSERT_NE(r, nullptr);
-    fenster(r)->resize(760, 520);
-    ASSERT_TRUE(warteBis([&] { return !r->Ausgabe(0)->text().isEmpty() && RegPar.Verlauf.size() > 8; }, 10000));
+    childWindow(r)->resize(760, 520);
+    ASSERT_TRUE(waitUntil([&] { return !r->Ausgabe(0)->text().isEmpty() && RegPar.Verlauf.size() > 8; }, 10000));
 
     QLineEdit *xp = r->Eingabe(0);
     xp->setFocus();
@@ -140,15 +140,15 @@ TEST_F(DialogStation, ControllerFormSendsWithEnterAndShowsTheNewValue)
     QTest::keyClicks(xp, QStringLiteral("1,5"));
     QTest::keyClick(xp, Qt::Key_Return);
     sim::SimFurnace *plc = demo.plant()->furnace(RegPar.Reg_Ofen - 1);
-    ASSERT_TRUE(warteBis([&] { return plc->word(47) == 150; }, 10000));
-    ASSERT_TRUE(warteBis([&] { return r->Ausgabe(0)->text().startsWith(QStringLiteral("1")); }, 10000));
+    ASSERT_TRUE(waitUntil([&] { return plc->word(47) == 150; }, 10000));
+    ASSERT_TRUE(waitUntil([&] { return r->Ausgabe(0)->text().startsWith(QStringLiteral("1")); }, 10000));
     EXPECT_EQ(r->Ausgabe(0)->text(), QStringLiteral("1") + QLocale().decimalPoint() + QStringLiteral("50"));
     QTest::keyClick(xp, Qt::Key_Tab);
     EXPECT_EQ(QApplication::focusWidget(), r->Eingabe(1));
-    bild(r, QStringLiteral("regpar_de.png"));
-    sprache(1);
-    warteBis([] { return false; }, 600);
-    bild(r, QStringLiteral("regpar_en.png"));
+    snapshot(r, QStringLiteral("regpar_de.png"));
+    setLanguage(1);
+    waitUntil([] { return false; }, 600);
+    snapshot(r, QStringLiteral("regpar_en.png"));
 }
 
 TEST_F(DialogStation, SystemDialogChecksTheSerialNumberAndShowsTheTexts)
@@ -157,8 +157,8 @@ TEST_F(DialogStation, SystemDialogChecksTheSerialNumberAndShowsTheTexts)
     w->mnuform(7)->trigger();
     KM_System *s = w->system();
     ASSERT_NE(s, nullptr);
-    fenster(s)->resize(1180, 620);
-    s->Oeffnen(2);
+    childWindow(s)->resize(1180, 620);
+    s->onOpen(2);
     QLineEdit *serie = s->Text1(SYS_SERIE);
     serie->setFocus();
     serie->selectAll();
@@ -168,9 +168,9 @@ TEST_F(DialogStation, SystemDialogChecksTheSerialNumberAndShowsTheTexts)
     EXPECT_EQ(dialogs.shown.front().text, QStringLiteral("Die Serien-Nr. hat nicht das\nFormat: >>>JJMM-NNN-TTT<<<"));
     EXPECT_EQ(serie->text(), QStringLiteral("1305-042-SGO"));
     EXPECT_GE(s->List_MLDTXT()->count(), 32);
-    bild(s, QStringLiteral("system_de.png"));
-    sprache(1);
-    bild(s, QStringLiteral("system_en.png"));
+    snapshot(s, QStringLiteral("system_de.png"));
+    setLanguage(1);
+    snapshot(s, QStringLiteral("system_en.png"));
     QTest::mouseClick(s->OKButton(), Qt::LeftButton);
-    EXPECT_FALSE(fenster(s)->isVisible());
+    EXPECT_FALSE(childWindow(s)->isVisible());
 }

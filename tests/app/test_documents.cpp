@@ -39,7 +39,7 @@ struct Lauf {
 };
 
 /// Runs a program to its end; a program that cannot be started fails the test.
-Lauf starten(const QString &programm, const QStringList &args, bool ohneAnzeige = false)
+Lauf start(const QString &programm, const QStringList &args, bool ohneAnzeige = false)
 {
     QProcess p;
     if (ohneAnzeige) {
@@ -58,15 +58,15 @@ Lauf starten(const QString &programm, const QStringList &args, bool ohneAnzeige 
 
 Lauf kalmeron(const QStringList &args)
 {
-    return starten(QStringLiteral(KALMERON_EXE), args, true);
+    return start(QStringLiteral(KALMERON_EXE), args, true);
 }
 
 /// Page sizes of a PDF as "L" (landscape) and "P" (portrait), in order.
 QString seitenLagen(const QString &pdf)
 {
     const QRegularExpression zahl(QStringLiteral("Pages: +(\\d+)"));
-    const QString seiten = zahl.match(QString::fromUtf8(starten(QStringLiteral("pdfinfo"), {pdf}).out)).captured(1);
-    const Lauf info = starten(QStringLiteral("pdfinfo"), {QStringLiteral("-f"), QStringLiteral("1"),
+    const QString seiten = zahl.match(QString::fromUtf8(start(QStringLiteral("pdfinfo"), {pdf}).out)).captured(1);
+    const Lauf info = start(QStringLiteral("pdfinfo"), {QStringLiteral("-f"), QStringLiteral("1"),
                                                           QStringLiteral("-l"), seiten, pdf});
     QString lagen;
     const QRegularExpression re(QStringLiteral("Page +\\d+ size: +([\\d.]+) x ([\\d.]+)"));
@@ -81,20 +81,20 @@ QString seitenLagen(const QString &pdf)
 void seitenBilder(const QString &pdf, const QString &name)
 {
     QDir().mkpath(QStringLiteral(KALMERON_SHOTS));
-    const Lauf r = starten(QStringLiteral("pdftoppm"), {QStringLiteral("-r"), QStringLiteral("60"), QStringLiteral("-png"),
+    const Lauf r = start(QStringLiteral("pdftoppm"), {QStringLiteral("-r"), QStringLiteral("60"), QStringLiteral("-png"),
                                                         pdf, QStringLiteral(KALMERON_SHOTS "/") + name});
     EXPECT_EQ(r.code, 0) << r.err.constData();
 }
 
-class Dokumente : public KurvenTest {
+class Dokumente : public CurveTest {
 protected:
     /// A batch of two hours: ramp and hold in two segments, a door message
     /// that comes and goes, so the info text has several lines.
     QString charge()
     {
-        std::vector<Probe> p;
+        std::vector<SampleGroup> p;
         for (int m = 0; m < 120; ++m) {
-            Probe x;
+            SampleGroup x;
             x.soll = i16(m < 60 ? 200 + m * 10 : 800);
             x.ist = i16(x.soll - 8 + m % 5);
             x.zone = i16(x.ist - 20);
@@ -107,7 +107,7 @@ protected:
             x.rest = 100;
             p.push_back(x);
         }
-        return kopfDatei(p);
+        return headedFile(p);
     }
 };
 
@@ -117,7 +117,7 @@ TEST_F(Dokumente, HeadlessCsvIsWhatTheButtonWrites)
 {
     const QString p = charge();
     // The button: the batch loaded in the window, no column choice made.
-    plant.Datum_Trenner = Datum_Trenner_System();
+    plant.Datum_Trenner = systemDateSeparator();
     plant.Pfad[3] = dir.filePath(QStringLiteral("Knopf"));
     QDir().mkpath(plant.Pfad[3]);
     plant.CSV_Datei = plant.Pfad[3] + QStringLiteral("/B.CSV");
@@ -148,12 +148,12 @@ TEST_F(Dokumente, HeadlessExitCodes)
 {
     const QString p = charge();
     const QString d = dir.filePath(QStringLiteral("daten"));
-    struct Fall {
+    struct Case {
         QStringList args;
         int code;
     };
     QDir().mkpath(dir.filePath(QStringLiteral("ordner.OVD")));
-    const Fall faelle[] = {
+    const Case faelle[] = {
         {{QStringLiteral("--csv"), dir.filePath(QStringLiteral("fehlt.OVD"))}, 3},
         {{QStringLiteral("--pdf"), dir.filePath(QStringLiteral("fehlt.OVD")), QStringLiteral("--out"), dir.filePath(QStringLiteral("x.pdf"))}, 3},
         {{QStringLiteral("--csv"), dir.filePath(QStringLiteral("ordner.OVD"))}, 3},
@@ -161,7 +161,7 @@ TEST_F(Dokumente, HeadlessExitCodes)
         {{QStringLiteral("--csv"), p, QStringLiteral("--pdf"), p}, 2},
         {{QStringLiteral("--out"), dir.filePath(QStringLiteral("x.csv"))}, 2},
     };
-    for (const Fall &f : faelle) {
+    for (const Case &f : faelle) {
         const Lauf r = kalmeron(QStringList{QStringLiteral("--data"), d} + f.args);
         EXPECT_EQ(r.code, f.code) << qPrintable(f.args.join(QLatin1Char(' ')));
         EXPECT_TRUE(r.out.isEmpty());
@@ -178,7 +178,7 @@ TEST_F(Dokumente, HeadlessPdfIsTheCurvePageThenItsText)
     ASSERT_EQ(r.code, 0) << r.err.constData();
     EXPECT_TRUE(r.out.isEmpty());
     EXPECT_EQ(seitenLagen(pdf), QStringLiteral("LP"));
-    const Lauf text = starten(QStringLiteral("pdftotext"), {pdf, QStringLiteral("-")});
+    const Lauf text = start(QStringLiteral("pdftotext"), {pdf, QStringLiteral("-")});
     EXPECT_TRUE(text.out.contains("Seite 1"));
     EXPECT_TRUE(text.out.contains("kommt 01 Text 1")) << text.out.constData();
     seitenBilder(pdf, QStringLiteral("pdf_charge"));
@@ -190,25 +190,25 @@ TEST_F(Dokumente, ThreeCopiesAlternateImageAndTextAndShortInfoPrintsNoText)
     ASSERT_GE(Kurve.Info_Text.size(), INFO_MIN_ZEICHEN);
     KM_Kurve fenster;
     fenster.setAttribute(Qt::WA_DeleteOnClose, false);
-    fenster.Laden();
+    fenster.load();
     fenster.resize(1100, 640);
     fenster.show();
 
     const QString pdf = dir.filePath(QStringLiteral("drei.pdf"));
     {
         QPrinter d(QPrinter::HighResolution);
-        PDF_Drucker(d, pdf);
+        setPdfOutput(d, pdf);
         d.setPageOrientation(QPageLayout::Landscape);
-        ASSERT_TRUE(Fenster_Drucken(d, &fenster, 3, true));
+        ASSERT_TRUE(printWindow(d, &fenster, 3, true));
     }
     EXPECT_EQ(seitenLagen(pdf), QStringLiteral("LPLPLP"));
 
     Kurve.Info_Text = QString(40, QLatin1Char('x'));
     {
         QPrinter d(QPrinter::HighResolution);
-        PDF_Drucker(d, pdf);
+        setPdfOutput(d, pdf);
         d.setPageOrientation(QPageLayout::Landscape);
-        ASSERT_TRUE(Fenster_Drucken(d, &fenster, 3, true));
+        ASSERT_TRUE(printWindow(d, &fenster, 3, true));
     }
     EXPECT_EQ(seitenLagen(pdf), QStringLiteral("LLL"));
 }
@@ -222,13 +222,13 @@ TEST_F(Dokumente, ListPagesCarryTheirHeadAndNumber)
     const QString pdf = dir.filePath(QStringLiteral("liste.pdf"));
     {
         QPrinter d(QPrinter::HighResolution);
-        PDF_Drucker(d, pdf);
+        setPdfOutput(d, pdf);
         d.setPageOrientation(QPageLayout::Landscape);
-        ASSERT_TRUE(Liste_Drucken(d, Kurve_Liste_Kopf(), Listen.CSV_Text, Listen.CSV_LIST, 1));
+        ASSERT_TRUE(printList(d, curveListHead(), Listen.CSV_Text, Listen.CSV_LIST, 1));
     }
     const int seiten = int(Listen.CSV_LIST.size() + DRUCK_ZEILEN_LISTE - 1) / DRUCK_ZEILEN_LISTE;
     EXPECT_EQ(seitenLagen(pdf), QString(seiten, QLatin1Char('L')));
-    const QString text = QString::fromUtf8(starten(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf,
+    const QString text = QString::fromUtf8(start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf,
                                                                                  QStringLiteral("-")}).out);
     for (int s = 1; s <= seiten; ++s)
         EXPECT_TRUE(text.contains(QStringLiteral("Seite %1").arg(s))) << s;
@@ -258,7 +258,7 @@ protected:
         Dokumente::TearDown();
     }
 
-    void sprache(int s)
+    void setLanguage(int s)
     {
         plant.Sprache = u8(s);
         Sprachumschalt();
@@ -268,13 +268,13 @@ protected:
     QString stromCharge()
     {
         BatchFile f;
-        const QString p = datei(21);
+        const QString p = batchPath(21);
         f.open(p);
-        kopfSchreiben(f, t0);
+        writeFurnaceHead(f, t0);
         int nr = SATZ_DATEN_START;
         for (int m = 0; m < 240; ++m) {
-            Probe x{i16(300 + m * 2), i16(295 + m * 2), 60, i16(290 + m * 2), 10, 0, 1, 1, 8000, 100};
-            const auto g = Satz_Gruppe(gruppenBlock(x), zeit(t0.addSecs(60 * m)));
+            SampleGroup x{i16(300 + m * 2), i16(295 + m * 2), 60, i16(290 + m * 2), 10, 0, 1, 1, 8000, 100};
+            const auto g = groupRecords(groupBlock(x), recordTime(t0.addSecs(60 * m)));
             f.write(nr, g.data(), 4);
             nr += 4;
             LogBlock s{};
@@ -282,7 +282,7 @@ protected:
             static constexpr int platz[] = {3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14};
             for (int e = 0; e < 12; ++e)
                 s[size_t(platz[e])] = i16(std::max(0, 20 + e * 3 + (m < 120 ? m / 4 : 30 - (m - 120) / 6)));
-            const auto h = Satz_Gruppe(s, zeit(t0.addSecs(60 * m)));
+            const auto h = groupRecords(s, recordTime(t0.addSecs(60 * m)));
             f.write(nr, h.data(), 4);
             nr += 4;
         }
@@ -294,25 +294,25 @@ protected:
 
 TEST_F(DokumentFormen, ValueListWithItsChoiceInGermanAndEnglish)
 {
-    w->zeigeKurve(charge());
+    w->showCurve(charge());
     KM_Kurve *k = w->kurve();
-    ASSERT_TRUE(k->taste(TASTE_LISTE)->isEnabled());
-    QTest::mouseClick(k->taste(TASTE_LISTE), Qt::LeftButton);
+    ASSERT_TRUE(k->keyButton(TASTE_LISTE)->isEnabled());
+    QTest::mouseClick(k->keyButton(TASTE_LISTE), Qt::LeftButton);
     KM_Liste *l = w->liste();
     ASSERT_NE(l, nullptr);
     EXPECT_NE(plant.List16_Offen, 0) << "mouse moves over the curve read nothing now";
     const int zeilen = l->CSV_LIST()->count();
     EXPECT_EQ(zeilen, Listen.CSV_LIST.size());
     EXPECT_FALSE(l->CB_Soll(3)->isVisible()) << "a status channel has only its Ist check";
-    warteBis([] { return false; }, 200); // the form lays out its captions
-    bildSichern(*l->parentWidget(), QStringLiteral("liste_de.png"));
+    waitUntil([] { return false; }, 200); // the form lays out its captions
+    saveSnapshot(*l->parentWidget(), QStringLiteral("liste_de.png"));
 
     // Two clicks within the pause: one rebuild, without the set values of channel 0.
     l->CB_Soll(0)->click();
     l->CB_Ist(0)->click();
     l->CB_Ist(0)->click();
     EXPECT_FALSE(Listen.Liste_Gewaehlt);
-    ASSERT_TRUE(warteBis([] { return Listen.Liste_Gewaehlt; }, 3000));
+    ASSERT_TRUE(waitUntil([] { return Listen.Liste_Gewaehlt; }, 3000));
     EXPECT_EQ(Liste_Soll(1), 0);
     EXPECT_FALSE(Listen.CSV_Text[0].startsWith(QStringLiteral("Datum     Zeit    Sollwert  Sollwert")));
 
@@ -324,33 +324,33 @@ TEST_F(DokumentFormen, ValueListWithItsChoiceInGermanAndEnglish)
     plant.Aktive_Seite = 5;
     EXPECT_EQ(w->druckFenster(), nullptr);
 
-    sprache(1);
-    w->zeigeListe();
-    bildSichern(*l->parentWidget(), QStringLiteral("liste_en.png"));
+    setLanguage(1);
+    w->showValueList();
+    saveSnapshot(*l->parentWidget(), QStringLiteral("liste_en.png"));
     w->liste()->parentWidget()->close();
     EXPECT_EQ(plant.List16_Offen, 0);
 }
 
 TEST_F(DokumentFormen, SixteenChannelViewOfTheElementCurrents)
 {
-    w->zeigeKurve(stromCharge());
+    w->showCurve(stromCharge());
     KM_Kurve *k = w->kurve();
     ASSERT_TRUE(k->Tast_Strom()->isVisible());
     for (int s : {0, 1}) {
-        sprache(s);
+        setLanguage(s);
         KM_View16 v(k);
-        v.Oeffnen();
+        v.onOpen();
         v.show();
         EXPECT_EQ(View16.View_Spuren, 18);
         EXPECT_EQ(View16.View_Max, 90);
-        QTest::mouseClick(v.bild(), Qt::LeftButton, {}, v.bild()->plotRect().center());
-        bildSichern(v, s == 0 ? QStringLiteral("view16_de.png") : QStringLiteral("view16_en.png"));
+        QTest::mouseClick(v.plotWidget(), Qt::LeftButton, {}, v.plotWidget()->plotRect().center());
+        saveSnapshot(v, s == 0 ? QStringLiteral("view16_de.png") : QStringLiteral("view16_en.png"));
         if (s == 0) {
             KM_List16 liste(&v);
-            liste.Oeffnen();
+            liste.onOpen();
             liste.show();
             EXPECT_NE(plant.List16_Offen, 0);
-            bildSichern(liste, QStringLiteral("list16_de.png"));
+            saveSnapshot(liste, QStringLiteral("list16_de.png"));
             liste.accept();
             EXPECT_EQ(plant.List16_Offen, 0);
         }
@@ -367,14 +367,14 @@ TEST_F(DokumentFormen, ElementCurrentViewOverItsFurnace)
         plant.SPS_Wort(2, word::ELEMENT_CURRENTS + e) = i16(28 + e * 3);
     plant.SPS_Wort(2, word::ELEMENT_CURRENTS + 11) = 75; // above the scale
     for (int s : {0, 1}) {
-        sprache(s);
-        w->zeigeSNTStrom(3);
-        KM_SNTStrom *v = w->sntStrom();
+        setLanguage(s);
+        w->showElementView(3);
+        KM_SNTStrom *v = w->elementView();
         EXPECT_EQ(v->windowTitle(), QStringLiteral("Strom Heizelemente, Vakuumofen 3"));
         EXPECT_EQ(Strom.bars[11].Stromwert, QStringLiteral("75 A"));
         EXPECT_DOUBLE_EQ(Strom.bars[11].hoehe, Strom.skalaHoehe);
-        bildSichern(*v->parentWidget(), s == 0 ? QStringLiteral("sntstrom_de.png") : QStringLiteral("sntstrom_en.png"));
+        saveSnapshot(*v->parentWidget(), s == 0 ? QStringLiteral("sntstrom_de.png") : QStringLiteral("sntstrom_en.png"));
     }
-    QTest::mouseClick(w->sntStrom()->zurueckTaste(), Qt::LeftButton);
-    EXPECT_FALSE(w->sntStrom()->parentWidget()->isVisible());
+    QTest::mouseClick(w->elementView()->zurueckTaste(), Qt::LeftButton);
+    EXPECT_FALSE(w->elementView()->parentWidget()->isVisible());
 }

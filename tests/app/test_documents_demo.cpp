@@ -39,29 +39,29 @@ int kalmeron(const QStringList &args, QByteArray *out)
 TEST_F(DemoStation, LiveCurveOnThePageAndARecordedBatchAsItsDocuments)
 {
     plant.Live_Raster = 1; // a sample a second, so the curve grows while the test looks
-    ASSERT_TRUE(warteBis([&] { return online(VAKUUM) && online(KAMMER); }, 60000));
+    ASSERT_TRUE(waitUntil([&] { return online(VAKUUM) && online(KAMMER); }, 60000));
     KM_Menue &seite = *w->menuePage();
     QTest::keyClick(&seite, Qt::Key_1);
     ASSERT_EQ(plant.Seite_Ofen, KAMMER);
     // A batch with some groups in it, and half a minute of live curve.
-    ASSERT_TRUE(warteBis(
+    ASSERT_TRUE(waitUntil(
         [] {
             const QString f = plant.Charge_Datei[VAKUUM - 1];
             return !f.isEmpty() && QFileInfo(f).size() >= 22 * 60;
         },
         90000));
-    warteBis([] { return false; }, 25000);
+    waitUntil([] { return false; }, 25000);
     // Read between two samples, the newest stands one point left of the end.
-    const Kurven_Seite s = Live_Seite(KAMMER - 1);
+    const PlotPage s = livePage(KAMMER - 1);
     EXPECT_GT(s.Punkt_Ist[1][358], 0);
     EXPECT_EQ(s.Punkt_Ist[1][0], 0) << "the ring is not full yet";
-    EXPECT_TRUE(seite.liveBild()->isVisible());
+    EXPECT_TRUE(seite.livePlot()->isVisible());
     EXPECT_FALSE(seite.stromTaste()->isVisible()) << "a furnace without element currents";
-    bildSichern(*w, QStringLiteral("live_de.png"));
+    saveSnapshot(*w, QStringLiteral("live_de.png"));
     plant.Sprache = 1;
     Sprachumschalt();
-    warteBis([] { return false; }, 1500);
-    bildSichern(*w, QStringLiteral("live_en.png"));
+    waitUntil([] { return false; }, 1500);
+    saveSnapshot(*w, QStringLiteral("live_en.png"));
     plant.Sprache = 0;
     Sprachumschalt();
 
@@ -69,19 +69,19 @@ TEST_F(DemoStation, LiveCurveOnThePageAndARecordedBatchAsItsDocuments)
     QTest::keyClick(&seite, Qt::Key_3);
     ASSERT_TRUE(seite.stromTaste()->isVisible());
     QTest::mouseClick(seite.stromTaste(), Qt::LeftButton);
-    ASSERT_NE(w->sntStrom(), nullptr);
-    warteBis([] { return false; }, 1500);
+    ASSERT_NE(w->elementView(), nullptr);
+    waitUntil([] { return false; }, 1500);
     EXPECT_GT(plant.SPS_Wort(VAKUUM - 1, word::ELEMENT_SCALE), 0);
-    bildSichern(*w, QStringLiteral("sntstrom_demo.png"));
+    saveSnapshot(*w, QStringLiteral("sntstrom_demo.png"));
 
     // The batch as it stood: the CSV file of the button and of the command.
     const QString charge = dir.filePath(QFileInfo(plant.Charge_Datei[VAKUUM - 1]).fileName());
     ASSERT_TRUE(QFile::copy(plant.Charge_Datei[VAKUUM - 1], charge));
-    w->zeigeKurve(charge);
+    w->showCurve(charge);
     QDir().mkpath(plant.Pfad[3]);
     QFile::remove(plant.CSV_Datei);
     plant.CSV_Datei = plant.Pfad[3] + QStringLiteral("/knopf.CSV");
-    QTest::mouseClick(w->kurve()->taste(3), Qt::LeftButton);
+    QTest::mouseClick(w->kurve()->keyButton(3), Qt::LeftButton);
     const QByteArray knopf = readFile(plant.CSV_Datei);
     ASSERT_GT(knopf.count('\n'), 3);
     QByteArray out;

@@ -32,9 +32,9 @@ using namespace kal::test;
 
 namespace {
 
-class ProgrammRunde : public DemoStation {
+class ProgramRound : public DemoStation {
 protected:
-    void waehleOfen(KM_ProgWahl *wahl, int ofenNr)
+    void chooseFurnace(KM_ProgWahl *wahl, int ofenNr)
     {
         QComboBox *c = wahl->Combo1();
         const int i = c->findData(ofenNr);
@@ -43,17 +43,17 @@ protected:
         Q_EMIT c->activated(i);
     }
     /// Opens program p of a furnace from the selection.
-    KM_Schritte *oeffne(int ofenNr, int p)
+    KM_Schritte *openFromSelection(int ofenNr, int p)
     {
-        w->zeigeProgWahl();
+        w->showProgramChoice();
         KM_ProgWahl *wahl = w->progWahl();
-        waehleOfen(wahl, ofenNr);
+        chooseFurnace(wahl, ofenNr);
         wahl->Text1()->clear();
         QTest::keyClicks(wahl->Text1(), QString::number(p));
-        QTest::mouseClick(wahl->OK(), Qt::LeftButton);
+        QTest::mouseClick(wahl->okButton(), Qt::LeftButton);
         return w->schritte();
     }
-    void befehl(KM_Schritte *ed, int row, int b)
+    void pickCommand(KM_Schritte *ed, int row, int b)
     {
         QComboBox *c = ed->Combo2(row);
         const int i = c->findData(b);
@@ -61,7 +61,7 @@ protected:
         c->setCurrentIndex(i);
         Q_EMIT c->activated(i);
     }
-    void tippe(QLineEdit *e, const QString &text)
+    void typeInto(QLineEdit *e, const QString &text)
     {
         e->setFocus();
         e->selectAll();
@@ -69,9 +69,9 @@ protected:
         QTest::keyClick(e, Qt::Key_Return);
     }
     /// Words of furnace 2's last write at `start` as the journal has them.
-    QStringList journalWorte(int start)
+    QStringList journalWords(int start)
     {
-        QFile f(Journal_Datei());
+        QFile f(journalFile());
         if (!f.open(QIODevice::ReadOnly))
             return {};
         QStringList treffer;
@@ -91,43 +91,43 @@ protected:
     }
 };
 
-TEST_F(ProgrammRunde, EditSaveSendRunFetchPasteAndJournal)
+TEST_F(ProgramRound, EditSaveSendRunFetchPasteAndJournal)
 {
-    ASSERT_TRUE(warteBis([&] { return online(2) && online(4); }, 60000));
+    ASSERT_TRUE(waitUntil([&] { return online(2) && online(4); }, 60000));
     sim::SimFurnace *plc2 = demo.plant()->furnace(1);
     plc2->stopProgram(); // the active program may only be loaded while none runs
-    ASSERT_TRUE(warteBis([] { return (plant.SPS_Wort(1, 74) & 3) == 0; }, 20000));
+    ASSERT_TRUE(waitUntil([] { return (plant.SPS_Wort(1, 74) & 3) == 0; }, 20000));
 
     // Furnace 2, program 12: ramp to 500 °C at 600 K/h, hold 0.5 h, cycle
     // back to segment 1 once, ramp down to 100 °C at 450.5 K/h.
-    KM_Schritte *ed = oeffne(2, 12);
+    KM_Schritte *ed = openFromSelection(2, 12);
     ASSERT_NE(ed, nullptr);
     ASSERT_TRUE(ed->isVisible());
-    befehl(ed, 0, 1);
-    tippe(ed->Sollwert(0), "500");
-    tippe(ed->Gradient(0), "600");
-    befehl(ed, 1, 2);
-    tippe(ed->Gradient(1), "0,5");
-    befehl(ed, 2, 5);
-    tippe(ed->Sollwert(2), "1");
-    tippe(ed->Gradient(2), "1");
-    befehl(ed, 3, 1);
-    tippe(ed->Sollwert(3), "100");
-    tippe(ed->Gradient(3), "450,5");
+    pickCommand(ed, 0, 1);
+    typeInto(ed->Sollwert(0), "500");
+    typeInto(ed->Gradient(0), "600");
+    pickCommand(ed, 1, 2);
+    typeInto(ed->Gradient(1), "0,5");
+    pickCommand(ed, 2, 5);
+    typeInto(ed->Sollwert(2), "1");
+    typeInto(ed->Gradient(2), "1");
+    pickCommand(ed, 3, 1);
+    typeInto(ed->Sollwert(3), "100");
+    typeInto(ed->Gradient(3), "450,5");
     ed->Text1()->setFocus();
     QTest::keyClicks(ed->Text1(), "E2E Probe");
     EXPECT_EQ(ed->Sollwert(1)->text(), QStringLiteral("500")); // the hold shows its predecessor's value
-    EXPECT_EQ(ed->Fuss()->text(), QStringLiteral("Dauer: 2:13 h"));
+    EXPECT_EQ(ed->footer()->text(), QStringLiteral("Dauer: 2:13 h"));
     ASSERT_EQ(ed->Taste(6)->text(), QStringLiteral("speichern"));
     QTest::mouseClick(ed->Taste(6), Qt::LeftButton);
-    EXPECT_TRUE(Prog_Liste(Prog_Datei_Name(2), 16).value(0).name.startsWith("E2E Probe"));
-    bildSichern(*w, QStringLiteral("programs_editor_de.png"));
+    EXPECT_TRUE(programList(programFileName(2), 16).value(0).name.startsWith("E2E Probe"));
+    saveSnapshot(*w, QStringLiteral("programs_editor_de.png"));
 
     // Into the active program: the progress form runs until the block went out.
     ASSERT_TRUE(ed->Taste(6)->text().startsWith(QStringLiteral("Laden 2:"))) << qPrintable(ed->Taste(6)->text());
     QTest::mouseClick(ed->Taste(6), Qt::LeftButton);
     EXPECT_EQ(plant.Write_Len[1], 0);
-    ASSERT_TRUE(warteBis([&] { return plc2->word(100) == 1 && plc2->word(183) != 0; }, 10000));
+    ASSERT_TRUE(waitUntil([&] { return plc2->word(100) == 1 && plc2->word(183) != 0; }, 10000));
     const QVector<int16_t> aktiv = plc2->image().get(100, 100);
     const QVector<int16_t> erwartet = {1, 2, 5, 1};
     EXPECT_EQ(aktiv.mid(0, 5), erwartet + QVector<int16_t>{0});
@@ -135,59 +135,59 @@ TEST_F(ProgrammRunde, EditSaveSendRunFetchPasteAndJournal)
     EXPECT_EQ(aktiv.mid(40, 5), (QVector<int16_t>{6000, 5, 1, 4505, 0}));
     EXPECT_EQ(aktiv.mid(60, 5), (QVector<int16_t>{100, 100, 1, 100, 0}));
     EXPECT_EQ(plc2->image().text(180, 8), QStringLiteral("E2E Probe       "));
-    const QStringList j100 = journalWorte(100);
+    const QStringList j100 = journalWords(100);
     ASSERT_EQ(j100.size(), 1);
     EXPECT_EQ(j100[0], hex(aktiv) + " | program \"E2E Probe\" -> active program");
 
     // Into memory place 3.
     ASSERT_EQ(ed->Taste(2)->text(), QStringLiteral("Laden Speicher 3"));
     QTest::mouseClick(ed->Taste(2), Qt::LeftButton);
-    ASSERT_TRUE(warteBis([&] { return plc2->pages().place(3).value(10) == 1; }, 10000));
+    ASSERT_TRUE(waitUntil([&] { return plc2->pages().place(3).value(10) == 1; }, 10000));
     const QVector<int16_t> platz = plc2->pages().place(3);
     EXPECT_EQ(platz.mid(10, 88), aktiv.mid(0, 88));
     EXPECT_EQ(platz.value(98), 3); // the place number in the page word
-    const QStringList j300 = journalWorte(300);
+    const QStringList j300 = journalWords(300);
     ASSERT_EQ(j300.size(), 1);
     EXPECT_TRUE(j300[0].endsWith(" | program \"E2E Probe\" -> place 3")) << qPrintable(j300[0]);
     ed->close();
 
     // The furnace runs it; the live page and the program view show it.
     plc2->startProgram();
-    Seite_Ofen_Klick(Seite, 1);
-    ASSERT_TRUE(warteBis([] { return plant.SPS_Wort(1, 41) == 1; }, 20000));
-    ASSERT_TRUE(warteBis([] { return Seite.Zeile[1].Befehl.contains(QStringLiteral("Rampe")); }, 20000))
+    furnaceRowClicked(Seite, 1);
+    ASSERT_TRUE(waitUntil([] { return plant.SPS_Wort(1, 41) == 1; }, 20000));
+    ASSERT_TRUE(waitUntil([] { return Seite.Zeile[1].Befehl.contains(QStringLiteral("Rampe")); }, 20000))
         << qPrintable(Seite.Zeile[1].Befehl);
-    w->zeigeProgView();
+    w->showProgramView();
     KM_ProgView *view = w->progView();
     view->Seite_Act();
-    QTableWidget *t = view->Tabelle();
+    QTableWidget *t = view->segmentTable();
     ASSERT_EQ(t->rowCount(), 5);
     EXPECT_EQ(t->item(0, 1)->text(), QStringLiteral("Sollwert 500 °C"));
     EXPECT_EQ(t->item(0, 2)->text(), QStringLiteral("Rampe 600.0 K/h"));
     EXPECT_EQ(t->item(2, 1)->text(), QStringLiteral("Zielsegment 1"));
     EXPECT_EQ(t->item(4, 1)->text(), QStringLiteral("Programm Ende"));
-    bildSichern(*w, QStringLiteral("programs_view_de.png"));
+    saveSnapshot(*w, QStringLiteral("programs_view_de.png"));
 
     // Place 3 fetched back by the page word, into the copy buffer.
     ASSERT_EQ(view->Taste(2)->text(), QStringLiteral("Speicher 3"));
     QTest::mouseClick(view->Taste(2), Qt::LeftButton);
-    ASSERT_TRUE(warteBis([&] {
+    ASSERT_TRUE(waitUntil([&] {
         view->Seite_Act();
-        return view->Titel()->text().endsWith(QStringLiteral("Programm 3"));
-    }, 20000)) << qPrintable(view->Titel()->text());
-    ASSERT_TRUE(journalWorte(388).join(',').contains(QStringLiteral("0067 | page word 103")));
+        return view->titleLabel()->text().endsWith(QStringLiteral("Programm 3"));
+    }, 20000)) << qPrintable(view->titleLabel()->text());
+    ASSERT_TRUE(journalWords(388).join(',').contains(QStringLiteral("0067 | page word 103")));
     QTest::mouseClick(view->Taste(6), Qt::LeftButton);
     EXPECT_TRUE(prog.Puffer_Voll);
     EXPECT_EQ(prog.Prog_Puffer.Prog_Name, QStringLiteral("E2E Probe"));
     view->close();
 
     // Pasted into furnace 4's program 7 from the selection, renamed, saved.
-    w->zeigeProgWahl();
+    w->showProgramChoice();
     KM_ProgWahl *wahl = w->progWahl();
-    waehleOfen(wahl, 4);
+    chooseFurnace(wahl, 4);
     QTest::keyClicks(wahl->Text1(), "7");
-    ASSERT_TRUE(wahl->Einfuegen()->isEnabled());
-    QTest::mouseClick(wahl->Einfuegen(), Qt::LeftButton);
+    ASSERT_TRUE(wahl->insertButton()->isEnabled());
+    QTest::mouseClick(wahl->insertButton(), Qt::LeftButton);
     ed = w->schritte();
     EXPECT_TRUE(ed->Taste(6)->text().startsWith(QStringLiteral("Laden 4:"))); // pasted: nothing to ask
     EXPECT_EQ(ed->Sollwert(0)->text(), QStringLiteral("500"));
@@ -196,65 +196,65 @@ TEST_F(ProgrammRunde, EditSaveSendRunFetchPasteAndJournal)
     QTest::keyClicks(ed->Text1(), "E2E Kopie");
     ASSERT_EQ(ed->Taste(6)->text(), QStringLiteral("speichern"));
     QTest::mouseClick(ed->Taste(6), Qt::LeftButton);
-    const QList<Prog_Eintrag> liste4 = Prog_Liste(Prog_Datei_Name(4), 16);
+    const QList<ProgramEntry> liste4 = programList(programFileName(4), 16);
     ASSERT_EQ(liste4.size(), 1);
     EXPECT_EQ(liste4[0].p, 7);
     EXPECT_TRUE(liste4[0].name.startsWith(QStringLiteral("E2E Kopie")));
-    ASSERT_TRUE(Prog_Laden(Prog_Datei_Name(4), 7));
+    ASSERT_TRUE(Prog_Laden(programFileName(4), 7));
     EXPECT_EQ(prog.Prog.Segment[3].Gradient, 4505);
     EXPECT_EQ(prog.Prog.Segment[2].MaxOut, 1);
     EXPECT_TRUE(dialogs.shown.empty()) << qPrintable(dialogs.shown.front().text);
 }
 
-TEST_F(ProgrammRunde, Screenshots)
+TEST_F(ProgramRound, Screenshots)
 {
-    ASSERT_TRUE(warteBis([&] { return online(2) && online(4); }, 60000));
+    ASSERT_TRUE(waitUntil([&] { return online(2) && online(4); }, 60000));
     // A few stored programs for the list.
     const std::pair<int, const char *> gespeichert[] = {
         {1, "Anlassen 450"}, {5, "Nitrieren 580 / 12 h"}, {12, "Spannungsarm glühen"}, {40, "Härten 820"}};
     for (const auto &[p, name] : gespeichert) {
-        ASSERT_TRUE(Editor_Oeffnen(2, p));
+        ASSERT_TRUE(openEditor(2, p));
         prog.Prog.Segment[0].Befehl = 1;
         prog.Prog.Segment[0].Sollwert = 450;
-        ASSERT_TRUE(Editor_Sichern(QString::fromUtf8(name)));
+        ASSERT_TRUE(saveEditor(QString::fromUtf8(name)));
     }
     for (int sprache : {0, 1}) {
         plant.Sprache = u8(sprache);
         Sprachumschalt();
         const QString s = sprache == 0 ? QStringLiteral("de") : QStringLiteral("en");
-        w->zeigeProgWahl();
-        waehleOfen(w->progWahl(), 2);
-        warteBis([] { return false; }, 200);
-        bildSichern(*w, QStringLiteral("programs_selection_%1.png").arg(s));
+        w->showProgramChoice();
+        chooseFurnace(w->progWahl(), 2);
+        waitUntil([] { return false; }, 200);
+        saveSnapshot(*w, QStringLiteral("programs_selection_%1.png").arg(s));
         w->progWahl()->close();
         // A furnace with outputs and air feed (4, with argon on its fourth
         // output) and one without (2).
         for (int ofen : {4, 2}) {
-            KM_Schritte *ed = oeffne(ofen, 3);
-            befehl(ed, 0, 1);
-            tippe(ed->Sollwert(0), "850");
-            tippe(ed->Gradient(0), "300");
-            befehl(ed, 1, 2);
-            tippe(ed->Gradient(1), "2");
-            befehl(ed, 2, ofen == 4 ? 3 : 5); // furnace 4 takes "Manuell", furnace 2 "Zyklus"
-            tippe(ed->Sollwert(2), "1");
-            tippe(ed->Gradient(2), "40");
-            befehl(ed, 3, 1);
-            tippe(ed->Sollwert(3), "300");
-            tippe(ed->Gradient(3), "150");
+            KM_Schritte *ed = openFromSelection(ofen, 3);
+            pickCommand(ed, 0, 1);
+            typeInto(ed->Sollwert(0), "850");
+            typeInto(ed->Gradient(0), "300");
+            pickCommand(ed, 1, 2);
+            typeInto(ed->Gradient(1), "2");
+            pickCommand(ed, 2, ofen == 4 ? 3 : 5); // furnace 4 takes "Manuell", furnace 2 "Zyklus"
+            typeInto(ed->Sollwert(2), "1");
+            typeInto(ed->Gradient(2), "40");
+            pickCommand(ed, 3, 1);
+            typeInto(ed->Sollwert(3), "300");
+            typeInto(ed->Gradient(3), "150");
             if (ofen == 4) {
                 QTest::mouseClick(ed->OUTPUT(0, 3), Qt::LeftButton);
-                tippe(ed->Zuluft(0), "120");
+                typeInto(ed->Zuluft(0), "120");
             }
-            warteBis([] { return false; }, 200);
-            bildSichern(*w, QStringLiteral("programs_editor_%1_ofen%2.png").arg(s).arg(ofen));
+            waitUntil([] { return false; }, 200);
+            saveSnapshot(*w, QStringLiteral("programs_editor_%1_ofen%2.png").arg(s).arg(ofen));
             dialogs.answers.push_back(1); // closing a changed program: No
             ed->close();
         }
-        Seite_Ofen_Klick(Seite, 3);
-        w->zeigeProgView();
-        warteBis([] { return false; }, 1200);
-        bildSichern(*w, QStringLiteral("programs_view_%1_ofen4.png").arg(s));
+        furnaceRowClicked(Seite, 3);
+        w->showProgramView();
+        waitUntil([] { return false; }, 1200);
+        saveSnapshot(*w, QStringLiteral("programs_view_%1_ofen4.png").arg(s));
         w->progView()->close();
     }
 }

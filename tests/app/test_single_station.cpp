@@ -48,7 +48,7 @@ protected:
     {
         FreshProcess::SetUp();
         ASSERT_TRUE(dir.isValid());
-        modbusPort = freierPort();
+        modbusPort = freeTcpPort();
         sim::PlantDescription d;
         d.udpPort = Panel_Port;
         d.modbusPort = modbusPort;
@@ -73,10 +73,10 @@ protected:
 
         plant.Daten_Ordner_Option = dir.path();
         Pfade_Setzen();
-        Demo_Konfiguration(d);
+        writeDemoConfiguration(d);
         resetPlant();
         // Three hours back, never so close to midnight that a block falls on the next day.
-        QDateTime t = Jetzt().addSecs(-3 * 3600);
+        QDateTime t = now().addSecs(-3 * 3600);
         if (t.time() > QTime(22, 0))
             t = t.addSecs(-3 * 3600);
         t0 = QDateTime(t.date(), QTime(t.time().hour(), t.time().minute(), 0), Qt::UTC);
@@ -117,7 +117,7 @@ protected:
     /// still runs or crashed.
     int ended(QProcess &p, int ms)
     {
-        warteBis([&] { return p.state() == QProcess::NotRunning; }, ms);
+        waitUntil([&] { return p.state() == QProcess::NotRunning; }, ms);
         if (p.state() != QProcess::NotRunning || p.exitStatus() != QProcess::NormalExit)
             return -1;
         return p.exitCode();
@@ -190,7 +190,7 @@ protected:
 TEST_F(SharedFolder, SecondStationHandsOverAndPollsNothing)
 {
     QProcess &erste = start({});
-    ASSERT_TRUE(warteBis([&] { return polled(); }, 30000)) << erste.readAll().constData();
+    ASSERT_TRUE(waitUntil([&] { return polled(); }, 30000)) << erste.readAll().constData();
     EXPECT_EQ(lockOwner(), QByteArray::number(erste.processId()));
 
     // A second start without a batch only raises the running station.
@@ -198,7 +198,7 @@ TEST_F(SharedFolder, SecondStationHandsOverAndPollsNothing)
     EXPECT_EQ(ended(zweite, 5000), 0) << zweite.readAll().constData();
 
     offerSamples(5);
-    ASSERT_TRUE(warteBis([&] { return allTaken(); }, 60000));
+    ASSERT_TRUE(waitUntil([&] { return allTaken(); }, 60000));
     const QStringList dateien = batchFiles();
     ASSERT_EQ(dateien.size(), 1) << dateien.join(' ').toStdString();
 
@@ -206,8 +206,8 @@ TEST_F(SharedFolder, SecondStationHandsOverAndPollsNothing)
     QProcess &dritte = start({dateien.first()});
     EXPECT_EQ(ended(dritte, 5000), 0) << dritte.readAll().constData();
     offerSamples(3);
-    ASSERT_TRUE(warteBis([&] { return allTaken(); }, 60000));
-    warteBis([] { return false; }, 1000); // the last acknowledgement's answer
+    ASSERT_TRUE(waitUntil([&] { return allTaken(); }, 60000));
+    waitUntil([] { return false; }, 1000); // the last acknowledgement's answer
 
     // One socket per furnace, every block acknowledged once and stored once.
     EXPECT_EQ(peers(PLAIN).size(), 1) << QStringList(peers(PLAIN).values()).join(' ').toStdString();
@@ -223,16 +223,16 @@ TEST_F(SharedFolder, LockOfAKilledStationIsTakenOverByTheNextStart)
 {
     QProcess &erste = start({});
     const qint64 pid = erste.processId();
-    ASSERT_TRUE(warteBis([&] { return polled() && !lockOwner().isEmpty(); }, 30000));
+    ASSERT_TRUE(waitUntil([&] { return polled() && !lockOwner().isEmpty(); }, 30000));
     ::kill(static_cast<pid_t>(pid), SIGKILL);
-    ASSERT_TRUE(warteBis([&] { return erste.state() == QProcess::NotRunning; }, 10000));
+    ASSERT_TRUE(waitUntil([&] { return erste.state() == QProcess::NotRunning; }, 10000));
     EXPECT_EQ(lockOwner(), QByteArray::number(pid)); // left behind
 
     QProcess &naechste = start({});
-    ASSERT_TRUE(warteBis([&] { return lockOwner() == QByteArray::number(naechste.processId()); }, 10000))
+    ASSERT_TRUE(waitUntil([&] { return lockOwner() == QByteArray::number(naechste.processId()); }, 10000))
         << naechste.readAll().constData();
     sim->frames().clear();
-    EXPECT_TRUE(warteBis([&] { return polled(); }, 30000));
+    EXPECT_TRUE(waitUntil([&] { return polled(); }, 30000));
     // A station that ends cleanly gives its folder up.
     ::kill(static_cast<pid_t>(naechste.processId()), SIGTERM);
     EXPECT_EQ(ended(naechste, 15000), 0);
@@ -242,9 +242,9 @@ TEST_F(SharedFolder, LockOfAKilledStationIsTakenOverByTheNextStart)
 TEST_F(SharedFolder, ViewerBesideAStationTouchesNoPlcAndFollowsTheBatch)
 {
     QProcess &station = start({});
-    ASSERT_TRUE(warteBis([&] { return polled(); }, 30000));
+    ASSERT_TRUE(waitUntil([&] { return polled(); }, 30000));
     offerSamples(3);
-    ASSERT_TRUE(warteBis([&] { return allTaken(); }, 60000));
+    ASSERT_TRUE(waitUntil([&] { return allTaken(); }, 60000));
     ASSERT_EQ(batchFiles().size(), 1);
     const QString charge = batchFiles().first();
 
@@ -253,12 +253,12 @@ TEST_F(SharedFolder, ViewerBesideAStationTouchesNoPlcAndFollowsTheBatch)
     plant.viewer = true;
     QString why;
     ASSERT_EQ(claimDataFolder({}, &why), FolderClaim::Own) << why.toStdString();
-    setProzessEnde(keinEnde);
+    setEndProcess(noExit);
     KM_MDI w;
     setDialogs(&dlg);
     w.resize(1280, 800);
     w.show();
-    w.Laden();
+    w.load();
     setOpenRequestHandler([&w](const QString &b) { w.bringToFront(b); });
     EXPECT_TRUE(w.windowTitle().startsWith(QStringLiteral("Kalmeron Viewer"))) << w.windowTitle().toStdString();
     EXPECT_FALSE(w.mnuform(6)->isEnabled()); // no settings in an office
@@ -270,15 +270,15 @@ TEST_F(SharedFolder, ViewerBesideAStationTouchesNoPlcAndFollowsTheBatch)
     // A second viewer start hands its batch to this one.
     QProcess &zweiter = start({QStringLiteral("--view"), charge});
     EXPECT_EQ(ended(zweiter, 5000), 0) << zweiter.readAll().constData();
-    ASSERT_TRUE(warteBis([&] { return plant.Kurve_Datei == charge; }, 2000));
+    ASSERT_TRUE(waitUntil([&] { return plant.Kurve_Datei == charge; }, 2000));
     ASSERT_NE(w.kurve(), nullptr);
     const int gelesen = Kurve.Satz_Letzter;
     EXPECT_EQ(gelesen, 39 + samples);
 
     // The station goes on recording; the viewer's curve grows with the file.
     offerSamples(2);
-    ASSERT_TRUE(warteBis([&] { return allTaken(); }, 60000));
-    EXPECT_TRUE(warteBis([&] { return Kurve.Satz_Letzter == 39 + samples; }, 5000)) << Kurve.Satz_Letzter;
+    ASSERT_TRUE(waitUntil([&] { return allTaken(); }, 60000));
+    EXPECT_TRUE(waitUntil([&] { return Kurve.Satz_Letzter == 39 + samples; }, 5000)) << Kurve.Satz_Letzter;
 
     for (int k = 0; k < KANAL_MAX; ++k)
         EXPECT_EQ(Winsock1.get(k), nullptr) << k;
@@ -288,12 +288,12 @@ TEST_F(SharedFolder, ViewerBesideAStationTouchesNoPlcAndFollowsTheBatch)
     EXPECT_EQ(station.state(), QProcess::Running);
     EXPECT_TRUE(dlg.shown.empty()) << dlg.shown.front().text.toStdString();
 
-    warteBis([] { return false; }, 500);
-    bildSichern(w, QStringLiteral("viewer_de.png"));
+    waitUntil([] { return false; }, 500);
+    saveSnapshot(w, QStringLiteral("viewer_de.png"));
     plant.Sprache = 1;
     Sprachumschalt();
-    warteBis([] { return false; }, 500);
-    bildSichern(w, QStringLiteral("viewer_en.png"));
+    waitUntil([] { return false; }, 500);
+    saveSnapshot(w, QStringLiteral("viewer_en.png"));
     Programm_Ende();
 }
 
@@ -301,22 +301,22 @@ TEST(StartRefused, ExitCodesOfStartsThatCannotRun)
 {
     QTemporaryDir dir;
     ASSERT_TRUE(dir.isValid());
-    QFile datei(dir.filePath(QStringLiteral("datei")));
-    ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
-    datei.close();
-    struct Fall {
+    QFile blocker(dir.filePath(QStringLiteral("datei")));
+    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
+    blocker.close();
+    struct Case {
         QStringList args;
         int code;
         QByteArray says;
     };
-    const Fall faelle[] = {
+    const Case faelle[] = {
         // A data folder that can be neither made nor locked.
         {{QStringLiteral("--data"), dir.filePath(QStringLiteral("datei/Kalmeron"))}, 4, "does not start"},
         {{QStringLiteral("--data"), dir.path(), dir.filePath(QStringLiteral("D1.OVD"))}, 3, "D1.OVD"},
         {{QStringLiteral("--view"), QStringLiteral("--demo")}, 2, "--view"},
-        {{QStringLiteral("--data"), dir.path(), datei.fileName(), datei.fileName()}, 2, "one batch"},
+        {{QStringLiteral("--data"), dir.path(), blocker.fileName(), blocker.fileName()}, 2, "one batch"},
     };
-    for (const Fall &f : faelle) {
+    for (const Case &f : faelle) {
         QProcess p;
         QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
         env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));

@@ -58,7 +58,7 @@ TEST_F(StartupTest, WithoutConfigurationRunsWithEightDisabledFurnaces)
     // Data folder, program folder and the message store are there.
     EXPECT_EQ(QDir(plant.Pfad[0]).canonicalPath(), QDir(dir.path()).canonicalPath());
     EXPECT_TRUE(QDir(dir.filePath(QStringLiteral("Programme"))).exists());
-    EXPECT_TRUE(Meld_Datei_Offen());
+    EXPECT_TRUE(messageStoreOpen());
     EXPECT_TRUE(QFile::exists(dir.filePath(QStringLiteral("Kalmeron.mld"))));
 
     const QString neujahr = QStringLiteral("01.01.%1").arg(QDate::currentDate().year());
@@ -73,8 +73,8 @@ TEST_F(StartupTest, WithConfigurationReadsPlantAndAsksNothing)
     // A configuration of two furnaces, written the way the settings would.
     Pfade_Setzen();
     for (int k = 1; k <= 3; ++k) {
-        QDir().mkpath(Standard_Ordner(k));
-        plant.Pfad[k] = Standard_Ordner(k);
+        QDir().mkpath(defaultFolder(k));
+        plant.Pfad[k] = defaultFolder(k);
     }
     plant.Ofen_Aktiv[0] = TRUE16;
     plant.Ofen_UDP[0] = TRUE16;

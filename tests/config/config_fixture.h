@@ -23,8 +23,8 @@ protected:
     void SetUp() override
     {
         FreshProcess::SetUp();
-        Sprachtext_Fuellen();
-        setJetzt(QDateTime(QDate(2024, 5, 17), QTime(10, 30, 0), Qt::UTC));
+        buildLanguageTable();
+        setNow(QDateTime(QDate(2024, 5, 17), QTime(10, 30, 0), Qt::UTC));
         plant.Daten_Ordner_Option = tmp.filePath(QStringLiteral("data"));
         Pfade_Setzen();
     }
@@ -34,14 +34,14 @@ protected:
         QDir::setCurrent(QDir::tempPath());
     }
 
-    QString configPath() const { return Daten_Datei(QStringLiteral("Kalmeron.DAT")); }
+    QString configPath() const { return dataFile(QStringLiteral("Kalmeron.DAT")); }
     QByteArray configBytes() const { return readFile(configPath()); }
     void writeConfig(const QByteArray &bytes) const { writeFile(configPath(), bytes); }
     /// The log book, USB and CSV folders at their defaults: reading asks nothing.
     void makeDefaultFolders() const
     {
         for (const char *d : {"LogBuch", "USB", "CSV"})
-            QDir().mkpath(Daten_Datei(QString::fromLatin1(d)));
+            QDir().mkpath(dataFile(QString::fromLatin1(d)));
     }
     QStringList shown(const QString &kind) const
     {

@@ -14,26 +14,26 @@ protected:
     void SetUp() override
     {
         FreshProcess::SetUp();
-        Sprachtext_Fuellen();
+        buildLanguageTable();
     }
 
-    static void paar(int slot, int k, int a, int b)
+    static void setPair(int slot, int k, int a, int b)
     {
         plant.Ofen_Kennung_A(slot, k) = static_cast<i16>(a);
         plant.Ofen_Kennung_B(slot, k) = static_cast<i16>(b);
     }
 
     /// Name and unit of one channel described by A alone, built in slot 0.
-    static std::pair<QString, QString> benannt(int a, int kanal = 0)
+    static std::pair<QString, QString> nameAndUnit(int a, int kanal = 0)
     {
         plant.Ofen_Typ[0] = -10;
-        paar(0, kanal, a, 1);
+        setPair(0, kanal, a, 1);
         Kanal_Fix(0);
         return {plant.Kanal_Name(0, kanal), plant.Kanal_Einheit(0, kanal)};
     }
 
     /// Set, actual, output word, divider, controller and set-curve flags of a channel.
-    static std::vector<int> kanal(int n, int k)
+    static std::vector<int> channelWords(int n, int k)
     {
         return {plant.Kanal_Adr_Soll(n, k), plant.Kanal_Adr_Ist(n, k), plant.Kanal_Adr_Out(n, k),
                 plant.Kanal_Teiler(n, k), plant.Kanal_Regler(n, k), plant.Kanal_Soll_Kurve(n, k)};
@@ -84,11 +84,11 @@ TEST_F(ChannelTables, HeadedFurnaceFromItsCodeWords)
     const int n = 2, f = 1;
     plant.Ofen_Typ[n] = i16(0x9064); // block at word 100, large layout; Modbus/TCP
     plant.Ofen_Version[f] = QStringLiteral("0D"); // 0x4430: option A
-    paar(n, 0, 0x10A | 0x4000 | 0x8000, 42);          // set point, controller, set curve
-    paar(n, 1, 0x10B | 0x2000, 0x2000 | 0x1000 | 100); // actual value, decimals, words in tens
-    paar(n, 2, 0x70C | 0x2000 | 0x4000, 49);          // output with controller
-    paar(n, 3, 0x0D, 36);                             // state
-    paar(n, 5, 0x10A | 0x2000, 0x1000 | 200);         // behind a gap: not counted; words in tens, one decimal
+    setPair(n, 0, 0x10A | 0x4000 | 0x8000, 42);          // set point, controller, set curve
+    setPair(n, 1, 0x10B | 0x2000, 0x2000 | 0x1000 | 100); // actual value, decimals, words in tens
+    setPair(n, 2, 0x70C | 0x2000 | 0x4000, 49);          // output with controller
+    setPair(n, 3, 0x0D, 36);                             // state
+    setPair(n, 5, 0x10A | 0x2000, 0x1000 | 200);         // behind a gap: not counted; words in tens, one decimal
 
     Spuren_Setzen(n);
 
@@ -97,9 +97,9 @@ TEST_F(ChannelTables, HeadedFurnaceFromItsCodeWords)
                                 plant.Ofen_Basis[f], plant.Prog_Page[f], plant.Kanal_Zahl[n]}),
               (std::vector<int>{400, 40, TRUE16, 0, 100, 1088, 4}));
 
-    EXPECT_EQ(kanal(n, 0), (std::vector<int>{42, 43, 44, 1, -1, -1}));
-    EXPECT_EQ(kanal(n, 1), (std::vector<int>{0, 110, 0, 100, 0, 0}));
-    EXPECT_EQ(kanal(n, 2), (std::vector<int>{0, 50, 51, 10, -1, 0}));
+    EXPECT_EQ(channelWords(n, 0), (std::vector<int>{42, 43, 44, 1, -1, -1}));
+    EXPECT_EQ(channelWords(n, 1), (std::vector<int>{0, 110, 0, 100, 0, 0}));
+    EXPECT_EQ(channelWords(n, 2), (std::vector<int>{0, 50, 51, 10, -1, 0}));
     EXPECT_EQ(plant.Kanal_Teiler(n, 5), 10);
     EXPECT_EQ((std::vector<int>{plant.Reg_Adr(n, 0), plant.Reg_Adr(n, 3), plant.Reg_Adr(n, 4), plant.Reg_Adr(n, 7)}),
               (std::vector<int>{45, 48, 130, 160}));
@@ -120,9 +120,9 @@ TEST_F(ChannelTables, MemoryLinkFurnaceTriggerOptionsAndParameterBlock)
     plant.Ofen_Typ[n] = i16(0x8064);
     plant.Ofen_UDP[f] = TRUE16;
     plant.Ofen_Version[f] = QStringLiteral("0H"); // 0x4830: option B
-    paar(n, 0, 0x10A | 0x4000, 10);
-    paar(n, 1, 0x10A | 0x8000, 20); // first channel with a set curve
-    paar(n, 2, 0x10A | 0x8000, 30);
+    setPair(n, 0, 0x10A | 0x4000, 10);
+    setPair(n, 1, 0x10A | 0x8000, 20); // first channel with a set curve
+    setPair(n, 2, 0x10A | 0x8000, 30);
 
     Spuren_Setzen(n);
 
@@ -141,16 +141,16 @@ TEST_F(ChannelTables, ChannelCountBetweenFourAndEleven)
 {
     plant.Ofen_Typ[1] = -1;
     for (int k = 0; k < KANAELE; ++k)
-        paar(1, k, 0x10A, 10 + k);
+        setPair(1, k, 0x10A, 10 + k);
     Kanal_Fix(1);
     EXPECT_EQ(plant.Kanal_Zahl[1], 11);
 
-    paar(1, 6, 0x10A, 0x1000); // word 0 ends the count; other bits do not count
+    setPair(1, 6, 0x10A, 0x1000); // word 0 ends the count; other bits do not count
     Kanal_Fix(1);
     EXPECT_EQ(plant.Kanal_Zahl[1], 6);
 
     for (int k = 0; k < KANAELE; ++k)
-        paar(1, k, 0, 0);
+        setPair(1, k, 0, 0);
     Kanal_Fix(1);
     EXPECT_EQ(plant.Kanal_Zahl[1], 4);
 }
@@ -165,18 +165,18 @@ TEST_F(ChannelTables, NamesAndUnitsByKindUnitCodeAndSubCode)
         {0x63F, "Loetbad   ", "L/Min"},  {0x60F, "Loetbad   ", " V   "}, {0xA0E, "Strom", "     "},
     };
     for (const auto &c : faelle)
-        EXPECT_EQ(benannt(c.a), std::make_pair(QString::fromUtf8(c.name), QString::fromUtf8(c.einheit)))
+        EXPECT_EQ(nameAndUnit(c.a), std::make_pair(QString::fromUtf8(c.name), QString::fromUtf8(c.einheit)))
             << std::hex << c.a;
 
     // With A bit 12 the sub-code completes the name, and the channel number follows.
-    EXPECT_EQ(benannt(0x101A, 0).first, QStringLiteral("R Sollwert 1"));
-    EXPECT_EQ(benannt(0x106B, 1).first, QStringLiteral("  L Istwert 2"));
-    EXPECT_EQ(benannt(0x1889, 2).first, QStringLiteral("Tür Zone 3      "));
-    EXPECT_EQ(benannt(0x1A9A, 4).first, QStringLiteral("TNV 5       "));
-    EXPECT_EQ(benannt(0x1B9A, 5), std::make_pair(QStringLiteral("C3H8 6      "), QStringLiteral(" ppm ")));
-    EXPECT_EQ(benannt(0x1C9A, 10).first, QStringLiteral("O2 11       "));
-    EXPECT_EQ(benannt(0x119A, 6).first, QStringLiteral("Sollwert 7")); // ordinary unit: number only
-    EXPECT_EQ(benannt(0x110D, 5).first, QStringLiteral("  Heizung 6 "));
+    EXPECT_EQ(nameAndUnit(0x101A, 0).first, QStringLiteral("R Sollwert 1"));
+    EXPECT_EQ(nameAndUnit(0x106B, 1).first, QStringLiteral("  L Istwert 2"));
+    EXPECT_EQ(nameAndUnit(0x1889, 2).first, QStringLiteral("Tür Zone 3      "));
+    EXPECT_EQ(nameAndUnit(0x1A9A, 4).first, QStringLiteral("TNV 5       "));
+    EXPECT_EQ(nameAndUnit(0x1B9A, 5), std::make_pair(QStringLiteral("C3H8 6      "), QStringLiteral(" ppm ")));
+    EXPECT_EQ(nameAndUnit(0x1C9A, 10).first, QStringLiteral("O2 11       "));
+    EXPECT_EQ(nameAndUnit(0x119A, 6).first, QStringLiteral("Sollwert 7")); // ordinary unit: number only
+    EXPECT_EQ(nameAndUnit(0x110D, 5).first, QStringLiteral("  Heizung 6 "));
 }
 
 TEST_F(ChannelTables, BatchOnViewUsesSlotZeroOnly)
@@ -185,8 +185,8 @@ TEST_F(ChannelTables, BatchOnViewUsesSlotZeroOnly)
     plant.Adr_Trigger[0] = 90;
     plant.Ofen_Basis[0] = 50;
     plant.Reg_Anzahl[0] = 3;
-    paar(0, 0, 0x10A | 0x4000, 42);
-    paar(1, 0, 0x10B, 77);
+    setPair(0, 0, 0x10A | 0x4000, 42);
+    setPair(1, 0, 0x10B, 77);
 
     Spuren_Setzen(0);
     EXPECT_EQ(plant.Datei_Art[0], QStringLiteral("ADD 0"));

@@ -123,7 +123,7 @@ TEST_F(ConfigFile, WriterLayoutRoundTripAndBatchState)
 
     resetPlant();
     plant.Daten_Ordner_Option = tmp.filePath(QStringLiteral("data"));
-    Sprachtext_Fuellen();
+    buildLanguageTable();
     Pfade_Setzen();
     Config_Lesen();
     EXPECT_TRUE(dlg.shown.empty());
@@ -207,7 +207,7 @@ TEST_F(ConfigFile, FileWrittenByHandReadsWithItsRulesLimitsAndColourRepair)
     EXPECT_EQ((std::vector<int>{plant.Sprache, plant.Druck_Prozent, plant.Druck_Rand_X, plant.Druck_Rand_Y}),
               (std::vector<int>{0, 87, 10, 55}));
     EXPECT_EQ(plant.Pfad_Karte[1], QStringLiteral("/media/stick"));
-    EXPECT_EQ(plant.Pfad[1], Daten_Datei(QStringLiteral("LogBuch"))); // empty: the default
+    EXPECT_EQ(plant.Pfad[1], dataFile(QStringLiteral("LogBuch"))); // empty: the default
 
     for (int s = 0; s <= OFEN_MAX; ++s)
         for (int k = 0; k < 16; ++k)
@@ -250,7 +250,7 @@ TEST_F(ConfigFile, MissingOrUnreadableFileShowsAMessageAndGoesOn)
     EXPECT_EQ(plant.Neu_Datei, TRUE16);
     EXPECT_TRUE(plant.Ofen_Name[3].isEmpty());
     EXPECT_EQ(plant.Datei_Art[8], QStringLiteral("DEN08"));
-    EXPECT_EQ(plant.Pfad[3], Daten_Datei(QStringLiteral("CSV")));
+    EXPECT_EQ(plant.Pfad[3], dataFile(QStringLiteral("CSV")));
     EXPECT_FALSE(QFile::exists(configPath()));
 
     QDir().mkpath(configPath());

@@ -25,8 +25,8 @@ class LanguageTest : public ConfigFixture {
 protected:
     int site(const QByteArray &lines)
     {
-        writeFile(Daten_Datei(MELD_TABELLE_DATEI), lines);
-        return readSiteTexts(Daten_Datei(MELD_TABELLE_DATEI));
+        writeFile(dataFile(MELD_TABELLE_DATEI), lines);
+        return readSiteTexts(dataFile(MELD_TABELLE_DATEI));
     }
 };
 
@@ -144,7 +144,7 @@ TEST_F(LanguageTest, SiteFileWithFewLinesLeavesTheRestBuiltIn)
     EXPECT_EQ(site(QByteArray("DE_027;0;Men\xfc") + "\r\n"), 1);
     EXPECT_EQ(de(26), QString::fromUtf8("Menü"));
 
-    EXPECT_EQ(readSiteTexts(Daten_Datei(QStringLiteral("missing.txt"))), 0);
+    EXPECT_EQ(readSiteTexts(dataFile(QStringLiteral("missing.txt"))), 0);
 }
 
 // The table file's records byte by byte. Its lines need the furnace digit in
@@ -152,8 +152,8 @@ TEST_F(LanguageTest, SiteFileWithFewLinesLeavesTheRestBuiltIn)
 // back as written.
 TEST_F(LanguageTest, TableFileLayoutAndItsLinesReadBackAsSiteLines)
 {
-    ASSERT_TRUE(writeLanguageTable(Daten_Datei(SPRACH_DATEI)));
-    const QByteArray all = readFile(Daten_Datei(SPRACH_DATEI));
+    ASSERT_TRUE(writeLanguageTable(dataFile(SPRACH_DATEI)));
+    const QByteArray all = readFile(dataFile(SPRACH_DATEI));
     ASSERT_EQ(all.size(), SPRACH_IDS * SPRACH_SATZ);
 
     // Parts in the order DE, EN, FR, SP, IT, NL; "SP" carries Italian, "IT" Spanish.
@@ -228,12 +228,12 @@ TEST_F(LanguageTest, SwitchCarriesTheLanguageIntoCommandsMessagesAndStates)
 
 TEST_F(LanguageTest, LoaderReadsTheDataFolderAndNamesTracksOfPlainFurnaces)
 {
-    writeFile(Daten_Datei(MELD_TABELLE_DATEI), "EN_001;0;kiln\r\n");
+    writeFile(dataFile(MELD_TABELLE_DATEI), "EN_001;0;kiln\r\n");
     plant.Ofen_Typ[1] = 0;
     plant.Ofen_Typ[2] = static_cast<i16>(0x9000 | 50); // version word: the PLC gives the names
     plant.Spur(1, 0) = QStringLiteral("Argon");
     plant.Spur_Titel(0, 0) = QStringLiteral("old title");
-    Sprachtext_Laden();
+    loadSiteTexts();
     EXPECT_EQ(plant.Sprachtext(1, 0), QStringLiteral("kiln"));
     EXPECT_EQ(plant.Meld_Anzahl[0], 32);
     EXPECT_EQ(plant.Spur(0, 0), QStringLiteral("Spur 1"));

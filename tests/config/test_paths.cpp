@@ -15,7 +15,7 @@ namespace {
 TEST(DriveRule, DTakenOnlyWhenFixedOrNetworkElseC)
 {
     auto rule = [](int d, int c) {
-        return Laufwerk_Waehlen([=](const QString &drive) {
+        return chooseDrive([=](const QString &drive) {
             if (d == -2 && drive.startsWith('D'))
                 throw std::runtime_error("drive not ready");
             return drive.startsWith('D') ? d : c;
@@ -35,11 +35,11 @@ TEST_F(Paths, DataFolderOptionProgramFolderAndMemoryCard)
 {
     const QString data = QDir::toNativeSeparators(tmp.filePath(QStringLiteral("data")));
     EXPECT_EQ(plant.Pfad[0], data);
-    EXPECT_EQ(plant.Prog_Ordner, Pfad_Plus(data, QStringLiteral("Programme")));
+    EXPECT_EQ(plant.Prog_Ordner, joinPath(data, QStringLiteral("Programme")));
     EXPECT_TRUE(QFileInfo(plant.Prog_Ordner).isDir());
     EXPECT_EQ(plant.Karte_Da, 0);
 
-    QDir().mkpath(Pfad_Plus(data, QStringLiteral("MEM_CARD")));
+    QDir().mkpath(joinPath(data, QStringLiteral("MEM_CARD")));
     plant.Daten_Ordner_Option += QStringLiteral("/"); // a trailing separator changes nothing
     Pfade_Setzen();
     EXPECT_EQ(plant.Pfad[0], data);
@@ -50,7 +50,7 @@ TEST_F(Paths, FolderCheckTakesDefaultsAndAsksBeforeCreating)
 {
     const QString eigen = tmp.filePath(QStringLiteral("eigene-logs"));
     QDir().mkpath(eigen);
-    QDir().mkpath(Standard_Ordner(2));
+    QDir().mkpath(defaultFolder(2));
     plant.Pfad[1] = eigen;                                    // exists: kept
     plant.Pfad[2] = tmp.filePath(QStringLiteral("weg"));      // missing, default exists
     plant.Pfad[3] = tmp.filePath(QStringLiteral("auch-weg")); // missing, default missing
@@ -58,23 +58,23 @@ TEST_F(Paths, FolderCheckTakesDefaultsAndAsksBeforeCreating)
     Ordner_Pruefen();
 
     EXPECT_EQ(plant.Pfad[1], eigen);
-    EXPECT_EQ(plant.Pfad[2], Standard_Ordner(2));
+    EXPECT_EQ(plant.Pfad[2], defaultFolder(2));
     ASSERT_EQ(dlg.shown.size(), 1u);
     EXPECT_EQ(dlg.shown[0].title, QStringLiteral("Folder Not found!"));
-    EXPECT_EQ(dlg.shown[0].text, QStringLiteral("CSV-Files\n") + Standard_Ordner(3) + QStringLiteral("\nCreate? "));
-    EXPECT_TRUE(QFileInfo(Standard_Ordner(3)).isDir());
+    EXPECT_EQ(dlg.shown[0].text, QStringLiteral("CSV-Files\n") + defaultFolder(3) + QStringLiteral("\nCreate? "));
+    EXPECT_TRUE(QFileInfo(defaultFolder(3)).isDir());
     EXPECT_TRUE(QFile::exists(configPath())); // Yes also writes the configuration
 
     // No: the default path stays, nothing is created or written.
     QFile::remove(configPath());
     plant.Pfad[1] = plant.Pfad[3] = QString();
-    QDir(Standard_Ordner(3)).removeRecursively();
+    QDir(defaultFolder(3)).removeRecursively();
     dlg.shown.clear();
     dlg.answers = {0, 0};
     Ordner_Pruefen();
     EXPECT_EQ(shown(QStringLiteral("question")).size(), 2);
     EXPECT_TRUE(dlg.shown[0].text.startsWith(QStringLiteral("LOG-Files\n")));
-    EXPECT_EQ(plant.Pfad[1], Standard_Ordner(1));
+    EXPECT_EQ(plant.Pfad[1], defaultFolder(1));
     EXPECT_FALSE(QFileInfo::exists(plant.Pfad[1]));
     EXPECT_FALSE(QFile::exists(configPath()));
 }
@@ -89,8 +89,8 @@ TEST_F(Paths, YearFoldersAndMirrorFolder)
     QDir().mkpath(plant.Pfad[4]);
     plant.Backup_Aktiv = TRUE16;
     Backup_Pruefen();
-    EXPECT_EQ(plant.Charge_Ordner[0], Pfad_Plus(plant.Pfad[1], QStringLiteral("2024")));
-    EXPECT_EQ(plant.Charge_Ordner[1], Pfad_Plus(plant.Pfad[4], QStringLiteral("2024")));
+    EXPECT_EQ(plant.Charge_Ordner[0], joinPath(plant.Pfad[1], QStringLiteral("2024")));
+    EXPECT_EQ(plant.Charge_Ordner[1], joinPath(plant.Pfad[4], QStringLiteral("2024")));
     EXPECT_TRUE(QFileInfo(plant.Charge_Ordner[1]).isDir());
     EXPECT_EQ(plant.Backup_Aktiv, TRUE16);
     EXPECT_TRUE(dlg.shown.empty());

@@ -17,7 +17,7 @@ TEST_F(RegNames, SectionsByTheirSerialWithKeysInAnyOrder)
     plant.Ofen_Serie[2] = QStringLiteral("2301-002-BBB"); // same serial: the first furnace wins
     plant.Ofen_Serie[3] = QStringLiteral("2301-004-DDD");
     plant.Reg_Anzahl[3] = 4;                             // the count only grows
-    writeFile(Daten_Datei(REG_NAMEN_DATEI),
+    writeFile(dataFile(REG_NAMEN_DATEI),
               "REG_Name_1=before any section\r\n"
               "SERIE=2301-002-BBB\r\n"
               "REG_Einh_5=mbar\r\n"

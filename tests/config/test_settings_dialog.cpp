@@ -18,10 +18,10 @@ protected:
         ConfigFixture::SetUp();
         makeDefaultFolders();
         for (int k = 1; k <= 3; ++k)
-            plant.Pfad[k] = Standard_Ordner(k);
+            plant.Pfad[k] = defaultFolder(k);
         plant.Ofen_Name[1] = QStringLiteral("Kammerofen");
         plant.TempLog_Takt[1] = 60;
-        Parameter_Oeffnen();
+        openParameters();
     }
 };
 
@@ -29,13 +29,13 @@ protected:
 
 TEST_F(SettingsTest, EveryFieldKeepsItsLimitsWithTheReplacementValue)
 {
-    struct Fall {
+    struct Case {
         int option; ///< link kind of the furnace (1: serial limits)
         int feld;
         const char *eingabe;
         const char *gezeigt;
     };
-    const Fall faelle[] = {
+    const Case faelle[] = {
         {0, 0, "192", "192"}, {0, 0, "256", "255"},    {0, 3, "-1", "0"},    {0, 1, "abc", "0"},
         {1, 0, "0", "1"},     {1, 0, "17", "16"},      {1, 0, "16", "16"},   {1, 2, "9", "8"},
         {1, 3, "0", "1"},     {2, 3, "300", "255"},    {0, 4, "4", "60"},    {0, 4, "5", "5"},
@@ -43,21 +43,21 @@ TEST_F(SettingsTest, EveryFieldKeepsItsLimitsWithTheReplacementValue)
         {0, 5, "9", "2"},     {0, 5, "8", "8"},        {0, 12, "  Halle 3 Ost  ", "Halle 3 Ost"},
         {0, 12, "    ", "Kammerofen"}, {0, 12, "Ein sehr langer Name", "Ein sehr langer "},
     };
-    for (const Fall &c : faelle) {
-        Option1_Setzen(1, c.option);
-        EXPECT_EQ(Text1_Verlassen(1, c.feld, QString::fromLatin1(c.eingabe)), QString::fromLatin1(c.gezeigt))
+    for (const Case &c : faelle) {
+        setOption1(1, c.option);
+        EXPECT_EQ(Text1_LostFocus(1, c.feld, QString::fromLatin1(c.eingabe)), QString::fromLatin1(c.gezeigt))
             << "option " << c.option << " field " << c.feld << " input " << c.eingabe;
     }
-    Option1_Setzen(1, 1);
-    EXPECT_EQ(Adress_Titel(1), QStringLiteral("COM / ADD"));
-    Option1_Setzen(1, 2);
-    EXPECT_EQ(Adress_Titel(1), QStringLiteral("TCP/IP-ADD"));
+    setOption1(1, 1);
+    EXPECT_EQ(addressCaption(1), QStringLiteral("COM / ADD"));
+    setOption1(1, 2);
+    EXPECT_EQ(addressCaption(1), QStringLiteral("TCP/IP-ADD"));
     EXPECT_EQ(Parameter.Ofen[1].UDP, -1);
 
     const std::tuple<int, const char *, const char *> druck[] = {
         {0, "24", "25"}, {0, "101", "100"}, {0, "87", "87"}, {1, "9", "10"}, {2, "250", "200"}, {2, "x", "10"}};
     for (const auto &[feld, ein, aus] : druck)
-        EXPECT_EQ(Text2_Verlassen(feld, QString::fromLatin1(ein)), QString::fromLatin1(aus)) << feld << " " << ein;
+        EXPECT_EQ(Text2_LostFocus(feld, QString::fromLatin1(ein)), QString::fromLatin1(aus)) << feld << " " << ein;
 }
 
 TEST_F(SettingsTest, OkTakesTheCopyClearsEmptyFurnacesAndSetsChangedOnesUpAnew)
@@ -69,16 +69,16 @@ TEST_F(SettingsTest, OkTakesTheCopyClearsEmptyFurnacesAndSetsChangedOnesUpAnew)
     plant.Ofen_Serie[0] = QStringLiteral("1203-017-KHP");
     plant.Ofen_Wert216[0] = 12000;
     plant.Ofen_Version[0] = QStringLiteral("07");
-    Parameter_Oeffnen();
+    openParameters();
 
     // Furnace 1 is taken out: address 0.0.0.0 and not active.
     for (int k = 0; k < 4; ++k)
-        Text1_Verlassen(0, k, QStringLiteral("0"));
+        Text1_LostFocus(0, k, QStringLiteral("0"));
     Parameter.Ofen[0].Aktiv = 0;
     // Furnace 2 moves to another address and picks the serial option.
-    Text1_Verlassen(1, 3, QStringLiteral("44"));
-    Option1_Setzen(1, 1);
-    Text1_Verlassen(1, 4, QStringLiteral("30"));
+    Text1_LostFocus(1, 3, QStringLiteral("44"));
+    setOption1(1, 1);
+    Text1_LostFocus(1, 4, QStringLiteral("30"));
     // Furnace 3 is unchanged.
     ASSERT_TRUE(Command1_OK());
 
@@ -103,11 +103,11 @@ TEST_F(SettingsTest, OkTakesTheCopyClearsEmptyFurnacesAndSetsChangedOnesUpAnew)
 
 TEST_F(SettingsTest, CancelTakesNothingAndPutsTheLanguageBack)
 {
-    Text1_Verlassen(1, 3, QStringLiteral("99"));
-    Sprache_Waehlen(1);
+    Text1_LostFocus(1, 3, QStringLiteral("99"));
+    chooseLanguage(1);
     EXPECT_EQ(plant.Sprache, 1);
     EXPECT_EQ(plant.Befehl_Name[1].trimmed(), plant.Sprachtext(1, 10).trimmed()) << "the station speaks it at once";
-    Command1_Abbruch();
+    Command1_Cancel();
     EXPECT_EQ(plant.Sprache, 0);
     EXPECT_EQ(plant.Befehl_Name[1].trimmed(), QStringLiteral("Rampe"));
     EXPECT_EQ(plant.Ofen_IP(1, 3), 0);
@@ -118,7 +118,7 @@ TEST_F(SettingsTest, CancelTakesNothingAndPutsTheLanguageBack)
 TEST_F(SettingsTest, AMissingBackupFolderKeepsTheDialogOpenWithItsMessage)
 {
     Parameter.Backup_Aktiv = TRUE16;
-    Ordner_Pfad(ORDNER_SYS) = tmp.filePath(QStringLiteral("nirgends"));
+    folderPath(ORDNER_SYS) = tmp.filePath(QStringLiteral("nirgends"));
     EXPECT_FALSE(Command1_OK());
     ASSERT_EQ(dlg.shown.size(), 1u);
     EXPECT_EQ(dlg.shown.front().text,
@@ -126,7 +126,7 @@ TEST_F(SettingsTest, AMissingBackupFolderKeepsTheDialogOpenWithItsMessage)
     EXPECT_FALSE(QFile::exists(configPath()));
 
     QDir().mkpath(tmp.filePath(QStringLiteral("Sicherung")));
-    Ordner_Pfad(ORDNER_SYS) = tmp.filePath(QStringLiteral("Sicherung"));
+    folderPath(ORDNER_SYS) = tmp.filePath(QStringLiteral("Sicherung"));
     EXPECT_TRUE(Command1_OK());
     EXPECT_TRUE(QFile::exists(configPath()));
     EXPECT_TRUE(QDir(plant.Charge_Ordner[1]).exists()) << "the mirror's year folder is made at once";
@@ -135,17 +135,17 @@ TEST_F(SettingsTest, AMissingBackupFolderKeepsTheDialogOpenWithItsMessage)
 TEST_F(SettingsTest, DiskChoiceRebuildsTheFoldersOrRefusesAMissingDisk)
 {
     const QString weg = tmp.filePath(QStringLiteral("keine_Platte"));
-    EXPECT_FALSE(Disk_Setzen(weg));
+    EXPECT_FALSE(setDisk(weg));
     ASSERT_EQ(dlg.shown.size(), 1u);
     EXPECT_EQ(dlg.shown.front().text, QStringLiteral("Disk ") + weg + QStringLiteral(": select a real disk!"));
 
     const QString platte = tmp.filePath(QStringLiteral("platte"));
     QDir().mkpath(platte);
     const QString rest = QDir::fromNativeSeparators(Parameter.Pfad[1]).section(QLatin1Char('/'), 1);
-    ASSERT_TRUE(Disk_Setzen(platte));
+    ASSERT_TRUE(setDisk(platte));
     EXPECT_EQ(QDir::fromNativeSeparators(Parameter.Pfad[1]), platte + QLatin1Char('/') + rest);
-    EXPECT_EQ(Ordner_Titel(ORDNER_LOG), QStringLiteral("LOG - Files"));
-    EXPECT_EQ(&Ordner_Pfad(ORDNER_USB), &Parameter.Pfad[2]);
+    EXPECT_EQ(folderCaption(ORDNER_LOG), QStringLiteral("LOG - Files"));
+    EXPECT_EQ(&folderPath(ORDNER_USB), &Parameter.Pfad[2]);
 }
 
 TEST_F(SettingsTest, MessagePagesSkipTheThirdOnThirtyTwoMessagesAndTheTableIsExported)
@@ -165,12 +165,12 @@ TEST_F(SettingsTest, MessagePagesSkipTheThirdOnThirtyTwoMessagesAndTheTableIsExp
     MTXTbutton(1);
     EXPECT_EQ(Parameter.MTXT_Seite, 2);
 
-    Status_Text_Fuellen();
+    fillStatusTexts();
     plant.Prog_Page[1] = 388;
     plant.SPS_Wort(1, 388) = 1113;
-    EXPECT_EQ(Status_Zeile(1), QStringLiteral("Load ERROR 13/16"));
+    EXPECT_EQ(statusLine(1), QStringLiteral("Load ERROR 13/16"));
     EXPECT_EQ(LOAD_STAT(1), QStringLiteral("  "));
 
     ASSERT_TRUE(Command3_Export());
-    EXPECT_EQ(readFile(Daten_Datei(QStringLiteral("KM_SP.LNG"))).size(), 172 * 312);
+    EXPECT_EQ(readFile(dataFile(QStringLiteral("KM_SP.LNG"))).size(), 172 * 312);
 }

@@ -26,9 +26,9 @@ protected:
         for (int n = 1; n <= 48; ++n)
             plant.Meld_Text(2, n - 1) = QStringLiteral("Text %1").arg(n);
         plant.Spur(2, 0) = QStringLiteral("Regler");
-        System_Oeffnen(3);
+        openSystem(3);
     }
-    QString ordner(const char *name)
+    QString testFolder(const char *name)
     {
         const QString p = tmp.filePath(QString::fromLatin1(name));
         QDir().mkpath(p);
@@ -36,7 +36,7 @@ protected:
     }
 };
 
-QByteArray satz(const char *text)
+QByteArray textRecord(const char *text)
 {
     return QByteArray(text).leftJustified(40, ' ');
 }
@@ -51,10 +51,10 @@ TEST_F(SystemTest, LimitsAreTypedInWholeUnitsAndStoredTimesTen)
         {5, "50", "100", 1000},     {5, "4000", "3200", 32000}, {5, "1500", "1500", 15000},
     };
     for (const auto &[feld, ein, aus, wert] : faelle) {
-        EXPECT_EQ(System_Text1_Verlassen(feld, QString::fromLatin1(ein)), QString::fromLatin1(aus)) << feld << " " << ein;
+        EXPECT_EQ(System_Text1_LostFocus(feld, QString::fromLatin1(ein)), QString::fromLatin1(aus)) << feld << " " << ein;
         EXPECT_EQ(System.Werte[size_t(feld - 3)], wert) << feld << " " << ein;
     }
-    EXPECT_EQ(System_Text1_Verlassen(SYS_TYP, QStringLiteral("Schutzgas-Kammerofen 2")), QStringLiteral("Schutzgas-Kammer"));
+    EXPECT_EQ(System_Text1_LostFocus(SYS_TYP, QStringLiteral("Schutzgas-Kammerofen 2")), QStringLiteral("Schutzgas-Kammer"));
 
     ASSERT_TRUE(System_OK());
     EXPECT_EQ(plant.Ofen_Wert216[2], 30000);
@@ -66,10 +66,10 @@ TEST_F(SystemTest, LimitsAreTypedInWholeUnitsAndStoredTimesTen)
 
 TEST_F(SystemTest, SerialNumberNeedsDashesAtFiveAndNine)
 {
-    EXPECT_EQ(System_Text1_Verlassen(SYS_SERIE, QStringLiteral("2401-123-GKD")), QStringLiteral("2401-123-GKD"));
+    EXPECT_EQ(System_Text1_LostFocus(SYS_SERIE, QStringLiteral("2401-123-GKD")), QStringLiteral("2401-123-GKD"));
     EXPECT_TRUE(dlg.shown.empty());
     for (const char *falsch : {"2401123-ABCD", "240-1123-ABC", "2401-12-3ABC"}) {
-        EXPECT_EQ(System_Text1_Verlassen(SYS_SERIE, QString::fromLatin1(falsch)), QStringLiteral("2401-123-GKD"));
+        EXPECT_EQ(System_Text1_LostFocus(SYS_SERIE, QString::fromLatin1(falsch)), QStringLiteral("2401-123-GKD"));
         ASSERT_FALSE(dlg.shown.empty());
         EXPECT_EQ(dlg.shown.back().text, QStringLiteral("Die Serien-Nr. hat nicht das\nFormat: >>>JJMM-NNN-TTT<<<"));
     }
@@ -81,55 +81,55 @@ TEST_F(SystemTest, SerialNumberNeedsDashesAtFiveAndNine)
 TEST_F(SystemTest, TextFileRecordsOfBothFormsRoundTrip)
 {
     // The 32 form: header, 32 texts, empty records up to 48, tracks at 49..52.
-    MLD_Liste t = System.Texte;
+    MldList t = System.Texte;
     ASSERT_EQ(t.Anzahl, 32);
     ASSERT_EQ(t.Zeilen.size(), 36);
     EXPECT_EQ(t.Zeilen[0], QStringLiteral("01:Text 1"));
     EXPECT_EQ(t.Zeilen[32], QStringLiteral("33:Regler"));
-    Zeile_Setzen(1, QString::fromUtf8("Türkontakt offen, bitte prüfen"));
+    setLine(1, QString::fromUtf8("Türkontakt offen, bitte prüfen"));
     t = System.Texte;
-    t.Kopf = satz("PANEL M02 V1.3");
-    const QByteArray b = MLD_Bytes(t);
+    t.Kopf = textRecord("PANEL M02 V1.3");
+    const QByteArray b = mldBytes(t);
     ASSERT_EQ(b.size(), 52 * 40);
-    EXPECT_EQ(b.mid(0, 40), satz("PANEL M02 V1.3"));
-    EXPECT_EQ(b.mid(40, 40), satz("Text 1"));
+    EXPECT_EQ(b.mid(0, 40), textRecord("PANEL M02 V1.3"));
+    EXPECT_EQ(b.mid(40, 40), textRecord("Text 1"));
     EXPECT_EQ(b.mid(80, 40), Latin1Bytes(QString::fromUtf8("Türkontakt offen, bitt")).leftJustified(40, ' '));
     EXPECT_EQ(b.mid(33 * 40, 15 * 40), QByteArray(15 * 40, ' '));
-    EXPECT_EQ(b.mid(48 * 40, 40), satz("Regler"));
+    EXPECT_EQ(b.mid(48 * 40, 40), textRecord("Regler"));
 
-    const QString dir = ordner("karte");
+    const QString dir = testFolder("karte");
     QString meldung;
     ASSERT_TRUE(MLD_XXX_Sichern(dir, t, meldung));
-    MLD_Liste gelesen;
-    EXPECT_EQ(MLD_laden(dir, MLD_XXX_DATEI, gelesen), QString());
+    MldList gelesen;
+    EXPECT_EQ(loadMld(dir, MLD_XXX_DATEI, gelesen), QString());
     EXPECT_EQ(gelesen.Zeilen, t.Zeilen);
     EXPECT_EQ(gelesen.Kopf, t.Kopf);
 
     // The 48 form has 49 records and no track names.
-    M_Nr_Setzen(48);
+    chooseMessageCount(48);
     ASSERT_EQ(System.Texte.Zeilen.size(), 48);
     EXPECT_EQ(System.Texte.Zeilen[47], QStringLiteral("48:"));
     System.Texte.Zeilen[47] = QStringLiteral("48:Letzte");
     ASSERT_TRUE(MLD_XXX_Sichern(dir, System.Texte, meldung));
     EXPECT_EQ(readFile(QDir(dir).filePath(MLD_XXX_DATEI)).size(), 49 * 40);
-    EXPECT_EQ(MLD_laden(dir, MLD_XXX_DATEI, gelesen), QString());
+    EXPECT_EQ(loadMld(dir, MLD_XXX_DATEI, gelesen), QString());
     EXPECT_EQ(gelesen.Anzahl, 48);
     EXPECT_EQ(gelesen.Zeilen[47], QStringLiteral("48:Letzte"));
-    EXPECT_EQ(MLD_Anzahl(33), 32);
-    EXPECT_EQ(MLD_Anzahl(52), 32);
+    EXPECT_EQ(mldCount(33), 32);
+    EXPECT_EQ(mldCount(52), 32);
 }
 
 TEST_F(SystemTest, MissingFilesAndFoldersAreReportedAndNothingIsWritten)
 {
-    const QString dir = ordner("leer");
-    MLD_Liste t;
-    EXPECT_EQ(MLD_laden(dir, MLD_IMPORT_DATEI, t),
+    const QString dir = testFolder("leer");
+    MldList t;
+    EXPECT_EQ(loadMld(dir, MLD_IMPORT_DATEI, t),
               QStringLiteral("Quellfile:   ") + QDir::toNativeSeparators(QDir(dir).filePath("MLD_IMPORT.TXT")) +
                   QStringLiteral(">>> Bitte anlegen!"));
     EXPECT_TRUE(dlg.shown.empty());
 
     const QString weg = tmp.filePath(QStringLiteral("weg"));
-    EXPECT_EQ(MLD_laden(weg, MLD_IMPORT_DATEI, t), QStringLiteral("Ordner ") + weg + QStringLiteral(" nicht gefunden!"));
+    EXPECT_EQ(loadMld(weg, MLD_IMPORT_DATEI, t), QStringLiteral("Ordner ") + weg + QStringLiteral(" nicht gefunden!"));
     ASSERT_EQ(dlg.shown.size(), 1u);
     EXPECT_EQ(dlg.shown.front().text, QStringLiteral("Auswahl des Quellverzeichnisses!"));
     QString meldung;
@@ -139,13 +139,13 @@ TEST_F(SystemTest, MissingFilesAndFoldersAreReportedAndNothingIsWritten)
 
 TEST_F(SystemTest, CardCopyMakesTheTreeCopiesTheFilesAndReportsAGap)
 {
-    const QString quelle = ordner("MEM_CARD");
+    const QString quelle = testFolder("MEM_CARD");
     QDir().mkpath(quelle + "/DATEN");
     QDir().mkpath(quelle + "/SYSTEM/FONTS");
     for (const char *name : {"PROG1.txt", "PROG7.txt", "Prog.txt", "PID.txt", "COD_M02.txt", "MLD_M02.txt",
                              "COD_P01.txt", "MLD_P01.txt"})
         writeFile(quelle + "/DATEN/" + name, QByteArray(name).leftJustified(16, ' '));
-    const QString ziel = ordner("CF/DATEN").section('/', 0, -2);
+    const QString ziel = testFolder("CF/DATEN").section('/', 0, -2);
     writeFile(ziel + "/DATEN/PID.txt", "alt");
 
     EXPECT_TRUE(DateiCopy(quelle, ziel));
@@ -165,15 +165,15 @@ TEST_F(SystemTest, DriveLinesTypeWordsAndReadyCheck)
 {
     const char *worte[] = {"Unknown", "Removable", "Fixed", "Network", "CD-ROM", "RAM Disk"};
     for (int t = 0; t <= 5; ++t) {
-        EXPECT_EQ(Laufwerk_Zeile({QStringLiteral("E:\\"), t}), QStringLiteral("E:\\ : ") + worte[t]);
-        EXPECT_EQ(Laufwerk_Nutzbar(t), t == 2 || t == 3);
+        EXPECT_EQ(driveLine({QStringLiteral("E:\\"), t}), QStringLiteral("E:\\ : ") + worte[t]);
+        EXPECT_EQ(driveUsable(t), t == 2 || t == 3);
     }
-    EXPECT_FALSE(Laufwerke().isEmpty());
-    EXPECT_TRUE(Laufwerk_Bereit(tmp.path()));
+    EXPECT_FALSE(drives().isEmpty());
+    EXPECT_TRUE(driveReady(tmp.path()));
     const QString weg = tmp.filePath(QStringLiteral("kein_Laufwerk"));
-    EXPECT_FALSE(Laufwerk_Bereit(weg));
-    EXPECT_NE(Ordner_Start(weg), weg);
-    EXPECT_EQ(Liste_Zeilen(LISTE_SPUR).first(), QStringLiteral("Spur 1: Regler"));
-    EXPECT_EQ(Liste_Zeilen(LISTE_MELD).size(), 32);
-    EXPECT_EQ(Liste_Zeilen(LISTE_MELD)[1], QStringLiteral("Meld 02: Text 2"));
+    EXPECT_FALSE(driveReady(weg));
+    EXPECT_NE(startFolder(weg), weg);
+    EXPECT_EQ(listLines(LISTE_SPUR).first(), QStringLiteral("Spur 1: Regler"));
+    EXPECT_EQ(listLines(LISTE_MELD).size(), 32);
+    EXPECT_EQ(listLines(LISTE_MELD)[1], QStringLiteral("Meld 02: Text 2"));
 }

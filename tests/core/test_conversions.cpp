@@ -66,8 +66,8 @@ TEST_F(Conversions, TextSauberAndWorteText)
     plant.SPS_Wort(3, 200) = 0x664F; // "Of"
     plant.SPS_Wort(3, 201) = 0x6E65; // "en"
     plant.SPS_Wort(3, 202) = 0x3120; // " 1"
-    EXPECT_EQ(Worte_Text(3, 200, 8), "Ofen 1");
-    EXPECT_EQ(runError([] { Worte_Text(3, 1138, 4); }), ERR_SUBSCRIPT); // word 1141
+    EXPECT_EQ(wordsText(3, 200, 8), "Ofen 1");
+    EXPECT_EQ(runError([] { wordsText(3, 1138, 4); }), ERR_SUBSCRIPT); // word 1141
 }
 
 TEST_F(Conversions, FormatZahlRoundsHalvesAwayFromZero)
@@ -85,11 +85,11 @@ TEST_F(Conversions, FormatZahlRoundsHalvesAwayFromZero)
         {-32768, "####0", "-32768"},
     };
     for (const auto &f : faelle)
-        EXPECT_EQ(Format_Zahl(f.v, f.format), f.text) << f.v << " " << f.format;
+        EXPECT_EQ(formatNumber(f.v, f.format), f.text) << f.v << " " << f.format;
 
     // The decimal mark is the system's.
     QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
-    EXPECT_EQ(Format_Zahl(12.35, "#0.0"), "12,4");
+    EXPECT_EQ(formatNumber(12.35, "#0.0"), "12,4");
     QLocale::setDefault(saved);
 }
 

@@ -12,11 +12,11 @@ QDateTime W(int y, int mo, int d, int h = 0, int mi = 0, int s = 0)
 }
 
 /// The PLC's packed stamp: word A day/month/year, word B hour/minute/seconds/2.
-int16_t wortA(int day, int month, int year)
+int16_t stampWordA(int day, int month, int year)
 {
     return static_cast<int16_t>((day << 11) | (month << 7) | year);
 }
-int16_t wortB(int hour, int minute, int second)
+int16_t stampWordB(int hour, int minute, int second)
 {
     return static_cast<int16_t>((hour << 11) | (minute << 5) | (second / 2));
 }
@@ -26,7 +26,7 @@ protected:
     void SetUp() override
     {
         FreshProcess::SetUp();
-        setJetzt(W(2024, 6, 15, 12, 0, 0));
+        setNow(W(2024, 6, 15, 12, 0, 0));
     }
 };
 
@@ -41,7 +41,7 @@ TEST_F(Dates, DateAddClampsAtMonthEndAndCrossesYears)
 
     EXPECT_EQ(runError([] { DateAdd("w", 1, W(2012, 1, 1)); }), 5);
     EXPECT_EQ(runError([] { DateAdd("yyyy", 8000, W(2012, 1, 1)); }), 5);
-    EXPECT_EQ(runError([] { DateDiff("n", Jetzt(), Datum_Wert("kein Datum")); }), 13);
+    EXPECT_EQ(runError([] { DateDiff("n", now(), dateValue("kein Datum")); }), 13);
 }
 
 TEST_F(Dates, DateDiffCountsBoundariesNotElapsedTime)
@@ -72,9 +72,9 @@ TEST_F(Dates, DatumTextFormsValidityAndFullForm)
     EXPECT_EQ(Datum_Text(d, "TTMMJJJJHHMMSS"), "01.03.2012 07:05:09");
     EXPECT_EQ(Datum_Text(d, "HHMM"), "07:05");
 
-    EXPECT_EQ(Datum_Wert(" 01/03/2012 "), W(2012, 3, 1));
-    EXPECT_FALSE(Datum_Wert("31.02.2012 00:00:00").isValid());
-    EXPECT_FALSE(Datum_Wert("01.03.2012 24:00:00").isValid());
+    EXPECT_EQ(dateValue(" 01/03/2012 "), W(2012, 3, 1));
+    EXPECT_FALSE(dateValue("31.02.2012 00:00:00").isValid());
+    EXPECT_FALSE(dateValue("01.03.2012 24:00:00").isValid());
 
     EXPECT_EQ(Datum_Gueltig(W(2005, 12, 31, 23, 59, 59)), "False");
     EXPECT_EQ(Datum_Gueltig(W(2006, 1, 1)), "True");
@@ -126,7 +126,7 @@ TEST_F(Dates, DatumParseReadsBothLengthsAndTestsEachField)
         Datum_Parse(text);
         EXPECT_EQ(plant.Datum_OK, ok) << text;
     }
-    setJetzt(W(2030, 1, 1));
+    setNow(W(2030, 1, 1));
     Datum_Parse("01.01.2025 00:00:00");
     EXPECT_EQ(plant.Datum_OK, -1);
 }
@@ -167,12 +167,12 @@ TEST_F(Dates, SpsDatumUnpacksBitFieldsAndSetsItsFlag)
     EXPECT_EQ(SPS_Datum(0x0C8C, static_cast<int16_t>(0x9C3D)), "01.09.2012 19:33:58");
     EXPECT_EQ(plant.SPS_Datum_OK, -1);
     // Day 31 sets the top bit: word A is negative and still reads as day 31.
-    EXPECT_EQ(SPS_Datum(wortA(31, 12, 127), wortB(23, 59, 58)), "31.12.2127 23:59:58");
+    EXPECT_EQ(SPS_Datum(stampWordA(31, 12, 127), stampWordB(23, 59, 58)), "31.12.2127 23:59:58");
     // Day 30 of month 2 is built, not refused: 30 Jan + 1 month, clamped.
-    EXPECT_EQ(SPS_Datum(wortA(30, 2, 13), 0), "28.02.2013 00:00:00");
+    EXPECT_EQ(SPS_Datum(stampWordA(30, 2, 13), 0), "28.02.2013 00:00:00");
     EXPECT_EQ(plant.SPS_Datum_OK, -1);
     // Seconds field 30 is 60 seconds: the date runs into the next minute.
-    EXPECT_EQ(SPS_Datum(wortA(5, 6, 12), static_cast<int16_t>((7 << 11) | (8 << 5) | 30)), "05.06.2012 07:09:00");
+    EXPECT_EQ(SPS_Datum(stampWordA(5, 6, 12), static_cast<int16_t>((7 << 11) | (8 << 5) | 30)), "05.06.2012 07:09:00");
     EXPECT_EQ(plant.SPS_Datum_OK, 0);
 
     // Word A 0: the base date; month 0 clears whatever the flag held.
@@ -184,15 +184,15 @@ TEST_F(Dates, SpsDatumUnpacksBitFieldsAndSetsItsFlag)
     // year 7 is the first that sets it.
     for (int16_t vorher : {int16_t(-1), int16_t(0)}) {
         plant.SPS_Datum_OK = vorher;
-        EXPECT_EQ(SPS_Datum(wortA(5, 6, 6), wortB(7, 8, 10)), "05.06.2006 07:08:10");
+        EXPECT_EQ(SPS_Datum(stampWordA(5, 6, 6), stampWordB(7, 8, 10)), "05.06.2006 07:08:10");
         EXPECT_EQ(plant.SPS_Datum_OK, vorher);
     }
-    SPS_Datum(wortA(5, 6, 7), wortB(7, 8, 10));
+    SPS_Datum(stampWordA(5, 6, 7), stampWordB(7, 8, 10));
     EXPECT_EQ(plant.SPS_Datum_OK, -1);
 
     const std::pair<int16_t, int16_t> schlecht[] = {
-        {wortA(0, 6, 12), wortB(7, 8, 10)},  {wortA(5, 13, 12), wortB(7, 8, 10)},
-        {wortA(5, 6, 12), wortB(24, 8, 10)}, {wortA(5, 6, 12), wortB(7, 60, 10)},
+        {stampWordA(0, 6, 12), stampWordB(7, 8, 10)},  {stampWordA(5, 13, 12), stampWordB(7, 8, 10)},
+        {stampWordA(5, 6, 12), stampWordB(24, 8, 10)}, {stampWordA(5, 6, 12), stampWordB(7, 60, 10)},
     };
     for (auto [a, b] : schlecht) {
         plant.SPS_Datum_OK = -1;

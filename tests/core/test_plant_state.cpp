@@ -38,7 +38,7 @@ TEST_F(PlantState, PredicatesAndStatusRows)
     EXPECT_TRUE(Ist_Argon(2));
     EXPECT_FALSE(Ist_Argon(3));
 
-    Status_Text_Fuellen();
+    fillStatusTexts();
     EXPECT_EQ(plant.Status_Text[106], QStringLiteral("Download Prog 6 "));
     EXPECT_EQ(plant.Status_Text[121], QStringLiteral("Load ERROR 45/48"));
     for (int i = 0; i <= 200; ++i)

@@ -29,18 +29,18 @@ inline void PrintTo(const QString &s, std::ostream *os)
 
 namespace kal::test {
 
-inline std::array<i16, 12> kennungA()
+inline std::array<i16, 12> identityA()
 {
     return {i16(0x8000 | 0x0100 | 10), i16(0xC000 | 0x0100 | 11), i16(0x0700 | 12), i16(13),
             i16(0x2000 | 0x0900 | 4), 0, 0, 0, 0, 0, 0, 0};
 }
-inline std::array<i16, 12> kennungB()
+inline std::array<i16, 12> identityB()
 {
     return {43, i16(0x1000 | 600), i16(0x1000 | 601), i16(0x1000 | 602), i16(0x1000 | 603), 0, 0, 0, 0, 0, 0, 0};
 }
 
 /// What one sample group of the test furnace carries.
-struct Probe {
+struct SampleGroup {
     i16 soll = 0, ist = 0, out = 0; ///< channel 0 set and actual (°C), output % of channel 1
     i16 zone = 0;                   ///< actual of channel 1
     i16 druck = 0;                  ///< channel 4, tenths of a bar
@@ -49,12 +49,12 @@ struct Probe {
     i16 ziel = 0, rest = 0;         ///< segment target and remaining value
 };
 
-inline i16 paar(int lo, int hi)
+inline i16 setPair(int lo, int hi)
 {
     return i16(uint16_t((lo & 0xFF) | ((hi & 0xFF) << 8)));
 }
 
-inline LogBlock gruppenBlock(const Probe &p)
+inline LogBlock groupBlock(const SampleGroup &p)
 {
     LogBlock w{};
     w[0] = 154;
@@ -67,18 +67,18 @@ inline LogBlock gruppenBlock(const Probe &p)
     w[21] = p.out;           // channel 2 (word 611)
     w[23] = p.druck;         // channel 4 (word 613)
     w[30] = p.rest;
-    w[31] = paar(0, p.out);  // output of channel 1: the high byte (word 620)
-    w[36] = paar(p.art, p.seg);
+    w[31] = setPair(0, p.out);  // output of channel 1: the high byte (word 620)
+    w[36] = setPair(p.art, p.seg);
     w[37] = p.ziel;
     return w;
 }
 
-inline SatzZeit zeit(const QDateTime &d)
+inline RecordTime recordTime(const QDateTime &d)
 {
-    return zeitVonDatum(d);
+    return timeOfDate(d);
 }
 
-class KurvenTest : public FreshProcess {
+class CurveTest : public FreshProcess {
 protected:
     QTemporaryDir dir;
     QDateTime t0 = QDateTime(QDate(2024, 3, 5), QTime(8, 0, 0), Qt::UTC);
@@ -86,38 +86,38 @@ protected:
     void SetUp() override
     {
         FreshProcess::SetUp();
-        Sprachtext_Fuellen();
+        buildLanguageTable();
         Sprachumschalt();
         ASSERT_TRUE(dir.isValid());
     }
 
     /// A batch file name of the test furnace's serial "2401-100-TST".
-    QString datei(int nummer = 7) const
+    QString batchPath(int nummer = 7) const
     {
         return dir.filePath(QStringLiteral("D2401100TST") + QString::number(nummer).rightJustified(6, QLatin1Char('0')) +
                             QStringLiteral("050324.OVD"));
     }
 
     /// The head of the test furnace: name, identity, 32 message texts.
-    static void kopfSchreiben(BatchFile &f, const QDateTime &t)
+    static void writeFurnaceHead(BatchFile &f, const QDateTime &t)
     {
         std::vector<QString> texte;
         for (int i = 0; i < 32; ++i)
             texte.push_back(QStringLiteral("Text %1").arg(i + 1));
-        for (const auto &[nr, s] : Kopf_Saetze(QStringLiteral("Ofen Test"), zeit(t), kennungA(), kennungB(), texte, true))
+        for (const auto &[nr, s] : headerRecords(QStringLiteral("Ofen Test"), recordTime(t), identityA(), identityB(), texte, true))
             f.write(nr, s);
     }
 
     /// A headed file with one group per probe, 60 s apart from t0.
-    QString kopfDatei(const std::vector<Probe> &proben, const QString &pfad = QString())
+    QString headedFile(const std::vector<SampleGroup> &proben, const QString &pfad = QString())
     {
-        const QString p = pfad.isEmpty() ? datei() : pfad;
+        const QString p = pfad.isEmpty() ? batchPath() : pfad;
         BatchFile f;
         f.open(p);
-        kopfSchreiben(f, t0);
+        writeFurnaceHead(f, t0);
         int nr = SATZ_DATEN_START;
         for (size_t i = 0; i < proben.size(); ++i) {
-            const auto g = Satz_Gruppe(gruppenBlock(proben[i]), zeit(t0.addSecs(60 * qint64(i))));
+            const auto g = groupRecords(groupBlock(proben[i]), recordTime(t0.addSecs(60 * qint64(i))));
             f.write(nr, g.data(), 4);
             nr += 4;
         }
@@ -125,7 +125,7 @@ protected:
     }
 
     /// Appends records at the end of a file.
-    static void anhaengen(const QString &p, const std::vector<BatchRecord> &saetze)
+    static void appendRecords(const QString &p, const std::vector<BatchRecord> &saetze)
     {
         BatchFile f;
         f.open(p);
@@ -133,11 +133,11 @@ protected:
     }
 
     /// A single sample of kind `art`.
-    static BatchRecord einzel(const QDateTime &t, std::array<i16, 7> w, i16 art = 1)
+    static BatchRecord singleSample(const QDateTime &t, std::array<i16, 7> w, i16 art = 1)
     {
         BatchRecord s;
         s.Satz_Art = art;
-        setZeit(s, zeitVonDatum(t));
+        setRecordTime(s, timeOfDate(t));
         s.Wert = w;
         return s;
     }

@@ -17,13 +17,13 @@ using namespace kal::test;
 
 namespace {
 
-class CsvExport : public KurvenTest {
+class CsvExport : public CurveTest {
 protected:
     QString ordner;
 
     void SetUp() override
     {
-        KurvenTest::SetUp();
+        CurveTest::SetUp();
         ordner = dir.filePath(QStringLiteral("CSV"));
         plant.Pfad[3] = ordner;
         plant.CSV_Datei = ordner + QStringLiteral("/B.CSV");
@@ -31,7 +31,7 @@ protected:
     void TearDown() override
     {
         QLocale::setDefault(QLocale::c());
-        KurvenTest::TearDown();
+        CurveTest::TearDown();
     }
 
     QByteArray exportieren()
@@ -46,12 +46,12 @@ protected:
     /// segment 1 (a ramp to 80 °C at 5 K/h) runs through both.
     QString zweiGruppen()
     {
-        Probe a{200, 180, 40, 1234, 25, 1, 1, 1, 800, 50};
-        Probe b = a;
+        SampleGroup a{200, 180, 40, 1234, 25, 1, 1, 1, 800, 50};
+        SampleGroup b = a;
         b.ist = 190;
         b.zone = 1240;
         b.meld = 2;
-        return kopfDatei({a, b});
+        return headedFile({a, b});
     }
 };
 
@@ -83,9 +83,9 @@ TEST_F(CsvExport, GermanSystemWritesDecimalCommas)
 
 TEST_F(CsvExport, PlainBatchHasNoSetValuesAndRowSwitches)
 {
-    const QString p = datei(10);
-    anhaengen(p, {einzel(t0, {250, 248, 35, 120, 2300, 1, 0x0010}, 110),
-                  einzel(t0.addSecs(60), {251, 249, 0, 0, 50, 2, 0}, 110)});
+    const QString p = batchPath(10);
+    appendRecords(p, {singleSample(t0, {250, 248, 35, 120, 2300, 1, 0x0010}, 110),
+                  singleSample(t0.addSecs(60), {251, 249, 0, 0, 50, 2, 0}, 110)});
     laden(p);
     const QByteArray m1 = Latin1Bytes(Kurve.Meld_Text[0].trimmed());
     const QByteArray m2 = Latin1Bytes(Kurve.Meld_Text[1].trimmed());
@@ -115,7 +115,7 @@ TEST_F(CsvExport, PlainBatchHasNoSetValuesAndRowSwitches)
 
 TEST_F(CsvExport, EmptyBatchWritesTheHeaderOnly)
 {
-    laden(kopfDatei({}));
+    laden(headedFile({}));
     EXPECT_EQ(exportieren(), KOPF_GRUPPEN);
 }
 
@@ -169,20 +169,20 @@ TEST_F(CsvExport, TwoClicksWithinThePauseRebuildOnce)
     QDir().mkpath(ordner);
     CSV_EXPORT(true);
     Listen.CSV_LIST.clear();
-    Liste_Klick();
+    listChecked();
     for (int i = 0; i < 5; ++i)
-        Liste_Takt();
+        listTick();
     Liste_Ist(1) = 0;
-    Liste_Klick(); // the second click starts the pause again
+    listChecked(); // the second click starts the pause again
     for (int i = 0; i < 9; ++i)
-        Liste_Takt();
+        listTick();
     EXPECT_TRUE(Listen.CSV_LIST.isEmpty());
-    Liste_Takt();
+    listTick();
     ASSERT_FALSE(Listen.CSV_LIST.isEmpty());
     EXPECT_TRUE(Listen.Liste_Gewaehlt);
     Listen.CSV_LIST.clear();
     for (int i = 0; i < 200; ++i)
-        Liste_Takt();
+        listTick();
     EXPECT_TRUE(Listen.CSV_LIST.isEmpty());
     EXPECT_EQ(Listen.Zaehler, LISTE_TAKTE);
 }

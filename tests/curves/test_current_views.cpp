@@ -18,7 +18,7 @@ using namespace kal::test;
 
 namespace {
 
-using View16Test = KurvenTest;
+using View16Test = CurveTest;
 
 class StromTest : public FreshProcess {
 protected:
@@ -36,7 +36,7 @@ protected:
 
 TEST_F(View16Test, ScaleFromTheLargestValueAndSixteenCurvesInPercentBatches)
 {
-    laden(kopfDatei({Probe{100, 100}, Probe{100, 110}}));
+    laden(headedFile({SampleGroup{100, 100}, SampleGroup{100, 110}}));
     Kurve.Spur_Zahl = 16;
     Tast_Strom();
     EXPECT_EQ(View16.View_Spuren, 16);
@@ -53,10 +53,10 @@ TEST_F(View16Test, ScaleFromTheLargestValueAndSixteenCurvesInPercentBatches)
     View16.Punkt_Spur[15][200] = 40;
     View_KurveAct();
     EXPECT_EQ(View16.View_Max, 50);
-    EXPECT_DOUBLE_EQ(View_Y(25, 100), 50);
-    EXPECT_DOUBLE_EQ(View_Y(0, 100), 100);
+    EXPECT_DOUBLE_EQ(view16Y(25, 100), 50);
+    EXPECT_DOUBLE_EQ(view16Y(0, 100), 100);
 
-    const View_Lesung l = View_Mouse_Werte(200 * 2.0, 720);
+    const View16Reading l = View_Mouse_Werte(200 * 2.0, 720);
     EXPECT_EQ(l.punkt, 200);
     EXPECT_EQ(l.werte[15], QStringLiteral("40 A"));
     EXPECT_EQ(View_Mouse_Werte(720, 720).punkt, -1) << "the search stops at segment 358";
@@ -64,15 +64,15 @@ TEST_F(View16Test, ScaleFromTheLargestValueAndSixteenCurvesInPercentBatches)
 
 TEST_F(View16Test, PagingGoesThroughTheCurveWindowAndTheExportWritesThePage)
 {
-    std::vector<Probe> p(480, Probe{300, 300});
-    laden(kopfDatei(p));
+    std::vector<SampleGroup> p(480, SampleGroup{300, 300});
+    laden(headedFile(p));
     Tast_Strom();
     ASSERT_TRUE(Kurve.Taste_An[TASTE_ZOOM_EIN]);
     const int32_t vorher = View16.View_Raster;
-    EXPECT_TRUE(View_Taste(TASTE_ZOOM_EIN));
+    EXPECT_TRUE(view16Button(TASTE_ZOOM_EIN));
     EXPECT_EQ(View16.View_Raster, vorher - 60);
     EXPECT_EQ(View16.View_Raster, Kurve.Zeit_Raster);
-    EXPECT_FALSE(View_Taste(TASTE_CSV));
+    EXPECT_FALSE(view16Button(TASTE_CSV));
 
     plant.Pfad[3] = dir.filePath(QStringLiteral("CSV"));
     QDir().mkpath(plant.Pfad[3]);
@@ -93,44 +93,44 @@ TEST_F(StromTest, BarsClampTheirHeightButShowTheTrueValue)
 {
     plant.SPS_Wort(2, word::ELEMENT_SCALE) = 50;
     plant.Ofen_Gross[2] = TRUE16; // the large layout has the second picture
-    SNT_Oeffnen(3, 200);
+    openElementView(3, 200);
     EXPECT_EQ(Strom.caption, QStringLiteral("Strom Heizelemente, Vakuumofen 3"));
     EXPECT_EQ(Strom.bilder, 3);
     strom(0, 25);
     strom(1, 80);
     strom(11, -5);
     strom(12, 40); // no thirteenth element
-    EXPECT_TRUE(SNT_Seite_Act());
+    EXPECT_TRUE(elementViewRefresh());
     EXPECT_DOUBLE_EQ(Strom.bars[0].hoehe, 100);
     EXPECT_DOUBLE_EQ(Strom.bars[1].hoehe, 200);
     EXPECT_EQ(Strom.bars[1].Stromwert, QStringLiteral("80 A"));
     EXPECT_DOUBLE_EQ(Strom.bars[11].hoehe, 0);
     EXPECT_EQ(Strom.bars[12].Stromwert, QString());
     // The same values again move nothing.
-    EXPECT_FALSE(SNT_Seite_Act());
+    EXPECT_FALSE(elementViewRefresh());
     strom(0, 30);
-    EXPECT_TRUE(SNT_Seite_Act());
+    EXPECT_TRUE(elementViewRefresh());
     EXPECT_DOUBLE_EQ(Strom.bars[0].hoehe, 120);
 }
 
 TEST_F(StromTest, WithoutAScaleFromThePlcTheValuesMakeOne)
 {
     plant.SPS_Wort(2, word::ELEMENT_SCALE) = 0;
-    SNT_Oeffnen(3, 100);
+    openElementView(3, 100);
     EXPECT_TRUE(Strom.eigeneSkala);
     EXPECT_EQ(Strom.bars[0].Bar_Max, 10);
-    SNT_Seite_Act(); // all 0: no division by zero, empty bars
+    elementViewRefresh(); // all 0: no division by zero, empty bars
     EXPECT_DOUBLE_EQ(Strom.bars[0].hoehe, 0);
     strom(4, 43);
     strom(5, 20);
-    SNT_Seite_Act();
+    elementViewRefresh();
     EXPECT_EQ(Strom.bars[4].Bar_Max, 50);
     EXPECT_DOUBLE_EQ(Strom.bars[5].hoehe, 40);
 
     plant.Element_Spuren[2] = 16;
     plant.SPS_Wort(2, word::TYPE) = 0;
-    SNT_Oeffnen(3, 100);
+    openElementView(3, 100);
     EXPECT_EQ(Strom.bilder, 1) << "a plain furnace shows its one picture";
-    SNT_Oeffnen(9, 100);
-    EXPECT_FALSE(SNT_Seite_Act());
+    openElementView(9, 100);
+    EXPECT_FALSE(elementViewRefresh());
 }

@@ -12,23 +12,23 @@ using namespace kal::test;
 
 namespace {
 
-using KurveLaden = KurvenTest;
+using CurveLoading = CurveTest;
 
-QString wertText(int j, int k)
+QString valueText(int j, int k)
 {
-    return Eintrag_Text(Kurve.listen, Liste::Wert, j, k);
+    return entryText(Kurve.listen, EntryListKind::Wert, j, k);
 }
 
 } // namespace
 
-TEST_F(KurveLaden, HeadedFileFillsSlotZeroAndDecodesGroups)
+TEST_F(CurveLoading, HeadedFileFillsSlotZeroAndDecodesGroups)
 {
-    Probe a{200, 180, 40, 1234, 25, 0, 1, 1, 800, 50};
-    Probe b = a;
+    SampleGroup a{200, 180, 40, 1234, 25, 0, 1, 1, 800, 50};
+    SampleGroup b = a;
     b.ist = 190;
     b.zone = 1240;
     b.meld = 0x0002; // held
-    laden(kopfDatei({a, b}));
+    laden(headedFile({a, b}));
 
     EXPECT_EQ(plant.Ofen_Typ[0], -10);
     EXPECT_TRUE(Kurve.Neu_Datei);
@@ -50,11 +50,11 @@ TEST_F(KurveLaden, HeadedFileFillsSlotZeroAndDecodesGroups)
     EXPECT_EQ(Kurve.listen.Sollliste[1].out[0], 40);
     EXPECT_EQ(Kurve.listen.Wertliste[3].wert[0], 2);  // off
     EXPECT_EQ(Kurve.listen.Wertliste[3].wert[1], 6);  // held
-    EXPECT_EQ(wertText(4, 0), QStringLiteral("240305 08:00:00   2.5 bar "));
-    EXPECT_EQ(wertText(3, 1).mid(18), plant.Run_State_Text[1]);
-    EXPECT_EQ(Eintrag_Text(Kurve.listen, Liste::Soll, 1, 0), QStringLiteral("240305 08:00:00   000040"));
-    EXPECT_EQ(Eintrag_Text(Kurve.listen, Liste::Meld, 1, 0).mid(18), QStringLiteral("0000"));
-    EXPECT_EQ(Eintrag_Text(Kurve.listen, Liste::Meld, 3, 0).mid(18),
+    EXPECT_EQ(valueText(4, 0), QStringLiteral("240305 08:00:00   2.5 bar "));
+    EXPECT_EQ(valueText(3, 1).mid(18), plant.Run_State_Text[1]);
+    EXPECT_EQ(entryText(Kurve.listen, EntryListKind::Soll, 1, 0), QStringLiteral("240305 08:00:00   000040"));
+    EXPECT_EQ(entryText(Kurve.listen, EntryListKind::Meld, 1, 0).mid(18), QStringLiteral("0000"));
+    EXPECT_EQ(entryText(Kurve.listen, EntryListKind::Meld, 3, 0).mid(18),
               QStringLiteral(" 11  800   50  0  0  40    0"));
 
     // The segment line and the message that came.
@@ -63,39 +63,39 @@ TEST_F(KurveLaden, HeadedFileFillsSlotZeroAndDecodesGroups)
         << qPrintable(Kurve.Info_Text);
 }
 
-TEST_F(KurveLaden, GroupsOutOfOrderAreLostAloneAndRepeatsDrop)
+TEST_F(CurveLoading, GroupsOutOfOrderAreLostAloneAndRepeatsDrop)
 {
-    std::vector<Probe> p(5);
+    std::vector<SampleGroup> p(5);
     for (int i = 0; i < 5; ++i)
-        p[size_t(i)] = Probe{200, i16(100 + i), 0, 0, 0, 0, 1, 1};
+        p[size_t(i)] = SampleGroup{200, i16(100 + i), 0, 0, 0, 0, 1, 1};
     p[1].seg = 2;
     p[2].seg = 4; // jumps by 2: this group is lost ...
     p[3].seg = 5; // ... the next one counts again
     p[4].seg = 6;
-    const QString f = kopfDatei(p);
+    const QString f = headedFile(p);
     // An exact repeat of the last record vanishes; the same time with another
     // value stays.
     BatchFile d;
     d.open(f);
     BatchRecord letzter = d.read(d.count());
     d.close();
-    anhaengen(f, {letzter});
+    appendRecords(f, {letzter});
     laden(f);
     std::vector<int> ist(Kurve.listen.Wertliste[0].wert.begin(), Kurve.listen.Wertliste[0].wert.end());
     EXPECT_EQ(ist, (std::vector<int>{100, 101, 103, 104}));
 
     // A 156 out of its place breaks the group it is in.
-    auto g = Satz_Gruppe(gruppenBlock(Probe{1, 2}), zeit(t0.addSecs(600)));
-    anhaengen(f, {g[0], g[2], g[1], g[3]});
+    auto g = groupRecords(groupBlock(SampleGroup{1, 2}), recordTime(t0.addSecs(600)));
+    appendRecords(f, {g[0], g[2], g[1], g[3]});
     Charge_Online();
     EXPECT_EQ(Kurve.listen.Wertliste[0].size(), 4);
 }
 
-TEST_F(KurveLaden, SpanRasterAndHour24)
+TEST_F(CurveLoading, SpanRasterAndHour24)
 {
     // One group: span 0, the raster that shows the file is 2, the time axis
     // puts the page at raster 20 and both zoom buttons are off.
-    laden(kopfDatei({Probe{100, 100}}));
+    laden(headedFile({SampleGroup{100, 100}}));
     EXPECT_EQ(Kurve.Kurve_Dauer, 0);
     EXPECT_EQ(Kurve.Raster_Start, 2);
     EXPECT_EQ(Kurve.Zeit_Raster, 20);
@@ -104,9 +104,9 @@ TEST_F(KurveLaden, SpanRasterAndHour24)
     EXPECT_EQ(Kurve.Label_Dauer, QStringLiteral("0,00:00"));
 
     // Hour 24 counts as hour 0 of the same day; a span over 2 400 000 s is cut.
-    const QString p = datei(8);
-    anhaengen(p, {einzel(QDateTime(QDate(2024, 1, 2), QTime(5, 0), Qt::UTC), {10, 20}),
-                  einzel(QDateTime(QDate(2024, 3, 1), QTime(5, 0), Qt::UTC), {10, 20})});
+    const QString p = batchPath(8);
+    appendRecords(p, {singleSample(QDateTime(QDate(2024, 1, 2), QTime(5, 0), Qt::UTC), {10, 20}),
+                  singleSample(QDateTime(QDate(2024, 3, 1), QTime(5, 0), Qt::UTC), {10, 20})});
     BatchFile d;
     d.open(p);
     BatchRecord s = d.read(40);
@@ -122,13 +122,13 @@ TEST_F(KurveLaden, SpanRasterAndHour24)
     EXPECT_EQ(Kurve.listen.Wertliste[0].size(), 1);
 }
 
-TEST_F(KurveLaden, EmptyAndMissingFilesShowNothing)
+TEST_F(CurveLoading, EmptyAndMissingFilesShowNothing)
 {
-    const QString p = datei(9);
-    anhaengen(p, {});
+    const QString p = batchPath(9);
+    appendRecords(p, {});
     BatchFile d;
     d.open(dir.filePath(QStringLiteral("D2401100TST000001050324.OVD")));
-    d.write(1, einzel(t0, {1, 2}));
+    d.write(1, singleSample(t0, {1, 2}));
     d.close();
     for (const QString &f : {d.path(), dir.filePath(QStringLiteral("fehlt.OVD"))}) {
         laden(f);
@@ -139,42 +139,42 @@ TEST_F(KurveLaden, EmptyAndMissingFilesShowNothing)
     }
 }
 
-TEST_F(KurveLaden, PlainSamplesFillSevenListsWithTheirTexts)
+TEST_F(CurveLoading, PlainSamplesFillSevenListsWithTheirTexts)
 {
-    const QString p = datei(10);
-    anhaengen(p, {einzel(t0, {250, 248, 35, 120, 2300, 1, 0x0010}, 110),
-                  einzel(t0.addSecs(60), {251, 249, 0, 0, 50, 2, 0}, 110)});
+    const QString p = batchPath(10);
+    appendRecords(p, {singleSample(t0, {250, 248, 35, 120, 2300, 1, 0x0010}, 110),
+                  singleSample(t0.addSecs(60), {251, 249, 0, 0, 50, 2, 0}, 110)});
     laden(p);
     EXPECT_EQ(plant.Kanal_Zahl[0], 4);
-    EXPECT_EQ(Kurve.Meld_Text[0], Fest(plant.Sprachtext(0, text::MESSAGE_FIRST), 22));
+    EXPECT_EQ(Kurve.Meld_Text[0], fixedWidth(plant.Sprachtext(0, text::MESSAGE_FIRST), 22));
     const QString z = QStringLiteral("240305 08:00:00   ");
-    EXPECT_EQ(wertText(0, 0), z + QStringLiteral("250°C"));
-    EXPECT_EQ(wertText(2, 0), z + QStringLiteral("35%"));
-    EXPECT_EQ(wertText(3, 0), z + plant.Run_State_Text[2]);
-    EXPECT_EQ(wertText(3, 1).mid(18), plant.Run_State_Text[1]);
-    EXPECT_EQ(wertText(4, 0), z + QStringLiteral("12.0A"));
+    EXPECT_EQ(valueText(0, 0), z + QStringLiteral("250°C"));
+    EXPECT_EQ(valueText(2, 0), z + QStringLiteral("35%"));
+    EXPECT_EQ(valueText(3, 0), z + plant.Run_State_Text[2]);
+    EXPECT_EQ(valueText(3, 1).mid(18), plant.Run_State_Text[1]);
+    EXPECT_EQ(valueText(4, 0), z + QStringLiteral("12.0A"));
     // 2300 / 120 * 1000 = 19167 mOhm; W3 of 0 gives no resistance.
     EXPECT_EQ(Kurve.listen.Wertliste[6].wert[0], 19167);
-    EXPECT_EQ(wertText(6, 0), z + QStringLiteral("19.167 Ohm"));
+    EXPECT_EQ(valueText(6, 0), z + QStringLiteral("19.167 Ohm"));
     EXPECT_EQ(Kurve.listen.Wertliste[6].wert[1], 0);
-    EXPECT_EQ(Eintrag_Text(Kurve.listen, Liste::Meld, 1, 0), z + QStringLiteral("0010"));
-    EXPECT_EQ(Eintrag_Text(Kurve.listen, Liste::Meld, 2, 0), z + QString(45, QLatin1Char(' ')));
+    EXPECT_EQ(entryText(Kurve.listen, EntryListKind::Meld, 1, 0), z + QStringLiteral("0010"));
+    EXPECT_EQ(entryText(Kurve.listen, EntryListKind::Meld, 2, 0), z + QString(45, QLatin1Char(' ')));
     // Message 5 (word 1, bit 4) came and went.
     EXPECT_TRUE(Kurve.Info_Text.contains(QStringLiteral("  kommt 21 ")));
     EXPECT_TRUE(Kurve.Info_Text.contains(QStringLiteral("  geht 21 ")));
 }
 
-TEST_F(KurveLaden, OnlineAppendsOnlyNewRecords)
+TEST_F(CurveLoading, OnlineAppendsOnlyNewRecords)
 {
-    const QString f = kopfDatei({Probe{100, 100}, Probe{100, 110}});
+    const QString f = headedFile({SampleGroup{100, 100}, SampleGroup{100, 110}});
     laden(f);
     ASSERT_EQ(Kurve.listen.Wertliste[0].size(), 2);
     Charge_Online();
     EXPECT_EQ(Kurve.listen.Wertliste[0].size(), 2);
     EXPECT_EQ(Kurve.Satz_Letzter, 47);
 
-    const auto g = Satz_Gruppe(gruppenBlock(Probe{100, 120}), zeit(t0.addSecs(7200)));
-    anhaengen(f, {g.begin(), g.end()});
+    const auto g = groupRecords(groupBlock(SampleGroup{100, 120}), recordTime(t0.addSecs(7200)));
+    appendRecords(f, {g.begin(), g.end()});
     Charge_Online();
     ASSERT_EQ(Kurve.listen.Wertliste[0].size(), 3);
     EXPECT_EQ(Kurve.listen.Wertliste[0].wert[2], 120);
@@ -184,10 +184,10 @@ TEST_F(KurveLaden, OnlineAppendsOnlyNewRecords)
     EXPECT_EQ(Kurve.Info_Text.count(QStringLiteral("S00")), 0);
 }
 
-TEST_F(KurveLaden, SegmentLinesByKind)
+TEST_F(CurveLoading, SegmentLinesByKind)
 {
     plant.Befehl_Name[1] = QStringLiteral("Rampe    ");
-    SegmentFelder s;
+    SegmentFields s;
     s.art = 1;
     s.ziel = 8000;
     s.rest = 1205;

@@ -34,22 +34,22 @@ protected:
         csv = QDir(plant.Pfad[3]).filePath("RX_2401-017-ABC.CSV");
     }
     /// History records 2.. with the first figure given, the others 0.
-    void historie(std::vector<std::pair<const char *, float>> saetze)
+    void writeHistory(std::vector<std::pair<const char *, float>> saetze)
     {
-        ElementSatz kopf;
+        ElementRecord kopf;
         kopf.Anzahl = i16(saetze.size() + 1);
-        Element_Schreiben(KM_RX_Pfad(1), 1, kopf);
+        writeElement(rxFilePath(1), 1, kopf);
         int nr = 2;
         for (const auto &[zeit, rx] : saetze) {
-            ElementSatz s;
+            ElementRecord s;
             s.Anzahl = 2;
             s.Zeit = QString::fromLatin1(zeit);
             s.RX[0] = rx;
             s.RX[11] = 1.0f;
-            Element_Schreiben(KM_RX_Pfad(1), nr++, s);
+            writeElement(rxFilePath(1), nr++, s);
         }
     }
-    QByteArray datei() const { return readFile(csv); }
+    QByteArray batchPath() const { return readFile(csv); }
 };
 
 const QByteArray KOPF = "Haerterei Nord\r\n2401-017-ABC\r\n\r\n";
@@ -60,20 +60,20 @@ TEST_F(ElementExport, OneRowADayNewestFirstEachDayBeforeTheOneAbove)
     EXPECT_FALSE(ElementStatistik(1)); // no history, no file
     EXPECT_FALSE(QFile::exists(csv));
     // Out of order in the ring: the list sorts them by time.
-    historie({{"12.03.2024 09:00:00", 3.0f}, {"09.03.2024 10:00:00", 1.5f}, {"09.03.2024 11:00:00", 2.456f}});
+    writeHistory({{"12.03.2024 09:00:00", 3.0f}, {"09.03.2024 10:00:00", 1.5f}, {"09.03.2024 11:00:00", 2.456f}});
     ASSERT_TRUE(ElementStatistik(1));
-    EXPECT_EQ(datei(), KOPF + "Anfang   09.03.2024 10:00:00\r\nEnde     12.03.2024 09:00:00\r\n" + SPALTEN +
+    EXPECT_EQ(batchPath(), KOPF + "Anfang   09.03.2024 10:00:00\r\nEnde     12.03.2024 09:00:00\r\n" + SPALTEN +
                            "12.03.24;00:00:00;300;0;0;0;0;0;0;0;0;0;0;100\r\n"
                            "11.03.24;00:00:00;198;0;0;0;0;0;0;0;0;0;0;100\r\n");
 }
 
 TEST_F(ElementExport, AnExistingFileIsReplacedOnlyOnYesAMissingFolderCreatedOnYes)
 {
-    historie({{"12.03.2024 09:00:00", 3.0f}});
+    writeHistory({{"12.03.2024 09:00:00", 3.0f}});
     writeFile(csv, "old");
     dlg.answers = {0};
     EXPECT_FALSE(ElementStatistik(1));
-    EXPECT_EQ(datei(), "old");
+    EXPECT_EQ(batchPath(), "old");
     ASSERT_EQ(dlg.shown.size(), 1u);
     EXPECT_EQ(dlg.shown[0].kind, "question");
     EXPECT_TRUE(dlg.shown[0].text.contains("\n" + csv + "\n"));
@@ -85,7 +85,7 @@ TEST_F(ElementExport, AnExistingFileIsReplacedOnlyOnYesAMissingFolderCreatedOnYe
     EXPECT_EQ(dlg.shown.back().text, "CSV-Files\n" + plant.Pfad[3] + "\n\nCreate? ");
     dlg.answers = {1};
     EXPECT_TRUE(ElementStatistik(1));
-    EXPECT_TRUE(datei().startsWith(KOPF));
+    EXPECT_TRUE(batchPath().startsWith(KOPF));
 }
 
 } // namespace

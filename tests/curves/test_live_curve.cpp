@@ -65,15 +65,15 @@ TEST_F(LiveKurve, PlainTypesAndTheResistanceRule)
     plant.Ofen_Typ[1] = 0;
     plant.SPS_Wort(0, word::SET_VALUE) = 9000;
     plant.SPS_Wort(0, word::OUTPUT) = 55;
-    struct Fall {
+    struct Case {
         i16 strom, spannung, ohm;
     };
     // Word 85 of 0 gives 0, results outside 1..32000 give 0.
-    const Fall faelle[] = {{0, 230, 0}, {10, 230, 23000}, {2, 100, 0}, {3000, 1, 0}, {7, 100, 14286}};
-    for (const Fall &f : faelle) {
+    const Case faelle[] = {{0, 230, 0}, {10, 230, 23000}, {2, 100, 0}, {3000, 1, 0}, {7, 100, 14286}};
+    for (const Case &f : faelle) {
         plant.SPS_Wort(0, 85) = f.strom;
         plant.SPS_Wort(0, 86) = f.spannung;
-        Live_Abtasten(0, 5);
+        liveSample(0, 5);
         EXPECT_EQ(ist(0, 6, 5), f.ohm) << f.strom << " A, " << f.spannung << " V";
     }
     EXPECT_EQ(ist(0, 0, 5), 900);
@@ -89,7 +89,7 @@ TEST_F(LiveKurve, TypeOneHasItsFixedMap)
     plant.SPS_Wort(2, 294) = 12351;
     plant.SPS_Wort(2, 68) = 444;
     plant.SPS_Wort(2, 260) = 17;
-    Live_Abtasten(2, 360);
+    liveSample(2, 360);
     const Live_Kanaele &k = Live.ofen[2];
     EXPECT_EQ(k.Live_Soll[2][360], 123);
     EXPECT_EQ(k.Live_Ist[2][360], 124); // 123.51
@@ -114,7 +114,7 @@ TEST_F(LiveKurve, HeadedTypesReadTheChannelTables)
     Live.ofen[size_t(ofen)].Live_Ist[2][4] = 77;
 
     plant.Ofen_UDP[ofen] = 0; // Modbus: the output in hundredths
-    Live_Abtasten(ofen, 4);
+    liveSample(ofen, 4);
     const Live_Kanaele &k = Live.ofen[size_t(ofen)];
     EXPECT_EQ(k.Live_Soll[0][4], 800);
     EXPECT_EQ(k.Live_Ist[0][4], 795);
@@ -123,7 +123,7 @@ TEST_F(LiveKurve, HeadedTypesReadTheChannelTables)
     EXPECT_EQ(k.Live_Ist[2][4], 77);
     plant.Ofen_UDP[ofen] = -1;
     plant.SPS_Wort(ofen, word::PROGRAM_STATE) = 3;
-    Live_Abtasten(ofen, 4);
+    liveSample(ofen, 4);
     EXPECT_EQ(k.Live_Out[0][4], 4550);
     EXPECT_EQ(k.Live_Ist[1][4], 10);
 }
@@ -133,7 +133,7 @@ TEST_F(LiveKurve, PageRunsFromTheOldestToTheNewest)
     for (int p = 0; p < 360; ++p)
         Live.ofen[0].Live_Ist[0][size_t(p)] = i16(1000 + p);
     Live.Live_Punkt = 9; // point 9 was written last
-    const Kurven_Seite s = Live_Seite(0);
+    const PlotPage s = livePage(0);
     EXPECT_EQ(s.Punkt_Ist[0][0], 1010);
     EXPECT_EQ(s.Punkt_Ist[0][349], 1359);
     EXPECT_EQ(s.Punkt_Ist[0][350], 1000);
@@ -141,20 +141,20 @@ TEST_F(LiveKurve, PageRunsFromTheOldestToTheNewest)
     EXPECT_EQ(s.Punkt_Ist[0][360], 1009);
 
     // Right after start the ring is all zeros: every actual segment is hidden.
-    const Kurven_Seite leer = Live_Seite(3);
+    const PlotPage leer = livePage(3);
     for (int i = 0; i < SEGMENTE; ++i)
-        ASSERT_FALSE(Ist_Sichtbar(leer, 0, i));
+        ASSERT_FALSE(actualVisible(leer, 0, i));
 }
 
 TEST_F(LiveKurve, ScaleLeavesAStepBelowAndKeepsItsLowerLimit)
 {
-    Kurven_Seite s;
+    PlotPage s;
     s.clear();
     plant.Kanal_Zahl[1] = 2;
     s.Punkt_Ist[0].fill(200);
     s.Punkt_Ist[1].fill(500);
     s.Punkt_Ist[1][7] = -400;
-    const Kurven_Skala k = Skala_Rechnen(s, 2, 1, 300, 360, Live_Optionen(0));
+    const CurveScale k = scalePage(s, 2, 1, 300, 360, liveScaleOptions(0));
     EXPECT_EQ(k.Skala_Min[0], -100); // -410 cut at the lower limit, shared by the unit
     EXPECT_EQ(k.Skala_Max[1], 600);
 
@@ -162,7 +162,7 @@ TEST_F(LiveKurve, ScaleLeavesAStepBelowAndKeepsItsLowerLimit)
     s.Punkt_Ist[0].fill(0);
     plant.Kanal_Einheit(1, 1) = QStringLiteral(" bar ");
     plant.Ofen_Typ[1] = 2; // channel 0 lends its scale to channels 1..5
-    const Kurven_Skala z = Skala_Rechnen(s, 2, 1, 300, 360, Live_Optionen(0));
+    const CurveScale z = scalePage(s, 2, 1, 300, 360, liveScaleOptions(0));
     EXPECT_EQ(z.Skala_Min[0], -10);
     EXPECT_EQ(z.Skala_Max[1], z.Skala_Max[0]);
     EXPECT_EQ(z.Skala_Max[0], 120);
@@ -172,13 +172,13 @@ TEST_F(LiveKurve, TimeLabelsSpanAnHourAndWrapInSixteenBits)
 {
     const QDateTime jetzt(QDate(2024, 6, 1), QTime(14, 30, 0), Qt::UTC);
     plant.Datum_Log[0] = QStringLiteral("01.06.2024 14:29:40");
-    Live_Beschriftung b = Live_Marken(0, jetzt);
+    LiveLabels b = liveMarks(0, jetzt);
     EXPECT_EQ(b.Label2, QStringLiteral("01.06.24 14:29"));
     EXPECT_EQ(b.marken, (std::array<QString, 5>{QStringLiteral("13:30"), QStringLiteral("13:45"), QStringLiteral("14:00"),
                                                 QStringLiteral("14:15"), QStringLiteral("14:30")}));
     // Raster 100: 36000 seconds do not fit 16 bits and count forward.
     plant.Live_Raster = 100;
-    b = Live_Marken(0, jetzt);
+    b = liveMarks(0, jetzt);
     EXPECT_EQ(b.marken[0], QStringLiteral("22:42"));
     EXPECT_EQ(b.marken[4], QStringLiteral("14:30"));
 }

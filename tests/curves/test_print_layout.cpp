@@ -29,11 +29,11 @@ QString zeilen(int n, int laenge = 30)
 
 TEST(DruckZoom, FitsBothDirectionsBetweenTenAndHundred)
 {
-    struct Fall {
+    struct Case {
         double pb, ph, fb, fh;
         int zoom;
     };
-    const Fall faelle[] = {
+    const Case faelle[] = {
         {1000, 800, 2000, 1000, 50},  // the width decides
         {1000, 800, 1000, 3200, 25},  // the height decides
         {1000, 800, 300, 200, 100},   // a small window would need 333: 100
@@ -41,22 +41,22 @@ TEST(DruckZoom, FitsBothDirectionsBetweenTenAndHundred)
         {1000, 800, 1000, 800, 100},
         {1000, 800, 0, 0, 100},       // a window without size prints at 100
     };
-    for (const Fall &f : faelle)
+    for (const Case &f : faelle)
         EXPECT_EQ(Druck_Zoom(f.pb, f.ph, f.fb, f.fh), f.zoom) << f.fb << " x " << f.fh;
 }
 
 TEST(InfoSeiten, NoPageBelowFortyOneCharactersAndAHeadOnEveryPage)
 {
-    Info_Kopf k{QStringLiteral("Temperaturverlauf  /x.OVD"), QStringLiteral("Ofen Test"),
+    InfoHead k{QStringLiteral("Temperaturverlauf  /x.OVD"), QStringLiteral("Ofen Test"),
                 QStringLiteral("2401-100-TST, Charge 7"), QStringLiteral("Start"), QStringLiteral("Ende")};
-    EXPECT_TRUE(Info_Seiten(k, QString(40, QLatin1Char('x'))).empty());
-    EXPECT_EQ(Info_Seiten(k, QString(41, QLatin1Char('x'))).size(), 1u);
+    EXPECT_TRUE(infoPages(k, QString(40, QLatin1Char('x'))).empty());
+    EXPECT_EQ(infoPages(k, QString(41, QLatin1Char('x'))).size(), 1u);
 
     // 130 lines at 60 a page: three pages, each with its head and number.
-    const auto seiten = Info_Seiten(k, zeilen(130), 60);
+    const auto seiten = infoPages(k, zeilen(130), 60);
     ASSERT_EQ(seiten.size(), 3u);
     for (size_t s = 0; s < 3; ++s) {
-        const Druck_Seite &p = seiten[s];
+        const PrintPage &p = seiten[s];
         EXPECT_TRUE(p[0].gross);
         EXPECT_EQ(text(p[0], 1), k.titel);
         EXPECT_EQ(text(p[1], 50), QStringLiteral("Seite %1").arg(s + 1));
@@ -71,16 +71,16 @@ TEST(InfoSeiten, NoPageBelowFortyOneCharactersAndAHeadOnEveryPage)
 
 TEST(ListeSeiten, HeadHeaderRowsAndPageNumbers)
 {
-    const Liste_Kopf k{QStringLiteral("Kalmeron: 2401-100-TST, Charge 7"), QStringLiteral("D2401.OVD"),
+    const ListHead k{QStringLiteral("Kalmeron: 2401-100-TST, Charge 7"), QStringLiteral("D2401.OVD"),
                        QStringLiteral("Ofen Test"), QStringLiteral("01.06.2024")};
     const QStringList kopf{QStringLiteral("Datum     Zeit"), QStringLiteral("   [ °C ]")};
     QStringList rows;
     for (int i = 0; i < 81; ++i)
         rows << QStringLiteral("row %1").arg(i);
-    const auto seiten = Liste_Seiten(k, kopf, rows, 40);
+    const auto seiten = listPages(k, kopf, rows, 40);
     ASSERT_EQ(seiten.size(), 3u);
     for (size_t s = 0; s < 3; ++s) {
-        const Druck_Seite &p = seiten[s];
+        const PrintPage &p = seiten[s];
         EXPECT_EQ(text(p[0], 10), k.titel);
         EXPECT_EQ(text(p[0], 80), k.datei);
         EXPECT_EQ(text(p[0], 120), QStringLiteral("Seite %1").arg(s + 1));
@@ -92,6 +92,6 @@ TEST(ListeSeiten, HeadHeaderRowsAndPageNumbers)
     EXPECT_EQ(text(seiten[1][5], 10), QStringLiteral("row 40"));
     EXPECT_EQ(seiten[2].size(), 5u + 1u);
     // An empty list prints its head once.
-    EXPECT_EQ(Liste_Seiten(k, kopf, {}, 40).size(), 1u);
-    EXPECT_EQ(Druck_Breite(seiten), 120 + 17 - 1);
+    EXPECT_EQ(listPages(k, kopf, {}, 40).size(), 1u);
+    EXPECT_EQ(printWidth(seiten), 120 + 17 - 1);
 }

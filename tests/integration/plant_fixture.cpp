@@ -12,25 +12,25 @@
 
 namespace kal::test {
 
-QString Netz()
+QString subnet()
 {
     const auto *info = ::testing::UnitTest::GetInstance()->current_test_info();
     const size_t h = qHash(QByteArray(info->test_suite_name()) + '.' + info->name());
     return QStringLiteral("127.%1.%2.").arg(1 + h % 250).arg(1 + h / 250 % 250);
 }
 
-int Freier_Port()
+int freePort()
 {
     QTcpServer s;
-    s.listen(QHostAddress(Netz() + QStringLiteral("11")), 0);
+    s.listen(QHostAddress(subnet() + QStringLiteral("11")), 0);
     return s.serverPort();
 }
 
-sim::FurnaceDescription Beschreibung(int f, sim::Protocol p, bool headed, int base)
+sim::FurnaceDescription furnaceDescription(int f, sim::Protocol p, bool headed, int base)
 {
     sim::FurnaceDescription d;
     d.index = f;
-    d.address = Netz() + QString::number(11 + f);
+    d.address = subnet() + QString::number(11 + f);
     d.protocol = p;
     d.headed = headed;
     d.base = base;
@@ -45,7 +45,7 @@ void PlantFixture::SetUp()
     FreshProcess::SetUp();
     testApp();
     beschreibung.udpPort = Panel_Port;
-    beschreibung.modbusPort = Freier_Port();
+    beschreibung.modbusPort = freePort();
 }
 
 void PlantFixture::TearDown()
@@ -54,14 +54,14 @@ void PlantFixture::TearDown()
     sim.reset();
 }
 
-void PlantFixture::Plant_Starten()
+void PlantFixture::startSimPlant()
 {
     sim = std::make_unique<sim::SimPlant>(beschreibung);
     QString fehler;
     ASSERT_TRUE(sim->start(&fehler)) << fehler.toStdString();
 }
 
-void PlantFixture::Ofen_Eintragen()
+void PlantFixture::configureFurnaces()
 {
     for (const sim::FurnaceDescription &b : beschreibung.furnaces) {
         const int f = b.index;
@@ -84,7 +84,7 @@ void PlantFixture::Ofen_Eintragen()
     }
 }
 
-void PlantFixture::Kanaele_Einrichten()
+void PlantFixture::setUpChannels()
 {
     for (int f = 0; f < OFEN_MAX; ++f)
         plant.Meld_Seite[f] = -1;
@@ -93,9 +93,9 @@ void PlantFixture::Kanaele_Einrichten()
     plant.Next_Ofen = -1;
     Winsock1.clear();
     Winsock1_Qt();
-    Empfang_Verbinden();
+    connectReceivers();
     plant.Modbus_Port = beschreibung.modbusPort;
-    Zyklus_Uhr &uhr = Zyklus_Uhr_Aktiv();
+    CycleClock &uhr = cycleClock();
     uhr.Sekunden = [this] { return uhrSekunden; };
     uhr.Nachgeben = [this] {
         QEventLoop schleife;
@@ -112,7 +112,7 @@ void PlantFixture::Kanaele_Einrichten()
         Kanal_Setup(f);
 }
 
-bool PlantFixture::Laufen(const std::function<bool()> &fertig, int grenze)
+bool PlantFixture::runCycles(const std::function<bool()> &fertig, int grenze)
 {
     for (int i = 0; i < grenze; ++i) {
         if (fertig())

@@ -19,14 +19,14 @@ namespace kal::test {
 /// The loopback subnet of the running test, "127.a.b.": tests run side by
 /// side in separate processes and every memory link server listens on the
 /// panel port, so each test needs addresses of its own.
-QString Netz();
+QString subnet();
 
 /// A TCP port no server listens on now, for the Modbus servers of the plant.
-int Freier_Port();
+int freePort();
 
-/// A furnace at Netz() + (11 + f), named "Ofen f+1", serial "2401-(100+f)-TST",
+/// A furnace at subnet() + (11 + f), named "Ofen f+1", serial "2401-(100+f)-TST",
 /// without a message configuration; the test adds what it needs.
-sim::FurnaceDescription Beschreibung(int f, sim::Protocol p, bool headed, int base);
+sim::FurnaceDescription furnaceDescription(int f, sim::Protocol p, bool headed, int base);
 
 class PlantFixture : public FreshProcess {
 protected:
@@ -39,19 +39,19 @@ protected:
     void TearDown() override;
 
     /// Builds and starts the plant of `beschreibung`.
-    void Plant_Starten();
+    void startSimPlant();
     /// The station's configuration of every furnace of the plant: address,
     /// enabled, link kind, type word, identity words and texts.
-    void Ofen_Eintragen();
+    void configureFurnaces();
     /// The channels as the station sets them up at start: the start values
     /// of the channel state, Qt sockets with the receive handler, the plant's
     /// Modbus port, the connect-wait clock (a failed connect rests one round),
     /// the panel words, and Kanal_Setup of every furnace.
-    void Kanaele_Einrichten();
+    void setUpChannels();
     /// Ticks of the main cycle with the events between them; the plant moves
     /// 100 ms a tick. Stops when `fertig` holds; false when it doesn't within
     /// `grenze` ticks (a guard, not a timing test).
-    bool Laufen(const std::function<bool()> &fertig, int grenze = 6000);
+    bool runCycles(const std::function<bool()> &fertig, int grenze = 6000);
 
     sim::SimFurnace &plc(int f) { return *sim->furnace(f); }
 };

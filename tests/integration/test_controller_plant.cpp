@@ -17,13 +17,13 @@ protected:
     void SetUp() override
     {
         PlantFixture::SetUp();
-        beschreibung.furnaces = {Beschreibung(0, sim::Protocol::MemoryLink, false, 0),
-                                 Beschreibung(1, sim::Protocol::Modbus, false, 0)};
-        ASSERT_NO_FATAL_FAILURE(Plant_Starten());
-        Ofen_Eintragen();
-        Kanaele_Einrichten();
+        beschreibung.furnaces = {furnaceDescription(0, sim::Protocol::MemoryLink, false, 0),
+                                 furnaceDescription(1, sim::Protocol::Modbus, false, 0)};
+        ASSERT_NO_FATAL_FAILURE(startSimPlant());
+        configureFurnaces();
+        setUpChannels();
     }
-    QString dez(const char *text) const { return QString::fromLatin1(text).replace('.', QLocale().decimalPoint()); }
+    QString localDecimal(const char *text) const { return QString::fromLatin1(text).replace('.', QLocale().decimalPoint()); }
 };
 
 } // namespace
@@ -32,19 +32,19 @@ TEST_F(ControllerPlant, AValueSentWithEnterReachesThePlcAndComesBackWithTheNextP
 {
     for (int f : {0, 1}) {
         SCOPED_TRACE(f);
-        ASSERT_TRUE(Laufen([&] { return plant.SPS_Wort(f, 47) == 250; }));
-        RegPar_Ofen_Setzen(f + 1);
-        Reglerwerte r = Reglerwerte_akt();
-        EXPECT_EQ(r.Eingabe[0], dez("2.50"));
-        EXPECT_EQ(r.Ausgabe[1], dez("120.0"));
+        ASSERT_TRUE(runCycles([&] { return plant.SPS_Wort(f, 47) == 250; }));
+        setRegParFurnace(f + 1);
+        ControllerValues r = Reglerwerte_akt();
+        EXPECT_EQ(r.Eingabe[0], localDecimal("2.50"));
+        EXPECT_EQ(r.Ausgabe[1], localDecimal("120.0"));
 
-        EXPECT_TRUE(Eingabe_Taste(0, 13, QStringLiteral("1,5")));
-        EXPECT_TRUE(Eingabe_Taste(1, 13, QStringLiteral("4000")));
-        ASSERT_TRUE(Laufen([&] { return plant.SPS_Wort(f, 47) == 150 && plant.SPS_Wort(f, 48) == 32767; }));
+        EXPECT_TRUE(inputKey(0, 13, QStringLiteral("1,5")));
+        EXPECT_TRUE(inputKey(1, 13, QStringLiteral("4000")));
+        ASSERT_TRUE(runCycles([&] { return plant.SPS_Wort(f, 47) == 150 && plant.SPS_Wort(f, 48) == 32767; }));
         EXPECT_EQ(plc(f).word(47), 150);
         EXPECT_EQ(plc(f).lastWritten(48), 32767);
         r = Reglerwerte_akt();
-        EXPECT_EQ(r.Ausgabe[0], dez("1.50"));
-        EXPECT_EQ(r.Ausgabe[1], dez("3276.7"));
+        EXPECT_EQ(r.Ausgabe[0], localDecimal("1.50"));
+        EXPECT_EQ(r.Ausgabe[1], localDecimal("3276.7"));
     }
 }

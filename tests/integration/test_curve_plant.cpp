@@ -28,7 +28,7 @@ namespace {
 
 constexpr i32 CHARGE = 31;
 
-class KurveAnlage : public PlantFixture {
+class CurvePlant : public PlantFixture {
 protected:
     QTemporaryDir daten;
     QString cwd = QDir::currentPath();
@@ -40,17 +40,17 @@ protected:
     {
         PlantFixture::SetUp();
         ASSERT_TRUE(daten.isValid());
-        QDateTime jetzt = Jetzt().addSecs(-7200);
+        QDateTime jetzt = now().addSecs(-7200);
         if (jetzt.time() > QTime(23, 0))
             jetzt = jetzt.addSecs(-7200);
         t0 = QDateTime(jetzt.date(), QTime(jetzt.time().hour(), jetzt.time().minute(), 0), Qt::UTC);
-        sim::FurnaceDescription d = Beschreibung(0, Protocol::Modbus, true, 500);
+        sim::FurnaceDescription d = furnaceDescription(0, Protocol::Modbus, true, 500);
         // The identity block names the channels of the batch: pairs A, B.
         d.identity.clear();
         for (int p = 0; p < 12; ++p)
-            d.identity << kennungA()[size_t(p)] << kennungB()[size_t(p)];
+            d.identity << identityA()[size_t(p)] << identityB()[size_t(p)];
         beschreibung.furnaces = {d};
-        ASSERT_NO_FATAL_FAILURE(Plant_Starten());
+        ASSERT_NO_FATAL_FAILURE(startSimPlant());
 
         resetPlant();
         plant.Pfad[0] = daten.path();
@@ -58,7 +58,7 @@ protected:
             plant.Pfad[k] = daten.filePath(QStringLiteral("Ordner%1").arg(k));
             QDir().mkpath(plant.Pfad[k]);
         }
-        Ofen_Eintragen();
+        configureFurnaces();
         plant.Ofen_Charge[0] = TRUE16;
         Config_Schreiben(false);
 
@@ -66,7 +66,7 @@ protected:
         plant.Daten_Ordner_Option = daten.path();
         Pfade_Setzen();
         Config_Lesen();
-        Kanaele_Einrichten();
+        setUpChannels();
         for (int f = 0; f < OFEN_MAX; ++f)
             Spuren_Setzen(f + 1);
         hooks.Charge_Schreiben = Charge_Schreiben;
@@ -79,7 +79,7 @@ protected:
     }
 
     /// A sample group one minute after the last, actual value 700 + its number.
-    void gruppe()
+    void addGroup()
     {
         sim::SampleValues v;
         v.stamp = t0.addSecs(60 * gruppen);
@@ -93,27 +93,27 @@ protected:
         ++gruppen;
         ++angeboten;
     }
-    bool alleGenommen() { return plc(0).log().taken().size() == angeboten; }
+    bool allTaken() { return plc(0).log().taken().size() == angeboten; }
 };
 
 } // namespace
 
-TEST_F(KurveAnlage, RecordedBatchIsListedLoadedAndGrowsLive)
+TEST_F(CurvePlant, RecordedBatchIsListedLoadedAndGrowsLive)
 {
     for (int i = 0; i < 6; ++i)
-        gruppe();
-    ASSERT_TRUE(Laufen([&] { return alleGenommen(); }));
+        addGroup();
+    ASSERT_TRUE(runCycles([&] { return allTaken(); }));
     ASSERT_FALSE(plant.Charge_Datei[0].isEmpty());
 
     // The browser lists the batch in the year folder and chooses it.
     plant.Browser_Ordner.clear();
-    ASSERT_TRUE(Browser_Laden());
+    ASSERT_TRUE(loadBrowser());
     EXPECT_EQ(plant.Browser_Ordner, plant.Charge_Ordner[0]);
     plant.Datum_Von.clear();
-    const auto zeilen = Liste_Aufbauen(Ordner_Dateien(plant.Browser_Ordner));
+    const auto zeilen = Liste_Aufbauen(folderFiles(plant.Browser_Ordner));
     ASSERT_EQ(zeilen.size(), 1u);
     EXPECT_TRUE(zeilen[0].text.contains(QStringLiteral("1:")));
-    ASSERT_TRUE(Zeile_Waehlen(zeilen[0].text));
+    ASSERT_TRUE(chooseLine(zeilen[0].text));
     EXPECT_EQ(QFileInfo(plant.Kurve_Datei), QFileInfo(plant.Charge_Datei[0]));
     EXPECT_EQ(plant.Wahl_Charge, CHARGE);
 
@@ -133,8 +133,8 @@ TEST_F(KurveAnlage, RecordedBatchIsListedLoadedAndGrowsLive)
     // While the furnace goes on, the open batch grows by its new records only.
     plant.Kurve_Online = TRUE16;
     for (int i = 0; i < 3; ++i)
-        gruppe();
-    ASSERT_TRUE(Laufen([&] { return alleGenommen(); }));
+        addGroup();
+    ASSERT_TRUE(runCycles([&] { return allTaken(); }));
     ASSERT_EQ(Kurve.listen.Wertliste[0].size(), 9);
     EXPECT_EQ(Kurve.listen.Wertliste[0].wert[8], 708);
     EXPECT_EQ(Kurve.Satz_Letzter, satz + 12);
@@ -143,7 +143,7 @@ TEST_F(KurveAnlage, RecordedBatchIsListedLoadedAndGrowsLive)
     // Paging within the batch: eight minutes fit one page at the closest zoom.
     EXPECT_EQ(Kurve.Zeit_Raster, RASTER_MIN);
     EXPECT_FALSE(Kurve.Taste_An[TASTE_VOR]);
-    EXPECT_FALSE(Taste_Seite(TASTE_LADEN));
-    EXPECT_TRUE(Taste_Seite(TASTE_ZURUECK));
+    EXPECT_FALSE(curvePageKey(TASTE_LADEN));
+    EXPECT_TRUE(curvePageKey(TASTE_ZURUECK));
     EXPECT_EQ(Kurve.Zeit_Marke[0], t0);
 }

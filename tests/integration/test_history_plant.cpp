@@ -33,7 +33,7 @@ namespace {
 constexpr int OFEN = 0;
 constexpr uint32_t CHARGE_SPS = 4711; ///< the PLC's running batch number (words 7/8)
 
-class HistoryAnlage : public PlantFixture {
+class HistoryPlant : public PlantFixture {
 protected:
     QTemporaryDir daten;
     int takte = 0;
@@ -43,7 +43,7 @@ protected:
     {
         PlantFixture::SetUp();
         ASSERT_TRUE(daten.isValid());
-        sim::FurnaceDescription d = Beschreibung(OFEN, Protocol::Modbus, true, 500);
+        sim::FurnaceDescription d = furnaceDescription(OFEN, Protocol::Modbus, true, 500);
         d.trackCode = 416;    // four heating groups, sixteen elements
         d.sampleSeconds = 2;
         d.elementEvery = 1;   // an element group with every sample
@@ -52,7 +52,7 @@ protected:
         d.program.name = QStringLiteral("Aufheizen");
         d.program.segments = {{1, 900, 30000, 100}, {2, 900, 10, 100}};
         beschreibung.furnaces = {d};
-        ASSERT_NO_FATAL_FAILURE(Plant_Starten());
+        ASSERT_NO_FATAL_FAILURE(startSimPlant());
 
         plant.Pfad[0] = daten.path();
         const char *ordner[] = {"LogBuch", "USB", "CSV", "Sicherung"};
@@ -62,27 +62,27 @@ protected:
         }
         plant.Charge_Ordner[0] = daten.filePath("LogBuch/2026");
         QDir().mkpath(plant.Charge_Ordner[0]);
-        Ofen_Eintragen();
+        configureFurnaces();
         plant.Ofen_Charge[OFEN] = -1;
         plant.Ofen_TempLog[OFEN] = -1;
         plant.TempLog_Takt[OFEN] = 5;
-        Kanaele_Einrichten();
+        setUpChannels();
         Spuren_Setzen(OFEN + 1);
         hooks.Charge_Schreiben = Charge_Schreiben;
     }
 
     /// The station's three timers as the main window and the live page run
     /// them: the main cycle and the page every 100 ms, Timer2 every second.
-    bool Stationslauf(const std::function<bool()> &fertig, int grenze)
+    bool runStation(const std::function<bool()> &fertig, int grenze)
     {
         for (int i = 0; i < grenze; ++i) {
             if (fertig())
                 return true;
             Timer1_Tick();
-            Seite_Takt();
+            pageTick();
             if (++takte % 10 == 0) {
                 Timer2_Tick();
-                logZeilen << int(Datei(TempLog_Pfad(OFEN)).count("\r\n"));
+                logZeilen << int(fileBytes(tempLogPath(OFEN)).count("\r\n"));
             }
             for (int k = 0; k < 3; ++k)
                 QCoreApplication::processEvents();
@@ -90,20 +90,20 @@ protected:
         }
         return fertig();
     }
-    static QByteArray Datei(const QString &p) { return readFile(p); }
+    static QByteArray fileBytes(const QString &p) { return readFile(p); }
 };
 
-TEST_F(HistoryAnlage, TemperatureLogAndElementHistoryFillWhileTheProgramRuns)
+TEST_F(HistoryPlant, TemperatureLogAndElementHistoryFillWhileTheProgramRuns)
 {
-    ASSERT_TRUE(Stationslauf([] { return QFile::exists(KM_RX_Pfad(OFEN + 1)); }, 8000));
+    ASSERT_TRUE(runStation([] { return QFile::exists(rxFilePath(OFEN + 1)); }, 8000));
     EXPECT_TRUE(plant.LogList.isEmpty()) << plant.LogList.join('\n').toStdString();
 
     // The log: its head names the PLC's batch; after the first line, lines
     // come only at every sixth second (a second without a fresh poll round
     // loses its line, never moves the rhythm).
-    const QList<QByteArray> zeilen = Datei(TempLog_Pfad(OFEN)).split('\n');
+    const QList<QByteArray> zeilen = fileBytes(tempLogPath(OFEN)).split('\n');
     ASSERT_GT(zeilen.size(), 16);
-    EXPECT_EQ(zeilen[0], Datum_Wert(plant.Charge_Start[OFEN]).toString("yyMMdd_HHmm").toLatin1() + "_X1.TXT\r");
+    EXPECT_EQ(zeilen[0], dateValue(plant.Charge_Start[OFEN]).toString("yyMMdd_HHmm").toLatin1() + "_X1.TXT\r");
     EXPECT_EQ(zeilen[6], "Charge4711\r");
     EXPECT_EQ(zeilen[8], "GR 01\t   900\t 30000\t   100\r");
     EXPECT_EQ(zeilen[9], "TI 02\t   900\t    10\t   100\r");
@@ -119,34 +119,34 @@ TEST_F(HistoryAnlage, TemperatureLogAndElementHistoryFillWhileTheProgramRuns)
     EXPECT_GE(neue, 3);
 
     // Thirty good samples: one history record, the round starts again.
-    const ElementSatz kopf = Element_Lesen(KM_RX_Pfad(OFEN + 1), 1);
+    const ElementRecord kopf = readElement(rxFilePath(OFEN + 1), 1);
     EXPECT_EQ(kopf.Anzahl, 2);
-    const ElementSatz rx = Element_Lesen(KM_RX_Pfad(OFEN + 1), 2);
+    const ElementRecord rx = readElement(rxFilePath(OFEN + 1), 2);
     EXPECT_EQ(rx.Anzahl, 2);
     EXPECT_GT(rx.RX[0], 0.0f);
-    EXPECT_EQ(Element_Lesen(KM_EL_Pfad(OFEN + 1), 1).Anzahl, 0);
+    EXPECT_EQ(readElement(elFilePath(OFEN + 1), 1).Anzahl, 0);
 }
 
-TEST_F(HistoryAnlage, UsbSourcesBecomeBatchFilesWhileThePlantIsPolled)
+TEST_F(HistoryPlant, UsbSourcesBecomeBatchFilesWhileThePlantIsPolled)
 {
-    UsbQuelle q80(80);
+    UsbSourceBuilder q80(80);
     for (int i = 0; i < 300; ++i) {
-        Worte &w = q80.satz(154, 12, 3, 2024, 8 + i / 60, i % 60, 0, {int16_t(1000 + i), 990, 50, 21, 0});
+        Words &w = q80.addRecord(154, 12, 3, 2024, 8 + i / 60, i % 60, 0, {int16_t(1000 + i), 990, 50, 21, 0});
         w[31] = 0x3232;
     }
-    ASSERT_TRUE(q80.schreiben(QDir(plant.Pfad[2]).filePath("P1.DAT")));
-    UsbQuelle q20(20);
-    q20.satz(205, 13, 3, 2024, 6, 0, 0);
+    ASSERT_TRUE(q80.writeTo(QDir(plant.Pfad[2]).filePath("P1.DAT")));
+    UsbSourceBuilder q20(20);
+    q20.addRecord(205, 13, 3, 2024, 6, 0, 0);
     for (int i = 0; i < 3000; ++i)
-        q20.satz(1, 13, 3, 2024, 6 + i / 3600, i / 60 % 60, i % 60, {0, 0, int16_t(i)});
-    ASSERT_TRUE(q20.schreiben(QDir(plant.Pfad[2]).filePath("Q2")));
+        q20.addRecord(1, 13, 3, 2024, 6 + i / 3600, i / 60 % 60, i % 60, {0, 0, int16_t(i)});
+    ASSERT_TRUE(q20.writeTo(QDir(plant.Pfad[2]).filePath("Q2")));
 
-    ASSERT_TRUE(Stationslauf([] { return plant.Ofen_Online[OFEN] != 0; }, 200));
+    ASSERT_TRUE(runStation([] { return plant.Ofen_Online[OFEN] != 0; }, 200));
     plant.USB_Menue = -1;
-    Seite_Takt();
+    pageTick();
     USB_Button();
     int offline = 0, angeboten = 0;
-    ASSERT_TRUE(Stationslauf(
+    ASSERT_TRUE(runStation(
         [&] {
             offline += plant.Ofen_Online[OFEN] == 0;
             // A block the PLC offers in the middle of the import is taken.
@@ -162,7 +162,7 @@ TEST_F(HistoryAnlage, UsbSourcesBecomeBatchFilesWhileThePlantIsPolled)
                 return true;
         return false;
     };
-    EXPECT_TRUE(Stationslauf(textGenommen, 300));
+    EXPECT_TRUE(runStation(textGenommen, 300));
 
     BatchFile f80, f20;
     ASSERT_TRUE(f80.openRead(QDir(plant.Charge_Ordner[0]).filePath("US2311042KLM00021120324.OVD")));

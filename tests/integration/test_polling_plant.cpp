@@ -21,7 +21,7 @@ constexpr int MARKEN[] = {150, 350, 450, 640};
 
 sim::FurnaceDescription Ofen(int f, Protocol p, bool headed, int base, int panel = 0, bool gross = false)
 {
-    sim::FurnaceDescription d = Beschreibung(f, p, headed, base);
+    sim::FurnaceDescription d = furnaceDescription(f, p, headed, base);
     d.large = gross;
     d.panelCode = panel;
     d.version = QStringLiteral("0%1").arg(f);
@@ -29,14 +29,14 @@ sim::FurnaceDescription Ofen(int f, Protocol p, bool headed, int base, int panel
     return d;
 }
 
-class PollingAnlage : public PlantFixture {
+class PollingPlant : public PlantFixture {
 protected:
     QMap<int, QString> &panel = scr.panel;
 
     void SetUp() override
     {
         PlantFixture::SetUp();
-        beschreibung.panelAddress = Netz() + QStringLiteral("20");
+        beschreibung.panelAddress = subnet() + QStringLiteral("20");
         beschreibung.furnaces = {
             Ofen(0, Protocol::MemoryLink, false, 0),
             Ofen(1, Protocol::MemoryLink, true, 240),
@@ -47,17 +47,17 @@ protected:
             Ofen(6, Protocol::Modbus, false, 0),
             Ofen(7, Protocol::MemoryLink, true, 240, 0, true),
         };
-        ASSERT_NO_FATAL_FAILURE(Plant_Starten());
+        ASSERT_NO_FATAL_FAILURE(startSimPlant());
         for (int f = 0; f < OFEN_MAX; ++f)
             for (int k = 0; k < 4; ++k)
                 plc(f).setWord(MARKEN[k], static_cast<int16_t>(1000 * f + k + 1));
 
         resetPlant();
-        Ofen_Eintragen();
-        Kanaele_Einrichten();
+        configureFurnaces();
+        setUpChannels();
     }
 
-    bool Alle_Runden(int runden)
+    bool runRounds(int runden)
     {
         for (int f = 0; f < OFEN_MAX; ++f)
             if (plant.Ofen_Online[f] == 0 || plant.Poll_Rounds[f] < runden)
@@ -65,7 +65,7 @@ protected:
         return true;
     }
 
-    void Bild_Gleich(int f)
+    void expectSameImage(int f)
     {
         EXPECT_EQ(plant.SPS_Wort(f, 29), plc(f).word(29)) << "furnace " << f;
         for (int w = 200; w <= 218; ++w)
@@ -75,11 +75,11 @@ protected:
     }
 };
 
-TEST_F(PollingAnlage, MixedPlantComesOnlineWithImagesOfThePlcs)
+TEST_F(PollingPlant, MixedPlantComesOnlineWithImagesOfThePlcs)
 {
-    ASSERT_TRUE(Laufen([&] { return Alle_Runden(3); }));
+    ASSERT_TRUE(runCycles([&] { return runRounds(3); }));
     for (int f = 0; f < OFEN_MAX; ++f) {
-        Bild_Gleich(f);
+        expectSameImage(f);
         EXPECT_TRUE(panel[f + 1].startsWith(QStringLiteral("Online "))) << panel[f + 1].toStdString();
         EXPECT_EQ(plant.Kennung_Fehler[f], 0) << "furnace " << f;
         EXPECT_EQ(plant.Empfang_Fehler[f], 0) << "furnace " << f;
@@ -97,7 +97,7 @@ TEST_F(PollingAnlage, MixedPlantComesOnlineWithImagesOfThePlcs)
     for (int f = 0; f < OFEN_MAX; ++f)
         plc(f).setWord(350, static_cast<int16_t>(-7 - f));
     const int runden = plant.Poll_Rounds[0];
-    ASSERT_TRUE(Laufen([&] {
+    ASSERT_TRUE(runCycles([&] {
         for (int f = 0; f < OFEN_MAX; ++f)
             if (plant.SPS_Wort(f, 350) != -7 - f)
                 return false;
@@ -106,24 +106,24 @@ TEST_F(PollingAnlage, MixedPlantComesOnlineWithImagesOfThePlcs)
     EXPECT_LE(plant.Poll_Rounds[0], runden + 2);
 }
 
-TEST_F(PollingAnlage, LostAndSilentModbusLinksAreShownAndComeBackCurrent)
+TEST_F(PollingPlant, LostAndSilentModbusLinksAreShownAndComeBackCurrent)
 {
-    ASSERT_TRUE(Laufen([&] { return Alle_Runden(1); }));
+    ASSERT_TRUE(runCycles([&] { return runRounds(1); }));
     sim::SimFurnace &still = plc(2);
     sim::SimFurnace &weg = plc(6);
     still.link().setDelay(3600 * 1000); // answers an hour late: never, for this test
     weg.link().dropLink();
-    ASSERT_TRUE(Laufen([&] { return plant.IP_Adr[2] == -3 && panel[7] == QStringLiteral("Connect T:7"); }));
+    ASSERT_TRUE(runCycles([&] { return plant.IP_Adr[2] == -3 && panel[7] == QStringLiteral("Connect T:7"); }));
     EXPECT_EQ(plant.Ofen_Online[2], -1) << "a silent PLC keeps its connection; its read is given up";
     EXPECT_EQ(plant.Ofen_Online[6], 0);
 
     still.link().dropLink();
-    ASSERT_TRUE(Laufen([&] { return panel[3] == QStringLiteral("Connect T:3"); }));
+    ASSERT_TRUE(runCycles([&] { return panel[3] == QStringLiteral("Connect T:3"); }));
     still.setWord(640, -4242);
     weg.setWord(450, 4242);
     still.link().resume();
     weg.link().resume();
-    ASSERT_TRUE(Laufen([&] { return plant.SPS_Wort(2, 640) == -4242 && plant.SPS_Wort(6, 450) == 4242; }));
+    ASSERT_TRUE(runCycles([&] { return plant.SPS_Wort(2, 640) == -4242 && plant.SPS_Wort(6, 450) == 4242; }));
     EXPECT_TRUE(panel[3].startsWith(QStringLiteral("Online T:3")));
     EXPECT_TRUE(panel[7].startsWith(QStringLiteral("Online T:7")));
 }

@@ -37,7 +37,7 @@ constexpr i32 CHARGE = 12;
 
 using Block = QVector<int16_t>;
 
-class RecordingAnlage : public PlantFixture {
+class RecordingPlant : public PlantFixture {
 protected:
     QTemporaryDir daten;
     QString cwd = QDir::currentPath();
@@ -51,15 +51,15 @@ protected:
         ASSERT_TRUE(daten.isValid());
         // Two hours back, and never so close to midnight that the blocks of a
         // test would fall on the next day.
-        QDateTime jetzt = Jetzt().addSecs(-7200);
+        QDateTime jetzt = now().addSecs(-7200);
         if (jetzt.time() > QTime(23, 30))
             jetzt = jetzt.addSecs(-3600);
         t0 = QDateTime(jetzt.date(), QTime(jetzt.time().hour(), jetzt.time().minute(), 0), Qt::UTC);
-        beschreibung.furnaces = {Beschreibung(EINFACH, Protocol::MemoryLink, false, 0),
-                                 Beschreibung(KOPF, Protocol::Modbus, true, 500)};
-        ASSERT_NO_FATAL_FAILURE(Plant_Starten());
-        Konfiguration_Schreiben();
-        Station_Starten();
+        beschreibung.furnaces = {furnaceDescription(EINFACH, Protocol::MemoryLink, false, 0),
+                                 furnaceDescription(KOPF, Protocol::Modbus, true, 500)};
+        ASSERT_NO_FATAL_FAILURE(startSimPlant());
+        writeSiteConfig();
+        startStation();
     }
 
     void TearDown() override
@@ -70,7 +70,7 @@ protected:
 
     /// The configuration a site would have: both furnaces active and
     /// recording, the mirror on, the identity of each PLC.
-    void Konfiguration_Schreiben()
+    void writeSiteConfig()
     {
         resetPlant();
         plant.Pfad[0] = daten.path();
@@ -80,54 +80,54 @@ protected:
             QDir().mkpath(plant.Pfad[k]);
         }
         plant.Backup_Aktiv = -1;
-        Ofen_Eintragen();
+        configureFurnaces();
         plant.Ofen_Charge[EINFACH] = plant.Ofen_Charge[KOPF] = -1;
         Config_Schreiben(false);
     }
 
     /// A start of the station as far as recording needs it: a fresh process
     /// reads the configuration file, sets up channels and the recorder.
-    void Station_Starten()
+    void startStation()
     {
         resetPlant();
         plant.Daten_Ordner_Option = daten.path();
         Pfade_Setzen();
         Config_Lesen();
         ASSERT_TRUE(dlg.shown.empty()) << dlg.shown.front().text.toStdString();
-        Kanaele_Einrichten();
+        setUpChannels();
         for (int f = 0; f < OFEN_MAX; ++f)
             Spuren_Setzen(f + 1);
         hooks.Charge_Schreiben = Charge_Schreiben;
     }
 
 
-    QDateTime naechsterStempel() { return t0.addSecs(10 * stempelNr++); }
+    QDateTime nextStamp() { return t0.addSecs(10 * stempelNr++); }
 
-    void anbieten(int f, const Block &b)
+    void offer(int f, const Block &b)
     {
         angeboten[f].append(b);
         plc(f).queueBlock(b);
     }
     /// A plain sample, or a sample group of batch CHARGE.
-    void probe(int f, int16_t wert)
+    void offerSample(int f, int16_t wert)
     {
         sim::SampleValues v;
-        v.stamp = naechsterStempel();
+        v.stamp = nextStamp();
         v.actual = wert;
         v.setpoint = static_cast<int16_t>(wert + 5);
         v.output = static_cast<int16_t>(wert % 100);
         v.segment = 2;
         v.kind = 1;
         v.batch = CHARGE;
-        anbieten(f, f == KOPF ? sim::groupBlock(v) : sim::plainSampleBlock(v));
+        offer(f, f == KOPF ? sim::groupBlock(v) : sim::plainSampleBlock(v));
     }
 
-    bool alleGenommen(int f) { return plc(f).log().taken().size() == angeboten[f].size(); }
-    bool alleGenommen() { return alleGenommen(EINFACH) && alleGenommen(KOPF); }
+    bool allTaken(int f) { return plc(f).log().taken().size() == angeboten[f].size(); }
+    bool allTaken() { return allTaken(EINFACH) && allTaken(KOPF); }
 
     /// Each block taken exactly once, in order, and the trigger word written
     /// as 0 once per block.
-    void Quittungen_Pruefen(int f)
+    void checkAcknowledgements(int f)
     {
         EXPECT_EQ(plc(f).log().taken(), angeboten[f]) << "furnace " << f;
         const int trigger = plc(f).description().triggerAddress();
@@ -141,7 +141,7 @@ protected:
     /// The records the blocks stand for, from record 40 on: announcements and
     /// blocks with an impossible date leave none; an operator text goes over
     /// the last record and the next.
-    static std::vector<BatchRecord> Erwartet(const QVector<Block> &bloecke)
+    static std::vector<BatchRecord> expectedRecords(const QVector<Block> &bloecke)
     {
         std::vector<BatchRecord> r;
         for (const Block &q : bloecke) {
@@ -150,14 +150,14 @@ protected:
             const QString datum = SPS_Datum(w[1], w[2]);
             if (plant.SPS_Datum_OK != -1 || (w[0] > 200 && w[0] != Satz_Text))
                 continue;
-            const SatzZeit zeit = zeitVonText(datum);
+            const RecordTime zeit = timeOfText(datum);
             if (w[0] == Satz_Charge || w[0] == Satz_Strom) {
-                const auto g = Satz_Gruppe(w, zeit);
+                const auto g = groupRecords(w, zeit);
                 r.insert(r.end(), g.begin(), g.end());
             } else if (w[0] == Satz_Programm) {
-                r.push_back(Satz_Programm_Bauen(w, zeit));
+                r.push_back(programTextRecord(w, zeit));
             } else if (w[0] == Satz_Text) {
-                const auto t = Satz_Text_SPS(w, r.back());
+                const auto t = plcTextRecords(w, r.back());
                 r.back() = t[0];
                 r.push_back(t[1]);
             } else {
@@ -169,9 +169,9 @@ protected:
 
     /// The batch file of the furnace holds exactly `erwartet` from record 40
     /// on (a header before it on a headed furnace), and the mirror is equal.
-    void Datei_Pruefen(int f, const std::vector<BatchRecord> &erwartet)
+    void checkBatchFile(int f, const std::vector<BatchRecord> &erwartet)
     {
-        const QString name = Charge_Dateiname(plant.Ofen_Serie[f], CHARGE, t0.date().day(), t0.date().month(),
+        const QString name = batchFileName(plant.Ofen_Serie[f], CHARGE, t0.date().day(), t0.date().month(),
                                               t0.date().year());
         const QStringList dateien =
             QDir(plant.Charge_Ordner[0]).entryList({name.left(11) + QLatin1Char('*')}, QDir::Files);
@@ -193,42 +193,42 @@ protected:
 
 } // namespace
 
-TEST_F(RecordingAnlage, EveryOfferedBlockIsStoredOnceInItsFileAndMirror)
+TEST_F(RecordingPlant, EveryOfferedBlockIsStoredOnceInItsFileAndMirror)
 {
-    anbieten(EINFACH, sim::announcementBlock(CHARGE, naechsterStempel()));
-    probe(KOPF, 8100); // opens the batch: a program text before it would have none
-    anbieten(KOPF, sim::programTextBlock(QStringLiteral("Haerten 860"), naechsterStempel(), CHARGE));
+    offer(EINFACH, sim::announcementBlock(CHARGE, nextStamp()));
+    offerSample(KOPF, 8100); // opens the batch: a program text before it would have none
+    offer(KOPF, sim::programTextBlock(QStringLiteral("Haerten 860"), nextStamp(), CHARGE));
     for (int i = 0; i < 4; ++i) {
-        probe(EINFACH, static_cast<int16_t>(8000 + 10 * i + 5));
-        probe(KOPF, static_cast<int16_t>(8200 + i));
+        offerSample(EINFACH, static_cast<int16_t>(8000 + 10 * i + 5));
+        offerSample(KOPF, static_cast<int16_t>(8200 + i));
     }
     // A block whose stamp is no date is taken and thrown away.
-    Block falsch = sim::plainSampleBlock({naechsterStempel(), 1, 2, 3});
+    Block falsch = sim::plainSampleBlock({nextStamp(), 1, 2, 3});
     falsch[1] = 0;
-    anbieten(EINFACH, falsch);
-    anbieten(KOPF, sim::elementBlock({101, 102, 103, 104, 105}, naechsterStempel(), CHARGE));
-    probe(EINFACH, 7000);
-    probe(KOPF, 8300);
-    anbieten(KOPF, sim::operatorTextBlock(QStringLiteral("Auftrag 4711 Kunde A"), naechsterStempel()));
+    offer(EINFACH, falsch);
+    offer(KOPF, sim::elementBlock({101, 102, 103, 104, 105}, nextStamp(), CHARGE));
+    offerSample(EINFACH, 7000);
+    offerSample(KOPF, 8300);
+    offer(KOPF, sim::operatorTextBlock(QStringLiteral("Auftrag 4711 Kunde A"), nextStamp()));
 
-    ASSERT_TRUE(Laufen([&] { return alleGenommen(); }));
-    Quittungen_Pruefen(EINFACH);
-    Quittungen_Pruefen(KOPF);
-    Datei_Pruefen(EINFACH, Erwartet(angeboten[EINFACH]));
-    Datei_Pruefen(KOPF, Erwartet(angeboten[KOPF]));
+    ASSERT_TRUE(runCycles([&] { return allTaken(); }));
+    checkAcknowledgements(EINFACH);
+    checkAcknowledgements(KOPF);
+    checkBatchFile(EINFACH, expectedRecords(angeboten[EINFACH]));
+    checkBatchFile(KOPF, expectedRecords(angeboten[KOPF]));
     EXPECT_EQ(plant.Charge_Nr[EINFACH], CHARGE);
     EXPECT_EQ(plant.Charge_Nr[KOPF], CHARGE);
     EXPECT_TRUE(plant.LogList.isEmpty()) << plant.LogList.join('\n').toStdString();
 }
 
-TEST_F(RecordingAnlage, NothingIsLostAcrossALinkDropAndARestartOfTheStation)
+TEST_F(RecordingPlant, NothingIsLostAcrossALinkDropAndARestartOfTheStation)
 {
-    anbieten(EINFACH, sim::announcementBlock(CHARGE, naechsterStempel()));
+    offer(EINFACH, sim::announcementBlock(CHARGE, nextStamp()));
     for (int i = 0; i < 2; ++i) {
-        probe(EINFACH, static_cast<int16_t>(9000 + i));
-        probe(KOPF, static_cast<int16_t>(9100 + i));
+        offerSample(EINFACH, static_cast<int16_t>(9000 + i));
+        offerSample(KOPF, static_cast<int16_t>(9100 + i));
     }
-    ASSERT_TRUE(Laufen([&] { return alleGenommen(); }));
+    ASSERT_TRUE(runCycles([&] { return allTaken(); }));
 
     // Both links go down; the PLCs go on logging. The Modbus furnace fails
     // to connect again and again, longer than its rest after each try.
@@ -241,31 +241,31 @@ TEST_F(RecordingAnlage, NothingIsLostAcrossALinkDropAndARestartOfTheStation)
     plc(EINFACH).link().dropLink();
     plc(KOPF).link().dropLink();
     for (int i = 0; i < 3; ++i) {
-        probe(EINFACH, static_cast<int16_t>(9010 + i));
-        probe(KOPF, static_cast<int16_t>(9110 + i));
+        offerSample(EINFACH, static_cast<int16_t>(9010 + i));
+        offerSample(KOPF, static_cast<int16_t>(9110 + i));
     }
-    ASSERT_TRUE(Laufen([&] { return versuche() >= 3; }));
+    ASSERT_TRUE(runCycles([&] { return versuche() >= 3; }));
     EXPECT_EQ(plant.Ofen_Online[KOPF], 0);
     plc(EINFACH).link().resume();
     plc(KOPF).link().resume();
-    ASSERT_TRUE(Laufen([&] { return alleGenommen(); }));
+    ASSERT_TRUE(runCycles([&] { return allTaken(); }));
 
     // The station stops; the PLCs hold their next blocks until it is back.
     Winsock1.clear();
     for (int i = 0; i < 3; ++i) {
-        probe(EINFACH, static_cast<int16_t>(9020 + i));
-        probe(KOPF, static_cast<int16_t>(9120 + i));
+        offerSample(EINFACH, static_cast<int16_t>(9020 + i));
+        offerSample(KOPF, static_cast<int16_t>(9120 + i));
     }
     sim->advance(5000);
-    Station_Starten();
+    startStation();
     EXPECT_EQ(plant.Charge_Nr[EINFACH], CHARGE);
     EXPECT_EQ(plant.Charge_Nr[KOPF], CHARGE);
     EXPECT_EQ(plant.Charge_Gueltig[KOPF], -1);
-    ASSERT_TRUE(Laufen([&] { return alleGenommen(); }));
+    ASSERT_TRUE(runCycles([&] { return allTaken(); }));
 
-    Quittungen_Pruefen(EINFACH);
-    Quittungen_Pruefen(KOPF);
-    Datei_Pruefen(EINFACH, Erwartet(angeboten[EINFACH]));
-    Datei_Pruefen(KOPF, Erwartet(angeboten[KOPF]));
+    checkAcknowledgements(EINFACH);
+    checkAcknowledgements(KOPF);
+    checkBatchFile(EINFACH, expectedRecords(angeboten[EINFACH]));
+    checkBatchFile(KOPF, expectedRecords(angeboten[KOPF]));
 }
 

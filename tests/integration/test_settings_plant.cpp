@@ -24,43 +24,43 @@ protected:
         PlantFixture::SetUp();
         ASSERT_TRUE(daten.isValid());
         // Two Modbus furnaces; the station knows only the first, as furnace 1.
-        beschreibung.furnaces = {Beschreibung(0, sim::Protocol::Modbus, false, 0),
-                                 Beschreibung(1, sim::Protocol::Modbus, false, 0)};
-        ASSERT_NO_FATAL_FAILURE(Plant_Starten());
-        Ofen_Eintragen();
+        beschreibung.furnaces = {furnaceDescription(0, sim::Protocol::Modbus, false, 0),
+                                 furnaceDescription(1, sim::Protocol::Modbus, false, 0)};
+        ASSERT_NO_FATAL_FAILURE(startSimPlant());
+        configureFurnaces();
         plant.Ofen_Aktiv[1] = 0;
         plant.Pfad[0] = daten.path();
         for (int k = 1; k <= 3; ++k) {
             plant.Pfad[k] = QDir(daten.path()).filePath(QString::number(k));
             QDir().mkpath(plant.Pfad[k]);
         }
-        Kanaele_Einrichten();
+        setUpChannels();
     }
     void TearDown() override
     {
         QDir::setCurrent(cwd);
         PlantFixture::TearDown();
     }
-    qsizetype gelesen(int f) { return sim->frames().of(sim::Server::Modbus, f).size(); }
+    qsizetype readCount(int f) { return sim->frames().of(sim::Server::Modbus, f).size(); }
 };
 
 } // namespace
 
 TEST_F(SettingsPlant, OkWithAnotherAddressMovesTheFurnaceToIt)
 {
-    ASSERT_TRUE(Laufen([&] { return plant.Ofen_Online[0] != 0 && gelesen(0) >= 3; }));
-    EXPECT_EQ(gelesen(1), 0);
+    ASSERT_TRUE(runCycles([&] { return plant.Ofen_Online[0] != 0 && readCount(0) >= 3; }));
+    EXPECT_EQ(readCount(1), 0);
 
-    Parameter_Oeffnen();
-    EXPECT_EQ(Text1_Verlassen(0, 3, QStringLiteral("12")), QStringLiteral("12"));
+    openParameters();
+    EXPECT_EQ(Text1_LostFocus(0, 3, QStringLiteral("12")), QStringLiteral("12"));
     ASSERT_TRUE(Command1_OK());
     EXPECT_EQ(plant.Reinit_Ofen[0], -1);
 
     // Its next turn closes the channel and sets it up for the new address.
-    ASSERT_TRUE(Laufen([&] { return plant.Reinit_Ofen[0] == 0; }));
-    EXPECT_EQ(Winsock1[0].RemoteHost, Netz() + QStringLiteral("12"));
-    const qsizetype alt = gelesen(0);
-    ASSERT_TRUE(Laufen([&] { return plant.Ofen_Online[0] != 0 && gelesen(1) >= 3; }));
-    EXPECT_EQ(gelesen(0), alt) << "the old address hears nothing more";
+    ASSERT_TRUE(runCycles([&] { return plant.Reinit_Ofen[0] == 0; }));
+    EXPECT_EQ(Winsock1[0].RemoteHost, subnet() + QStringLiteral("12"));
+    const qsizetype alt = readCount(0);
+    ASSERT_TRUE(runCycles([&] { return plant.Ofen_Online[0] != 0 && readCount(1) >= 3; }));
+    EXPECT_EQ(readCount(0), alt) << "the old address hears nothing more";
     EXPECT_TRUE(QFile::exists(QDir(daten.path()).filePath(QStringLiteral("Kalmeron.DAT"))));
 }

@@ -38,7 +38,7 @@ protected:
     {
         PlantFixture::SetUp();
         ASSERT_TRUE(daten.isValid());
-        sim::FurnaceDescription d = Beschreibung(F, sim::Protocol::Modbus, true, 100);
+        sim::FurnaceDescription d = furnaceDescription(F, sim::Protocol::Modbus, true, 100);
         for (int n = 1; n <= 48; ++n)
             texte << QStringLiteral("SPS Meldung Nr. %1").arg(n);
         texte[3] = QString::fromUtf8("Tür offen, Heizung aus");
@@ -47,14 +47,14 @@ protected:
                         QStringLiteral("Argon")};
         d.pageNames = {QStringLiteral("Schutzgasofen"), QStringLiteral("Werk Nord")};
         beschreibung.furnaces = {d};
-        ASSERT_NO_FATAL_FAILURE(Plant_Starten());
+        ASSERT_NO_FATAL_FAILURE(startSimPlant());
 
         plant.Pfad[0] = daten.path();
         for (int k = 1; k <= 3; ++k) {
-            plant.Pfad[k] = Standard_Ordner(k);
+            plant.Pfad[k] = defaultFolder(k);
             QDir().mkpath(plant.Pfad[k]);
         }
-        Ofen_Eintragen();
+        configureFurnaces();
         plant.Ofen_Charge[F] = -1;
         Config_Schreiben(false);
 
@@ -63,13 +63,13 @@ protected:
         resetPlant();
         plant.Daten_Ordner_Option = daten.path();
         Pfade_Setzen();
-        ASSERT_TRUE(Meld_Datei_Oeffnen());
+        ASSERT_TRUE(openMessageStore());
         Config_Lesen();
         ASSERT_TRUE(dlg.shown.empty()) << dlg.shown.front().text.toStdString();
-        Kanaele_Einrichten();
+        setUpChannels();
         Spuren_Setzen(F + 1);
-        Meld_Texte_Laden();
-        Station_Verdrahten();
+        loadMessageTexts();
+        wireStation();
     }
 
     void TearDown() override
@@ -84,11 +84,11 @@ protected:
 TEST_F(TextLoadPlant, TextsComeThroughThePageWordIntoTheStoreAndTheNextBatchHeader)
 {
     bool begonnen = false;
-    ASSERT_TRUE(Laufen([&] {
+    ASSERT_TRUE(runCycles([&] {
         begonnen = begonnen || plant.Meld_Seite[F] >= 0;
         return begonnen && plant.Meld_Seite[F] == -1;
     }));
-    ASSERT_TRUE(Laufen([&] { return plc(F).lastWritten(388) == 0; })) << "the station clears the page word";
+    ASSERT_TRUE(runCycles([&] { return plc(F).lastWritten(388) == 0; })) << "the station clears the page word";
     QList<int> seiten;
     for (const sim::StationWrite &w : plc(F).writes())
         if (w.address == 388)
@@ -98,21 +98,21 @@ TEST_F(TextLoadPlant, TextsComeThroughThePageWordIntoTheStoreAndTheNextBatchHead
 
     // Identity block not at 50: 32 texts, and the track names in record 97.
     for (int n = 1; n <= 32; ++n) {
-        const Meld_Satz s = Meld_Lesen(Meld_Satz_Nr(F, n));
-        EXPECT_EQ(s.Text, Latin1Bytes(Fest(texte[n - 1].left(22), 40))) << n;
+        const MessageRecord s = readMessage(messageRecordNumber(F, n));
+        EXPECT_EQ(s.Text, Latin1Bytes(fixedWidth(texte[n - 1].left(22), 40))) << n;
     }
-    EXPECT_EQ(Meld_Lesen(Meld_Satz_Nr(F, 97)).Text, QByteArray("Regler  Charge  Decke   Argon           "));
+    EXPECT_EQ(readMessage(messageRecordNumber(F, 97)).Text, QByteArray("Regler  Charge  Decke   Argon           "));
 
     // The next batch: its header records 8..39 are the PLC's texts.
     sim::SampleValues v;
-    v.stamp = Jetzt().addSecs(-60);
+    v.stamp = now().addSecs(-60);
     v.actual = 8000;
     v.batch = CHARGE;
     plc(F).queueBlock(sim::groupBlock(v));
-    ASSERT_TRUE(Laufen([&] { return plc(F).log().taken().size() == 1; }));
+    ASSERT_TRUE(runCycles([&] { return plc(F).log().taken().size() == 1; }));
     const QString pfad = plant.Charge_Datei[F];
     BatchFile datei;
     ASSERT_TRUE(datei.openRead(pfad)) << pfad.toStdString();
     for (int i = 0; i < 32; ++i)
-        EXPECT_EQ(datei.read(8 + i), Satz_Meldtext(texte[i])) << "record " << 8 + i;
+        EXPECT_EQ(datei.read(8 + i), messageTextRecord(texte[i])) << "record " << 8 + i;
 }

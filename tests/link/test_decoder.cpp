@@ -9,14 +9,14 @@ using namespace kal::test;
 
 namespace {
 
-class Decoder : public Anlage {};
+class Decoder : public ScriptedPlant {};
 
 TEST_F(Decoder, ServerWindowAndOctetFromWord215)
 {
     const std::pair<int, int> tabelle[] = {{0x48, 3000}, {0x50, 3000}, {0x51, 4000}, {0x56, 9000},
                                            {0x47, 0},    {0x57, 0},    {0xC9, 0}};
     for (auto [hoch, basis] : tabelle)
-        EXPECT_EQ(Server_Basis(6, static_cast<i16>(hoch << 8)), basis) << hoch;
+        EXPECT_EQ(serverBase(6, static_cast<i16>(hoch << 8)), basis) << hoch;
 
     Ofen(2, true);
     plant.SPS_Wort(2, 215) = 0x4905; // 0x49: one window per furnace index
@@ -86,7 +86,7 @@ TEST_F(Decoder, LogTriggerRecordsRefusesBadDatesAndRaisesBacklog)
     // goes back as 0.
     auto anbieten = [&](const QDateTime &d) {
         plant.SPS_Wort(1, 400) = 154;
-        std::tie(plant.SPS_Wort(1, 401), plant.SPS_Wort(1, 402)) = Stempel(d);
+        std::tie(plant.SPS_Wort(1, 401), plant.SPS_Wort(1, 402)) = PlcStamp(d);
         plant.Write_Len[1] = 0;
     };
     auto quittiert = [&] {
@@ -131,24 +131,24 @@ TEST_F(Decoder, LogTriggerRecordsRefusesBadDatesAndRaisesBacklog)
     EXPECT_EQ(chargen.size(), 2u);
 }
 
-class Abgeleitet : public Anlage {
+class DerivedData : public ScriptedPlant {
 protected:
     int schritt = 0;
     void SetUp() override
     {
-        Anlage::SetUp();
+        ScriptedPlant::SetUp();
         Ofen(0, false, static_cast<i16>(0x81F4)); // layout block at 500: takes clock steps
         plant.Ofen_Online[0] = -1;
     }
     void Block0(const QDateTime &d)
     {
-        plant.Datum_Block0[0] = Datum_System(d);
+        plant.Datum_Block0[0] = systemDateText(d);
         plant.Prog_Neu[0] = -1;
-        Ofen_Ableiten(0, schritt);
+        deriveFurnace(0, schritt);
     }
 };
 
-TEST_F(Abgeleitet, ForecastEndSumsSegmentsUntilAKindOutsideOneToFive)
+TEST_F(DerivedData, ForecastEndSumsSegmentsUntilAKindOutsideOneToFive)
 {
     plant.SPS_Wort(0, 41) = 1;
     plant.SPS_Wort(0, 57) = 50; // 0.5 h left in segment 1
@@ -175,7 +175,7 @@ TEST_F(Abgeleitet, ForecastEndSumsSegmentsUntilAKindOutsideOneToFive)
     EXPECT_EQ(plant.Prog_Ende_Text[0], QStringLiteral("15.03.24 19:59")) << "no segment runs: no forecast";
 }
 
-TEST_F(Abgeleitet, ClockStepsTheLargestUnitThatDiffers)
+TEST_F(DerivedData, ClockStepsTheLargestUnitThatDiffers)
 {
     const std::pair<QDateTime, int> faelle[] = {
         {jetzt.addDays(-1), 32}, {jetzt.addDays(40), 4},      {jetzt.addYears(-1), 2},
@@ -193,7 +193,7 @@ TEST_F(Abgeleitet, ClockStepsTheLargestUnitThatDiffers)
     EXPECT_EQ(both(plant.SPS_Wort(0, 58), plant.Write_Len[0]), both(16, 0));
 }
 
-TEST_F(Abgeleitet, IdentityFailureCountsOnlyOnTheSecondPass)
+TEST_F(DerivedData, IdentityFailureCountsOnlyOnTheSecondPass)
 {
     plant.Ofen_Typ[1] = plant.SPS_Wort(0, 29) = 5;
     plant.Ofen_Basis[0] = 100;
@@ -202,7 +202,7 @@ TEST_F(Abgeleitet, IdentityFailureCountsOnlyOnTheSecondPass)
     plant.SPS_Wort(0, 278) = 305;
     auto pass = [&] {
         plant.Block0_Neu[0] = plant.Block1_Neu[0] = plant.Block2_Neu[0] = -1;
-        Ofen_Ableiten(0, schritt);
+        deriveFurnace(0, schritt);
     };
     pass();
     EXPECT_EQ((std::vector<int>{plant.Kennung_Fehler[0], plant.Element_Anz[0], plant.Element_Spuren[0]}),

@@ -12,11 +12,11 @@ namespace {
 
 /// Every channel connected; the memory link notes hold 33 and the answer
 /// flags 5, which shows whether a routine set them.
-class Rahmen : public Anlage {
+class Frames : public ScriptedPlant {
 protected:
     void SetUp() override
     {
-        Anlage::SetUp();
+        ScriptedPlant::SetUp();
         for (int k = 0; k < KANAL_MAX; ++k) {
             sock[k]->state = SCK_CONNECTED;
             plant.UDP_Read_Adr[k] = plant.UDP_Write_Adr[k] = 33;
@@ -25,9 +25,9 @@ protected:
     }
 
     /// The memory link notes of a channel: read address, write address.
-    static std::pair<int, int> Notiz(int k) { return {plant.UDP_Read_Adr[k], plant.UDP_Write_Adr[k]}; }
-    static std::pair<int, int> Antworten() { return {plant.Lese_Antwort, plant.Schreib_Antwort}; }
-    int Gesendet() const
+    static std::pair<int, int> linkNotes(int k) { return {plant.UDP_Read_Adr[k], plant.UDP_Write_Adr[k]}; }
+    static std::pair<int, int> answerFlags() { return {plant.Lese_Antwort, plant.Schreib_Antwort}; }
+    int sentCount() const
     {
         int n = 0;
         for (auto *s : sock)
@@ -38,24 +38,24 @@ protected:
 
 TEST(FrameBuilders, ModbusWriteAndCommandByteFields)
 {
-    EXPECT_EQ(Rahmen_Schreiben_IP(1088, {0x0102, -200}),
+    EXPECT_EQ(writeFrameIp(1088, {0x0102, -200}),
               hex("00 00 00 00 00 0B 01 10 04 40 00 02 04 01 02 FF 38"));
     // Command values: high byte by truncating division, low byte by mask.
-    EXPECT_EQ(Rahmen_Befehl_IP(30, -1).right(2), hex("00 FF"));
-    EXPECT_EQ(Rahmen_Befehl_IP(30, -255).right(2), hex("00 01"));
-    EXPECT_EQ(runError([] { Rahmen_Befehl_IP(30, -256); }), ERR_INVALID_CALL);
+    EXPECT_EQ(commandFrameIp(30, -1).right(2), hex("00 FF"));
+    EXPECT_EQ(commandFrameIp(30, -255).right(2), hex("00 01"));
+    EXPECT_EQ(runError([] { commandFrameIp(30, -256); }), ERR_INVALID_CALL);
     // 124 words fill the length byte (255); one more does not fit.
-    EXPECT_EQ(static_cast<uint8_t>(Rahmen_Schreiben_IP(0, QList<i16>(124, 1))[5]), 255);
-    EXPECT_EQ(runError([] { Rahmen_Schreiben_IP(0, QList<i16>(125, 1)); }), ERR_INVALID_CALL);
+    EXPECT_EQ(static_cast<uint8_t>(writeFrameIp(0, QList<i16>(124, 1))[5]), 255);
+    EXPECT_EQ(runError([] { writeFrameIp(0, QList<i16>(125, 1)); }), ERR_INVALID_CALL);
 }
 
-TEST_F(Rahmen, MemoryLinkReadAndWriteDirectOverTheServerOrNotAtAll)
+TEST_F(Frames, MemoryLinkReadAndWriteDirectOverTheServerOrNotAtAll)
 {
     plant.Ofen_UDP[0] = TRUE16;
     i16 adr = 100;
     FETCH_UDP(0, adr, 100);
     EXPECT_EQ(sock[0]->sent.value(0), hex("42 00 00 00 00 00 00 06 1B 52 00 64 00 64"));
-    EXPECT_EQ(Notiz(0), both(100, -1));
+    EXPECT_EQ(linkNotes(0), both(100, -1));
 
     // Behind the server the offset reaches the frame, channel 8 and the caller.
     plant.Server_Offset[2] = 3000;
@@ -63,13 +63,13 @@ TEST_F(Rahmen, MemoryLinkReadAndWriteDirectOverTheServerOrNotAtAll)
     FETCH_UDP(2, adr, 100);
     EXPECT_EQ(adr, 3100);
     EXPECT_EQ(sock[8]->sent.value(0), hex("42 00 00 00 00 00 00 06 1B 52 0C 1C 00 64"));
-    EXPECT_EQ(Notiz(8), both(3100, -1));
+    EXPECT_EQ(linkNotes(8), both(3100, -1));
     // A write behind the server: offset in the frame, not in the note of channel 8.
     plant.Server_Offset[3] = 5000;
     plant.SPS_Wort(3, 1140) = -2;
     SEND_UDP(3, 1140, 1);
     EXPECT_EQ(sock[8]->sent.value(1), hex("42 00 00 00 00 00 00 08 1B 57 17 FC 00 01 FF FE"));
-    EXPECT_EQ(Notiz(8), both(-1, 1140));
+    EXPECT_EQ(linkNotes(8), both(-1, 1140));
     // An index above 7 goes the server way too.
     SEND_UDP(8, 20, 0);
     EXPECT_EQ(sock[8]->sent.value(2), hex("42 00 00 00 00 00 00 06 1B 57 00 14 00 00"));
@@ -77,8 +77,8 @@ TEST_F(Rahmen, MemoryLinkReadAndWriteDirectOverTheServerOrNotAtAll)
     // A TCP furnace without offset gets nothing either way and keeps its notes.
     FETCH_UDP(1, adr, 100);
     SEND_UDP(1, 58, 1);
-    EXPECT_EQ(Notiz(1), both(33, 33));
-    EXPECT_EQ(Gesendet(), 4);
+    EXPECT_EQ(linkNotes(1), both(33, 33));
+    EXPECT_EQ(sentCount(), 4);
 
     // Word 1141 stops the write before anything is noted or sent.
     EXPECT_EQ(SEND_UDP(0, 1140, 2), ERR_SUBSCRIPT);
@@ -87,11 +87,11 @@ TEST_F(Rahmen, MemoryLinkReadAndWriteDirectOverTheServerOrNotAtAll)
     plant.SPS_Wort(0, 58) = 0x0102;
     SEND_UDP(0, 58, 1);
     EXPECT_EQ(sock[0]->sent.value(1), hex("42 00 00 00 00 00 00 08 1B 57 00 3A 00 01 01 02"));
-    EXPECT_EQ(Notiz(0), both(-1, 58));
-    EXPECT_EQ(Gesendet(), 5);
+    EXPECT_EQ(linkNotes(0), both(-1, 58));
+    EXPECT_EQ(sentCount(), 5);
 }
 
-TEST_F(Rahmen, FetchOfenChoosesTheProtocolPerBlock)
+TEST_F(Frames, FetchOfenChoosesTheProtocolPerBlock)
 {
     // Furnace 0 TCP, furnace 1 mixed TCP behind a panel server, furnace 2 UDP.
     plant.Server_IP4[1] = 20;
@@ -99,16 +99,16 @@ TEST_F(Rahmen, FetchOfenChoosesTheProtocolPerBlock)
     plant.Ofen_UDP[2] = TRUE16;
     struct Case { i16 ofen, adr; int kanal; QByteArray frame; };
     const Case cases[] = {
-        {0, 600, 0, Rahmen_Lesen_IP(600, 100)},  {0, 400, 0, Rahmen_Lesen_IP(400, 100)},
-        {1, 100, 1, Rahmen_Lesen_IP(100, 100)},  {1, 300, 8, Rahmen_Lesen_UDP(3300, 100)},
-        {2, 0, 2, Rahmen_Lesen_UDP(0, 100)},     {2, 400, 2, Rahmen_Lesen_UDP(400, 100)},
+        {0, 600, 0, readFrameIp(600, 100)},  {0, 400, 0, readFrameIp(400, 100)},
+        {1, 100, 1, readFrameIp(100, 100)},  {1, 300, 8, readFrameUdp(3300, 100)},
+        {2, 0, 2, readFrameUdp(0, 100)},     {2, 400, 2, readFrameUdp(400, 100)},
     };
     int n = 0;
     for (const Case &c : cases) {
         i16 adr = c.adr;
         FETCH_Ofen(c.ofen, adr, 100);
         EXPECT_EQ(sock[c.kanal]->sent.last(), c.frame) << c.ofen << "/" << c.adr;
-        EXPECT_EQ(Gesendet(), ++n) << c.ofen << "/" << c.adr;
+        EXPECT_EQ(sentCount(), ++n) << c.ofen << "/" << c.adr;
     }
 
     // Retry_IP belongs to Akt_Ofen, not to the argument.
@@ -117,20 +117,20 @@ TEST_F(Rahmen, FetchOfenChoosesTheProtocolPerBlock)
     i16 adr = 500; // never read through this routine
     FETCH_Ofen(4, adr, 100);
     EXPECT_EQ(both(plant.Retry_IP[1], plant.Retry_IP[4]), both(0, 5));
-    EXPECT_EQ(Gesendet(), 6);
+    EXPECT_EQ(sentCount(), 6);
 }
 
-TEST_F(Rahmen, ModbusReadAndWriteNoteFirstAndFailTheirOwnWays)
+TEST_F(Frames, ModbusReadAndWriteNoteFirstAndFailTheirOwnWays)
 {
     FETCH_IP(3, 388, 100);
     EXPECT_EQ(sock[3]->sent.value(0), hex("00 00 00 00 00 06 01 03 01 84 00 64"));
-    EXPECT_EQ(Antworten(), both(TRUE16, FALSE16));
+    EXPECT_EQ(answerFlags(), both(TRUE16, FALSE16));
     plant.SPS_Wort(2, 388) = 101;
     plant.SPS_Wort(2, 389) = 0x0203;
     SEND_IP(2, 388, 2);
     EXPECT_EQ(sock[2]->sent.value(0), hex("00 00 00 00 00 0B 01 10 01 84 00 02 04 00 65 02 03"));
     EXPECT_EQ(plant.IP_Adr[2], -2);
-    EXPECT_EQ(Antworten(), both(FALSE16, TRUE16));
+    EXPECT_EQ(answerFlags(), both(FALSE16, TRUE16));
 
     // A read on a channel still connecting is noted as open, nothing more.
     plant.Lese_Antwort = plant.Schreib_Antwort = 5;
@@ -152,15 +152,15 @@ TEST_F(Rahmen, ModbusReadAndWriteNoteFirstAndFailTheirOwnWays)
     sock[5]->refuseSends = true;
     EXPECT_EQ(FETCH_IP(5, 600, 100), ERR_SOCKET_STATE);
     EXPECT_EQ(both(plant.IP_Adr[5], plant.Lese_Antwort), both(600, TRUE16));
-    EXPECT_EQ(Gesendet(), 2);
+    EXPECT_EQ(sentCount(), 2);
 }
 
-TEST_F(Rahmen, SendBefByModbusRestartsThePollSequenceOnlyAfterASend)
+TEST_F(Frames, SendBefByModbusRestartsThePollSequenceOnlyAfterASend)
 {
     EXPECT_EQ(SEND_BEF(3, 30, 4), 0);
     EXPECT_EQ(sock[2]->sent.value(0), hex("00 00 00 00 00 09 01 10 00 1E 00 01 02 00 04"));
     EXPECT_EQ(plant.IP_Adr[2], -2);
-    EXPECT_EQ(Antworten(), both(FALSE16, TRUE16));
+    EXPECT_EQ(answerFlags(), both(FALSE16, TRUE16));
     EXPECT_EQ((std::vector<int>{plant.Next_Ofen, plant.Next_Phase, plant.SPS_Wort(2, 30)}),
               (std::vector<int>{2, 0, 0}));
 
@@ -178,17 +178,17 @@ TEST_F(Rahmen, SendBefByModbusRestartsThePollSequenceOnlyAfterASend)
     EXPECT_EQ((std::vector<int>{plant.Next_Ofen, plant.Next_Phase, plant.Schreib_Antwort}),
               (std::vector<int>{-1, 4, 5}));
     EXPECT_EQ(SEND_BEF(0, 30, 4), ERR_SUBSCRIPT); // number 0 is no furnace
-    EXPECT_EQ(Gesendet(), 1);
+    EXPECT_EQ(sentCount(), 1);
 }
 
-TEST_F(Rahmen, SendBefByMemoryLink)
+TEST_F(Frames, SendBefByMemoryLink)
 {
     // Mixed TCP furnace number 2: words 300..399 go to the panel on channel 8.
     plant.Server_Akt_IP4 = 20;
     plant.Server_Offset[1] = 3000;
     SEND_BEF(2, 300, 1);
     EXPECT_EQ(sock[8]->sent.value(0), hex("42 00 00 00 00 00 00 08 1B 57 0C E4 00 01 00 01"));
-    EXPECT_EQ(Notiz(8), both(-1, 300));
+    EXPECT_EQ(linkNotes(8), both(-1, 300));
     EXPECT_EQ(both(plant.Next_Ofen, plant.IP_Adr[1]), both(-1, -1));
     SEND_BEF(2, 400, 1); // outside 300..399: Modbus
     EXPECT_EQ(sock[1]->sent.size(), 1);
@@ -199,7 +199,7 @@ TEST_F(Rahmen, SendBefByMemoryLink)
     SEND_BEF(5, 350, -300);
     EXPECT_EQ(sock[4]->sent.value(0), hex("42 00 00 00 00 00 00 08 1B 57 01 5E 00 01 FE D4"));
     EXPECT_EQ(plant.UDP_Write_Adr[4], 350);
-    EXPECT_EQ(Gesendet(), 3);
+    EXPECT_EQ(sentCount(), 3);
 }
 
 } // namespace

@@ -86,7 +86,7 @@ TEST_F(SocketTest, MemoryLinkReadOneDatagramPerArrivalAgainstAPanel)
     FETCH_UDP(0, a, 100);
     FETCH_UDP(0, b, 3);
     ASSERT_TRUE(pumpUntil([&] { return arrivals.size() >= 2; }));
-    EXPECT_EQ(requests.value(0), Rahmen_Lesen_UDP(100, 100));
+    EXPECT_EQ(requests.value(0), readFrameUdp(100, 100));
     const int starts[] = {100, 7};
     const int counts[] = {100, 3};
     for (int k = 0; k < 2; ++k) {
@@ -100,7 +100,7 @@ TEST_F(SocketTest, MemoryLinkReadOneDatagramPerArrivalAgainstAPanel)
 
     s.Close();
     EXPECT_EQ(s.State(), SCK_CLOSED);
-    EXPECT_NO_THROW(s.SendData(Rahmen_Lesen_UDP(0, 1)));
+    EXPECT_NO_THROW(s.SendData(readFrameUdp(0, 1)));
 }
 
 TEST_F(SocketTest, ModbusReadAndWriteAgainstPymodbus)

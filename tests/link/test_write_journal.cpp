@@ -16,31 +16,31 @@ using namespace kal::test;
 
 namespace {
 
-class Journal : public Anlage {
+class Journal : public ScriptedPlant {
 protected:
     QTemporaryDir dir;
 
     void SetUp() override
     {
-        Anlage::SetUp();
+        ScriptedPlant::SetUp();
         ASSERT_TRUE(dir.isValid());
         plant.Pfad[0] = dir.path();
     }
-    QStringList Zeilen()
+    QStringList journalLines()
     {
-        QFile f(Journal_Datei());
+        QFile f(journalFile());
         if (!f.open(QIODevice::ReadOnly))
             return {};
         return QString::fromUtf8(f.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     }
     /// The columns after the time.
-    static QStringList Spalten(const QString &zeile) { return zeile.split(QLatin1Char('\t')).mid(1); }
+    static QStringList columns(const QString &zeile) { return zeile.split(QLatin1Char('\t')).mid(1); }
 };
 
 TEST_F(Journal, LineLayout)
 {
     const QDateTime t(QDate(2026, 3, 4), QTime(5, 6, 7, 89));
-    EXPECT_EQ(Journal_Zeile(t, 2, QStringLiteral("1305-042-SGO "), 300, {1, -1, 0x1A2b}, QStringLiteral("a\tb")),
+    EXPECT_EQ(journalLine(t, 2, QStringLiteral("1305-042-SGO "), 300, {1, -1, 0x1A2b}, QStringLiteral("a\tb")),
               QStringLiteral("2026-03-04 05:06:07.089\t2\t1305-042-SGO\t300\t3\t0001 FFFF 1A2B\ta b"));
 }
 
@@ -57,14 +57,14 @@ TEST_F(Journal, QueuedWritesAndCommandsOneLineEachWithTheirCause)
         plant.SPS_Wort(0, 100 + i) = i16(i + 1);
     plant.Write_Adr[0] = 100;
     plant.Write_Len[0] = 3;
-    Schreib_Anlass(0, QStringLiteral("program \"Anlassen\" -> active program"));
+    nameWriteCause(0, QStringLiteral("program \"Anlassen\" -> active program"));
     int schritt = 0;
-    Verkehr(0, schritt);
+    exchange(0, schritt);
     // The log acknowledgement queued next has no named cause: the address tells it.
     plant.SPS_Wort(0, 90) = 0;
     plant.Write_Adr[0] = 90;
     plant.Write_Len[0] = 1;
-    Verkehr(0, schritt);
+    exchange(0, schritt);
     // Commands by Modbus: acknowledge, the page word, a named cause.
     SEND_BEF(2, word::COMMAND, 4);
     SEND_BEF(2, 388, 103);
@@ -73,17 +73,17 @@ TEST_F(Journal, QueuedWritesAndCommandsOneLineEachWithTheirCause)
     sock[1]->state = SCK_CLOSED;
     SEND_BEF(2, word::COMMAND, 1);
 
-    const QStringList z = Zeilen();
+    const QStringList z = journalLines();
     ASSERT_EQ(z.size(), 5) << qPrintable(z.join('\n'));
     EXPECT_TRUE(QRegularExpression(QStringLiteral("^\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3}\t"))
                     .match(z[0])
                     .hasMatch());
-    EXPECT_EQ(Spalten(z[0]), (QStringList{"1", "1203-017-KHP", "100", "3", "0001 0002 0003",
+    EXPECT_EQ(columns(z[0]), (QStringList{"1", "1203-017-KHP", "100", "3", "0001 0002 0003",
                                           "program \"Anlassen\" -> active program"}));
-    EXPECT_EQ(Spalten(z[1]), (QStringList{"1", "1203-017-KHP", "90", "1", "0000", "log block taken"}));
-    EXPECT_EQ(Spalten(z[2]).mid(2), (QStringList{"30", "1", "0004", "acknowledge"}));
-    EXPECT_EQ(Spalten(z[3]).mid(2), (QStringList{"388", "1", "0067", "page word 103"}));
-    EXPECT_EQ(Spalten(z[4]).mid(2), (QStringList{"58", "1", "0010", "clock step by hand"}));
+    EXPECT_EQ(columns(z[1]), (QStringList{"1", "1203-017-KHP", "90", "1", "0000", "log block taken"}));
+    EXPECT_EQ(columns(z[2]).mid(2), (QStringList{"30", "1", "0004", "acknowledge"}));
+    EXPECT_EQ(columns(z[3]).mid(2), (QStringList{"388", "1", "0067", "page word 103"}));
+    EXPECT_EQ(columns(z[4]).mid(2), (QStringList{"58", "1", "0010", "clock step by hand"}));
     // Each frame that went out is the one journaled.
     EXPECT_EQ(sock[0]->sent.size(), 2);
     EXPECT_EQ(sock[1]->sent.size(), 3);
@@ -96,17 +96,17 @@ TEST_F(Journal, NamedCauseGoesWithItsQueueEvenWhenTheWriteIsLost)
     sock[0]->refuseSends = true;
     plant.Write_Adr[0] = 100;
     plant.Write_Len[0] = 1;
-    Schreib_Anlass(0, QStringLiteral("program"));
+    nameWriteCause(0, QStringLiteral("program"));
     int schritt = 0;
-    EXPECT_THROW(Verkehr(0, schritt), RunError); // the refused Modbus write travels to the cycle
+    EXPECT_THROW(exchange(0, schritt), RunError); // the refused Modbus write travels to the cycle
     sock[0]->refuseSends = false;
     plant.Write_Adr[0] = 58;
     plant.Write_Len[0] = 1;
     plant.SPS_Wort(0, 58) = 32;
-    Verkehr(0, schritt);
-    const QStringList z = Zeilen();
+    exchange(0, schritt);
+    const QStringList z = journalLines();
     ASSERT_EQ(z.size(), 1);
-    EXPECT_EQ(Spalten(z[0]).last(), QStringLiteral("clock step 32"));
+    EXPECT_EQ(columns(z[0]).last(), QStringLiteral("clock step 32"));
 }
 
 TEST_F(Journal, AppendsAcrossRestartsAndWaitsForAWritableFolder)
@@ -119,15 +119,15 @@ TEST_F(Journal, AppendsAcrossRestartsAndWaitsForAWritableFolder)
     Ofen(0, true);
     SEND_BEF(1, word::COMMAND, 2);
     SEND_BEF(1, word::COMMAND, 1);
-    EXPECT_EQ(Zeilen().size(), 0); // the folder is missing: the lines wait
+    EXPECT_EQ(journalLines().size(), 0); // the folder is missing: the lines wait
     plant.Pfad[0] = dir.path();
     SEND_BEF(1, word::COMMAND, 4);
-    const QStringList z = Zeilen();
+    const QStringList z = journalLines();
     ASSERT_EQ(z.size(), 4);
-    EXPECT_EQ(Spalten(z[0]).last(), QStringLiteral("acknowledge"));
-    EXPECT_EQ(Spalten(z[1]).last(), QStringLiteral("program stop"));
-    EXPECT_EQ(Spalten(z[2]).last(), QStringLiteral("program start"));
-    EXPECT_EQ(Spalten(z[3]).last(), QStringLiteral("acknowledge"));
+    EXPECT_EQ(columns(z[0]).last(), QStringLiteral("acknowledge"));
+    EXPECT_EQ(columns(z[1]).last(), QStringLiteral("program stop"));
+    EXPECT_EQ(columns(z[2]).last(), QStringLiteral("program start"));
+    EXPECT_EQ(columns(z[3]).last(), QStringLiteral("acknowledge"));
 }
 
 } // namespace

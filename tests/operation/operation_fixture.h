@@ -43,13 +43,13 @@ protected:
     {
         ASSERT_TRUE(dir.isValid());
         FreshProcess::SetUp();
-        Sprachtext_Fuellen();
+        buildLanguageTable();
         plant.Pfad[0] = dir.path();
-        setJetzt(wallTime(2024, 3, 5, 14, 7, 9));
+        setNow(wallTime(2024, 3, 5, 14, 7, 9));
         sockets = installScriptedSockets();
         // The decoder reaches the message log as the station wires it.
         hooks.MeldEintrag = MeldEintrag;
-        hooks.Alarme_Refresh = Alarme_Config_Neu;
+        hooks.Alarme_Refresh = messageConfigChanged;
     }
 
     QString storePath() const { return QDir(dir.path()).filePath(QStringLiteral("Kalmeron.mld")); }

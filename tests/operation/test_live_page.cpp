@@ -16,9 +16,9 @@ namespace {
 
 class LivePageTest : public OperationTest {
 protected:
-    Seiten_Bild bild;
+    PageImage bild;
 
-    const Seiten_Zeile &zeile(int ofen) const { return bild.Zeile[ofen]; }
+    const PageRow &row(int ofen) const { return bild.Zeile[ofen]; }
 
     /// A plain furnace running segment 3 of its program.
     void runningFurnace(int ofen)
@@ -36,18 +36,18 @@ protected:
         plant.Prog_Ende_Text[ofen] = QStringLiteral("05.03.24 18:30");
     }
 
-    QList<Farbwert> blink(int ofen, int refreshes)
+    QList<ColourValue> blink(int ofen, int refreshes)
     {
-        QList<Farbwert> farben;
+        QList<ColourValue> farben;
         for (int k = 0; k < refreshes; ++k) {
             Seite_Act(bild);
-            farben.append(zeile(ofen).Status_Farbe);
+            farben.append(row(ofen).Status_Farbe);
         }
         return farben;
     }
 };
 
-QString dezimal(const char *zahl)
+QString decimalText(const char *zahl)
 {
     return QString::fromLatin1(zahl).replace(QLatin1Char('.'), QLocale::system().decimalPoint());
 }
@@ -55,35 +55,35 @@ QString dezimal(const char *zahl)
 TEST_F(LivePageTest, SegmentLineByKindAndRemainingTime)
 {
     runningFurnace(0);
-    struct Fall {
+    struct Case {
         int art;
         QString befehl;
         QString sollBef;
     };
-    const Fall faelle[] = {
-        {1, QStringLiteral("3 Rampe  ( 12:05h)"), QStringLiteral("850°C  ") + dezimal("125.5") + QStringLiteral("K/h")},
-        {2, QStringLiteral("3 Haltezeit  ( 12:05h)"), QStringLiteral("850°C  ") + dezimal("125.5") + QStringLiteral("h")},
+    const Case faelle[] = {
+        {1, QStringLiteral("3 Rampe  ( 12:05h)"), QStringLiteral("850°C  ") + decimalText("125.5") + QStringLiteral("K/h")},
+        {2, QStringLiteral("3 Haltezeit  ( 12:05h)"), QStringLiteral("850°C  ") + decimalText("125.5") + QStringLiteral("h")},
         {3, QStringLiteral("3 Manuell"), QStringLiteral("850°C          ")},
         {4, QStringLiteral("3 Laden"), QString()},
         {5, QStringLiteral("3 Aufruf Programm"), QString()},
         {0, QStringLiteral("3 Ende"), QString()},
         {6, QStringLiteral("3 Ende"), QString()},
     };
-    for (const Fall &f : faelle) {
+    for (const Case &f : faelle) {
         plant.SPS_Wort(0, 42) = i16(f.art);
         Seite_Act(bild);
-        EXPECT_EQ(zeile(0).Befehl, f.befehl) << "Art " << f.art;
-        EXPECT_EQ(zeile(0).Soll_Bef, f.sollBef) << "Art " << f.art;
+        EXPECT_EQ(row(0).Befehl, f.befehl) << "Art " << f.art;
+        EXPECT_EQ(row(0).Soll_Bef, f.sollBef) << "Art " << f.art;
     }
     // 812.5 rounds away from zero.
-    EXPECT_EQ(QStringList({zeile(0).Sollwert, zeile(0).Istwert, zeile(0).Stellwert}),
+    EXPECT_EQ(QStringList({row(0).Sollwert, row(0).Istwert, row(0).Stellwert}),
               QStringList({"823 °C", "813 °C", "  05.03.24 18:30"}));
 
     // A segment number pointing outside the image shows no target, no error.
     plant.SPS_Wort(0, 41) = 2000;
     plant.SPS_Wort(0, 42) = 1;
     Seite_Act(bild);
-    EXPECT_EQ(zeile(0).Befehl + zeile(0).Soll_Bef, QStringLiteral("2000 Rampe  ( 12:05h)"));
+    EXPECT_EQ(row(0).Befehl + row(0).Soll_Bef, QStringLiteral("2000 Rampe  ( 12:05h)"));
 
     // The remaining time above 99 hours keeps three digits.
     plant.SPS_Wort(0, 41) = 1;
@@ -92,9 +92,9 @@ TEST_F(LivePageTest, SegmentLineByKindAndRemainingTime)
     plant.Datum_Block0[0] = QStringLiteral("05.03.2024 14:07:09");
     plant.Prog_Neu[0] = -1;
     int schritt = 0;
-    Ofen_Ableiten(0, schritt);
+    deriveFurnace(0, schritt);
     Seite_Act(bild);
-    EXPECT_EQ(zeile(0).Befehl, QStringLiteral("1 Rampe  (123:27h)"));
+    EXPECT_EQ(row(0).Befehl, QStringLiteral("1 Rampe  (123:27h)"));
 }
 
 TEST_F(LivePageTest, StateTextsAndColoursOfAPlainFurnace)
@@ -102,12 +102,12 @@ TEST_F(LivePageTest, StateTextsAndColoursOfAPlainFurnace)
     runningFurnace(1);
     plant.SPS_Wort(1, 16) = 7; // a timed start waits for 7:05
     plant.SPS_Wort(1, 17) = 5;
-    struct Fall {
+    struct Case {
         int w37, w9, basis;
         const char *text;
-        Farbwert farbe;
+        ColourValue farbe;
     };
-    const Fall faelle[] = {
+    const Case faelle[] = {
         {1, 0, 0, "Automatik", Farbe_Aktiv},
         {2, 0, 0, "angehalten", Farbe_Warnung},
         {2, 0, 50, "Manuell", Farbe_Warnung},
@@ -115,49 +115,49 @@ TEST_F(LivePageTest, StateTextsAndColoursOfAPlainFurnace)
         {0, 0, 0, "Aus", Farbe_Normal},
     };
     plant.SPS_Wort(1, 87) = 0x03; // bits 0 and 1 of word 87 are no fault
-    for (const Fall &f : faelle) {
+    for (const Case &f : faelle) {
         plant.SPS_Wort(1, 37) = i16(f.w37);
         plant.SPS_Wort(1, 9) = i16(f.w9);
         plant.Ofen_Basis[1] = i16(f.basis);
         Seite_Act(bild);
-        EXPECT_EQ(zeile(1).Status, QString::fromUtf8(f.text));
-        EXPECT_EQ(zeile(1).Status_Farbe, f.farbe) << f.text;
+        EXPECT_EQ(row(1).Status, QString::fromUtf8(f.text));
+        EXPECT_EQ(row(1).Status_Farbe, f.farbe) << f.text;
     }
     // The table values are blue-green-red; painted as red-green-blue.
-    EXPECT_EQ(Farbe_RGB(Farbe_Stoerung), 0xFFFF8080u);
+    EXPECT_EQ(colourRgb(Farbe_Stoerung), 0xFFFF8080u);
 }
 
 TEST_F(LivePageTest, FaultBlinksAgainstTheStateColourAlsoOnType4)
 {
     runningFurnace(0);
     plant.SPS_Wort(0, 88) = 1;
-    EXPECT_EQ(blink(0, 4), (QList<Farbwert>{Farbe_Stoerung, Farbe_Aktiv, Farbe_Stoerung, Farbe_Aktiv}));
+    EXPECT_EQ(blink(0, 4), (QList<ColourValue>{Farbe_Stoerung, Farbe_Aktiv, Farbe_Stoerung, Farbe_Aktiv}));
     plant.SPS_Wort(0, 88) = 0;
     plant.SPS_Wort(0, 87) = 0x04; // bit 2 of word 87 is a fault below type 4
     QStringList texte;
-    for (int k = 0; k < 2; ++k, texte << zeile(0).Status)
+    for (int k = 0; k < 2; ++k, texte << row(0).Status)
         Seite_Act(bild);
     EXPECT_EQ(texte, QStringList({"Fehler", "Automatik"}));
 
     // Enabled but not connected: red and button face in turn; disabled: Offline.
     plant.Ofen_Aktiv[3] = -1;
-    EXPECT_EQ(blink(3, 3), (QList<Farbwert>{Farbe_Stoerung, Farbe_Normal, Farbe_Stoerung}));
-    EXPECT_EQ(zeile(3).Status, QStringLiteral("Connect"));
-    EXPECT_EQ(blink(4, 2), (QList<Farbwert>{Farbe_Normal, Farbe_Normal}));
-    EXPECT_EQ(zeile(4).Status, QStringLiteral("Offline"));
+    EXPECT_EQ(blink(3, 3), (QList<ColourValue>{Farbe_Stoerung, Farbe_Normal, Farbe_Stoerung}));
+    EXPECT_EQ(row(3).Status, QStringLiteral("Connect"));
+    EXPECT_EQ(blink(4, 2), (QList<ColourValue>{Farbe_Normal, Farbe_Normal}));
+    EXPECT_EQ(row(4).Status, QStringLiteral("Offline"));
 
     // A type 4 furnace shows only its status colour; any bit of word 87 is a
     // fault from type 4 on.
     runningFurnace(2);
     plant.Ofen_Typ[3] = 4;
     Seite_Act(bild);
-    EXPECT_EQ(zeile(2).Status_Farbe, Farbe_Aktiv);
-    EXPECT_EQ(zeile(2).Status + zeile(2).Sollwert + zeile(2).Istwert + zeile(2).Befehl + zeile(2).Soll_Bef +
-                  zeile(2).Stellwert,
+    EXPECT_EQ(row(2).Status_Farbe, Farbe_Aktiv);
+    EXPECT_EQ(row(2).Status + row(2).Sollwert + row(2).Istwert + row(2).Befehl + row(2).Soll_Bef +
+                  row(2).Stellwert,
               QString());
     plant.SPS_Wort(2, 87) = 0x01;
-    EXPECT_EQ(blink(2, 3), (QList<Farbwert>{Farbe_Stoerung, Farbe_Aktiv, Farbe_Stoerung}));
-    EXPECT_EQ(zeile(2).Status, QStringLiteral("Fehler"));
+    EXPECT_EQ(blink(2, 3), (QList<ColourValue>{Farbe_Stoerung, Farbe_Aktiv, Farbe_Stoerung}));
+    EXPECT_EQ(row(2).Status, QStringLiteral("Fehler"));
 }
 
 TEST_F(LivePageTest, TransportLayoutKeepsSegmentAndKind)
@@ -167,14 +167,14 @@ TEST_F(LivePageTest, TransportLayoutKeepsSegmentAndKind)
     plant.SPS_Wort(5, 42) = 3;
     plant.SPS_Wort(5, 123) = 640;
     Seite_Act(bild);
-    EXPECT_EQ(zeile(5).Befehl, QStringLiteral("4 Manuell"));
+    EXPECT_EQ(row(5).Befehl, QStringLiteral("4 Manuell"));
 
     plant.Ofen_Basis[5] = 50;
     plant.SPS_Wort(5, 41) = 9;
     plant.SPS_Wort(5, 42) = 1;
     Seite_Act(bild);
-    EXPECT_EQ(zeile(5).Befehl, QStringLiteral("4 Manuell"));
-    EXPECT_EQ(zeile(5).Soll_Bef, QStringLiteral("640°C          "));
+    EXPECT_EQ(row(5).Befehl, QStringLiteral("4 Manuell"));
+    EXPECT_EQ(row(5).Soll_Bef, QStringLiteral("640°C          "));
 }
 
 TEST_F(LivePageTest, FurnaceButtonsAndTheFurnaceOnView)
@@ -182,28 +182,28 @@ TEST_F(LivePageTest, FurnaceButtonsAndTheFurnaceOnView)
     runningFurnace(1);
     plant.Ofen_Basis[1] = 50;
     plant.Datum_Block0[1] = QStringLiteral("05.03.2024 14:07:09");
-    Block0_Zeit_Setzen(1);
+    updateBlock0Time(1);
     plant.TempLog_Laeuft[1] = -1;
     plant.Ofen_Bezeichnung[6] = QStringLiteral("Haube");
     Seite_Act(bild);
-    EXPECT_EQ(zeile(1).OfenSelect, QStringLiteral("2: Kammer 2        \n05.03.24 14:07  CSV"));
-    EXPECT_EQ(zeile(6).OfenSelect, QStringLiteral("7: Haube           "));
+    EXPECT_EQ(row(1).OfenSelect, QStringLiteral("2: Kammer 2        \n05.03.24 14:07  CSV"));
+    EXPECT_EQ(row(6).OfenSelect, QStringLiteral("7: Haube           "));
 
-    EXPECT_FALSE(Seite_Ofen_Klick(bild, 6)); // offline: selects nothing
+    EXPECT_FALSE(furnaceRowClicked(bild, 6)); // offline: selects nothing
     EXPECT_EQ(both(plant.Seite_Ofen, plant.Seite_Klick), both(0, 6));
-    EXPECT_TRUE(Seite_Ofen_Klick(bild, 1));
+    EXPECT_TRUE(furnaceRowClicked(bild, 1));
     EXPECT_EQ(both(plant.Seite_Ofen, plant.Seite_Index), both(2, 1));
-    EXPECT_EQ(zeile(1).OfenSelect_Tipp, QStringLiteral("Kammer            2403-017-GKD"));
-    EXPECT_TRUE(zeile(1).Markiert);
-    EXPECT_EQ(bild.Detail, Seiten_Detail::Transport);
+    EXPECT_EQ(row(1).OfenSelect_Tipp, QStringLiteral("Kammer            2403-017-GKD"));
+    EXPECT_TRUE(row(1).Markiert);
+    EXPECT_EQ(bild.Detail, PageDetailKind::Transport);
     EXPECT_EQ(scr.elemente, 2);
 
     // The furnace on view is lost: the page shows no detail and no mark.
     bild.Label2 = QStringLiteral("x");
     plant.Seite_Ofen = 0;
     Seite_Act(bild);
-    EXPECT_EQ(bild.Detail, Seiten_Detail::Keine);
-    EXPECT_FALSE(zeile(1).Markiert || bild.Taste_Aktiv || !bild.Label2.isEmpty());
+    EXPECT_EQ(bild.Detail, PageDetailKind::Keine);
+    EXPECT_FALSE(row(1).Markiert || bild.Taste_Aktiv || !bild.Label2.isEmpty());
 }
 
 TEST_F(LivePageTest, RefreshWaitsThreeCountsAfterEachRefresh)
@@ -211,8 +211,8 @@ TEST_F(LivePageTest, RefreshWaitsThreeCountsAfterEachRefresh)
     plant.Ofen_Aktiv[0] = -1; // blinks once per refresh
     QList<bool> gelaufen;
     for (int tick = 0; tick < 8; ++tick) {
-        gelaufen.append(Seite_Takt());
-        Seite_Warten_Zaehlen();
+        gelaufen.append(pageTick());
+        countPageWait();
     }
     EXPECT_EQ(gelaufen, (QList<bool>{true, false, false, true, false, false, true, false}));
     EXPECT_EQ(Seite.Zeile[0].Status_Farbe, Farbe_Stoerung); // three refreshes: red, face, red

@@ -42,17 +42,17 @@ TEST_F(MessageStoreTest, ComeAndGoWriteTheirBytesAndKeepTheReservedFields)
     const QByteArray seeded = text + hex("00 11223344 55 66778899 000000000000 000000000000");
     ASSERT_EQ(seeded.size(), 62);
     writeRaw(QByteArray(102 * 62, '\0') + seeded);
-    ASSERT_TRUE(Meld_Datei_Oeffnen());
+    ASSERT_TRUE(openMessageStore());
 
-    setJetzt(wallTime(2024, 3, 5, 14, 7, 9));
+    setNow(wallTime(2024, 3, 5, 14, 7, 9));
     MeldEintrag(1, 3);
     EXPECT_EQ(recordBytes(103), text + hex("01 11223344 55 66778899 050318 0E0709 000000000000"));
 
-    setJetzt(wallTime(2024, 3, 5, 16, 30, 59));
+    setNow(wallTime(2024, 3, 5, 16, 30, 59));
     MeldEintrag(1, -3);
     EXPECT_EQ(recordBytes(103), text + hex("00 11223344 55 66778899 050318 0E0709 050318 101E3B"));
     MeldEintrag(1, -3); // a go of a gone message leaves the file alone
-    EXPECT_EQ(Meld_Datei_Zugriffe().schreiben, 2);
+    EXPECT_EQ(messageStoreAccesses().schreiben, 2);
     EXPECT_EQ(storeBytes().size(), 103 * 62);
 
     MeldEintrag(2, 1); // record 201: the gap before it reads as zeros
@@ -62,24 +62,24 @@ TEST_F(MessageStoreTest, ComeAndGoWriteTheirBytesAndKeepTheReservedFields)
 
 TEST_F(MessageStoreTest, ScanReportsLowerBitFirstAndBit15AsMask8000)
 {
-    ASSERT_TRUE(Meld_Datei_Oeffnen());
+    ASSERT_TRUE(openMessageStore());
     scan(4, 0x8005); // messages 17, 19 and 32 come in one frame
     EXPECT_EQ(reported, (QList<int>{17, 19, 32}));
     for (int n : {17, 19, 32})
-        EXPECT_EQ(Meld_Lesen(Meld_Satz_Nr(4, n)).Aktiv, 1) << n;
+        EXPECT_EQ(readMessage(messageRecordNumber(4, n)).Aktiv, 1) << n;
     EXPECT_EQ(plant.Meld_Letzt(4, 1), i16(0x8005));
 
     // The same words again cost no file access.
-    const Meld_Zugriffe vorher = Meld_Datei_Zugriffe();
+    const StoreAccesses vorher = messageStoreAccesses();
     reported.clear();
     scan(4, 0x8005);
     EXPECT_TRUE(reported.isEmpty());
-    EXPECT_EQ(Meld_Datei_Zugriffe().lesen + Meld_Datei_Zugriffe().schreiben, vorher.lesen + vorher.schreiben);
+    EXPECT_EQ(messageStoreAccesses().lesen + messageStoreAccesses().schreiben, vorher.lesen + vorher.schreiben);
 
     scan(4, 0x8000);
     scan(4, 0);
     EXPECT_EQ(reported, (QList<int>{-17, -19, -32}));
-    EXPECT_EQ(Meld_Lesen(Meld_Satz_Nr(4, 32)).Aktiv, 0);
+    EXPECT_EQ(readMessage(messageRecordNumber(4, 32)).Aktiv, 0);
 }
 
 TEST_F(MessageStoreTest, RestartWithActiveMessagesComesNotAgainButGoesAtFirstScan)
@@ -94,18 +94,18 @@ TEST_F(MessageStoreTest, RestartWithActiveMessagesComesNotAgainButGoesAtFirstSca
     seed(16, "01 00000000 00 00000000 010218 080100 000000000000");
     seed(17, "01 00000000 00 00000000 010218 080200 000000000000");
     writeRaw(file);
-    ASSERT_TRUE(Meld_Datei_Oeffnen());
-    Meld_Texte_Laden();
+    ASSERT_TRUE(openMessageStore());
+    loadMessageTexts();
     EXPECT_EQ(plant.Meld_Letzt(0, 0), i16(0x8002));
     EXPECT_EQ(plant.Meld_Letzt(0, 1), 0x0001);
 
     // The PLC still has messages 2 and 16, message 17 ended while the station was away.
     const QByteArray rec2 = recordBytes(2);
-    const Meld_Zugriffe vorher = Meld_Datei_Zugriffe();
+    const StoreAccesses vorher = messageStoreAccesses();
     plant.SPS_Wort(0, 87) = i16(0x8002);
     scan(0, 0);
     EXPECT_EQ(reported, (QList<int>{-17}));
-    EXPECT_EQ(both(Meld_Datei_Zugriffe().lesen - vorher.lesen, Meld_Datei_Zugriffe().schreiben - vorher.schreiben),
+    EXPECT_EQ(both(messageStoreAccesses().lesen - vorher.lesen, messageStoreAccesses().schreiben - vorher.schreiben),
               both(1, 1));
     EXPECT_EQ(recordBytes(2), rec2);
     EXPECT_EQ(recordBytes(17).mid(40, 1), hex("00"));
@@ -114,16 +114,16 @@ TEST_F(MessageStoreTest, RestartWithActiveMessagesComesNotAgainButGoesAtFirstSca
 
 TEST_F(MessageStoreTest, TextsAreWrittenOnlyWhenTheyDifferAndReadBackAtStart)
 {
-    ASSERT_TRUE(Meld_Datei_Oeffnen());
+    ASSERT_TRUE(openMessageStore());
     MeldEintrag(6, 5);
     const QByteArray status = recordBytes(605).mid(40);
 
     MeldText_Sichern(6, 5, QStringLiteral("  Tür geöffnet  "));
     EXPECT_EQ(recordBytes(605).left(40), hex("54 FC 72 20 67 65 F6 66 66 6E 65 74") + QByteArray(28, ' '));
     EXPECT_EQ(recordBytes(605).mid(40), status);
-    const Meld_Zugriffe vorher = Meld_Datei_Zugriffe();
+    const StoreAccesses vorher = messageStoreAccesses();
     MeldText_Sichern(6, 5, QStringLiteral("Tür geöffnet"));
-    EXPECT_EQ(Meld_Datei_Zugriffe().schreiben, vorher.schreiben);
+    EXPECT_EQ(messageStoreAccesses().schreiben, vorher.schreiben);
 
     // A text longer than 22 characters is stored whole and cut when loaded.
     MeldText_Sichern(6, 48, QStringLiteral("Drehzahl Kammerkuehlung zu gering"));
@@ -135,11 +135,11 @@ TEST_F(MessageStoreTest, TextsAreWrittenOnlyWhenTheyDifferAndReadBackAtStart)
     EXPECT_EQ(recordBytes(697).left(40), QByteArray("Kammer  Argon   Spur 3  Spur 4 l        "));
     EXPECT_EQ(recordBytes(698).left(40), QByteArray("Anlage Nord     Linie 2                 "));
 
-    Meld_Datei_Schliessen();
+    closeMessageStore();
     resetPlant();
     plant.Pfad[0] = dir.path();
-    ASSERT_TRUE(Meld_Datei_Oeffnen());
-    Meld_Texte_Laden();
+    ASSERT_TRUE(openMessageStore());
+    loadMessageTexts();
     EXPECT_EQ(plant.Meld_Text(6, 4), QStringLiteral("Tür geöffnet"));
     EXPECT_EQ(plant.Meld_Text(6, 47), QStringLiteral("Drehzahl Kammerkuehlun"));
     EXPECT_EQ(plant.Meld_Text(6, 0), QString()); // never written

@@ -30,7 +30,7 @@ protected:
         OperationTest::SetUp();
         for (int n = 1; n <= 48; ++n)
             texte << plcText(n);
-        ASSERT_TRUE(Meld_Datei_Oeffnen());
+        ASSERT_TRUE(openMessageStore());
     }
 
     /// A furnace with a version word and its identity block at `basis`.
@@ -38,7 +38,7 @@ protected:
     {
         const i16 typ = static_cast<i16>(0x8000 | basis);
         plant.Ofen_Typ[NR] = typ;
-        Ofen_Layout(F, typ);
+        setFurnaceLayout(F, typ);
         plant.Ofen_UDP[F] = udp ? TRUE16 : FALSE16;
         plant.Ofen_Aktiv[F] = plant.Ofen_Online[F] = TRUE16;
         sockets[F]->state = SCK_CONNECTED;
@@ -48,7 +48,7 @@ protected:
 
     void putText(int adr, int worte, const QString &text)
     {
-        const QByteArray b = Latin1Bytes(Fest(text, 2 * worte));
+        const QByteArray b = Latin1Bytes(fixedWidth(text, 2 * worte));
         for (int i = 0; i < worte; ++i)
             plant.SPS_Wort(F, adr + i) = i16(uint8_t(b[2 * i]) | uint8_t(b[2 * i + 1]) << 8);
     }
@@ -155,14 +155,14 @@ TEST_F(TextLoadTest, UnchangedTextsCauseNoWriteToTheStore)
     furnace(100, true);
     load();
     const QByteArray vorher = storeBytes();
-    const auto zugriffe = Meld_Datei_Zugriffe().schreiben;
+    const auto zugriffe = messageStoreAccesses().schreiben;
     load();
-    EXPECT_EQ(Meld_Datei_Zugriffe().schreiben, zugriffe);
+    EXPECT_EQ(messageStoreAccesses().schreiben, zugriffe);
     EXPECT_EQ(storeBytes(), vorher);
 
     texte[6] = QStringLiteral("Kühlwasser fehlt");
     load();
-    EXPECT_EQ(Meld_Datei_Zugriffe().schreiben, zugriffe + 1) << "one changed text, one record written";
+    EXPECT_EQ(messageStoreAccesses().schreiben, zugriffe + 1) << "one changed text, one record written";
     EXPECT_EQ(storedText(7), QStringLiteral("Kühlwasser fehlt"));
 }
 
@@ -217,20 +217,20 @@ TEST_F(TextLoadTest, ComingOnlineStartsTheLoadOnlyWhereNoneIsCut)
     plant.Ofen_Online[F] = 0;
     plant.Meld_Seite[F] = -1; // as at start-up
     int schritt = 0;
-    EXPECT_TRUE(Verbindung_Pruefen(F, QStringLiteral("P:3"), schritt));
+    EXPECT_TRUE(checkConnection(F, QStringLiteral("P:3"), schritt));
     EXPECT_EQ(plant.Meld_Seite[F], TEXT_LOAD_START);
 
     // Cut at counter 7 by a lost link: back online, it goes on from there.
     plant.Meld_Seite[F] = 7;
     sockets[F]->state = SCK_CLOSED;
     sockets[F]->stateAfterConnect = SCK_CLOSED;
-    Zyklus_Uhr &uhr = Zyklus_Uhr_Aktiv();
+    CycleClock &uhr = cycleClock();
     double t = 0;
     uhr.Sekunden = [&t] { return t; };
     uhr.Nachgeben = [&t] { t += 1; };
-    EXPECT_FALSE(Verbindung_Pruefen(F, QStringLiteral("P:3"), schritt));
+    EXPECT_FALSE(checkConnection(F, QStringLiteral("P:3"), schritt));
     sockets[F]->state = SCK_CONNECTED;
-    EXPECT_TRUE(Verbindung_Pruefen(F, QStringLiteral("P:3"), schritt));
+    EXPECT_TRUE(checkConnection(F, QStringLiteral("P:3"), schritt));
     EXPECT_EQ(plant.Meld_Seite[F], 7);
 
     // A plain furnace has no text pages.
@@ -238,6 +238,6 @@ TEST_F(TextLoadTest, ComingOnlineStartsTheLoadOnlyWhereNoneIsCut)
     plant.Ofen_Online[1] = 0;
     sockets[1]->state = SCK_CONNECTED;
     plant.Meld_Seite[1] = -1;
-    EXPECT_TRUE(Verbindung_Pruefen(1, QStringLiteral("P:2"), schritt));
+    EXPECT_TRUE(checkConnection(1, QStringLiteral("P:2"), schritt));
     EXPECT_EQ(plant.Meld_Seite[1], -1);
 }

@@ -15,7 +15,7 @@
 
 namespace kal::test {
 
-class ProgrammeTest : public FreshProcess {
+class ProgramsTest : public FreshProcess {
 protected:
     QTemporaryDir dir;
     const QDateTime jetzt = QDateTime(QDate(2026, 11, 23), QTime(9, 15, 42), Qt::UTC);
@@ -27,13 +27,13 @@ protected:
         plant.Pfad[0] = dir.path();
         plant.Prog_Ordner = dir.filePath(QStringLiteral("Programme"));
         QDir().mkpath(plant.Prog_Ordner);
-        Sprachtext_Fuellen();
+        buildLanguageTable();
         Sprachumschalt();
-        setJetzt(jetzt);
+        setNow(jetzt);
     }
     void TearDown() override
     {
-        setJetzt(QDateTime());
+        setNow(QDateTime());
         FreshProcess::TearDown();
     }
 
@@ -42,19 +42,19 @@ protected:
     void Ofen(int n, i16 typ, int option = 0, const QString &art = QString())
     {
         plant.Ofen_Typ[n] = typ;
-        Ofen_Layout(n - 1, typ);
+        setFurnaceLayout(n - 1, typ);
         plant.Ofen_Version[n - 1] = QString(QChar(option & 0xFF)) + QChar((option >> 8) & 0xFF);
         plant.Ofen_Name[n - 1] = QStringLiteral("Ofen %1").arg(n);
         plant.Datei_Art[n] = art.isEmpty() ? (typ < 0 ? QStringLiteral("ADD %1").arg(n) : QStringLiteral("DEN0%1").arg(n)) : art;
-        Prog_Ofen_Setzen(n);
+        setProgramFurnace(n);
     }
 
     /// Segment k of the working copy.
-    Prog_Segment &S(int k) { return prog.Prog.Segment[size_t(k)]; }
+    ProgramSegment &S(int k) { return prog.Prog.Segment[size_t(k)]; }
     void Seg(int k, int befehl, int soll, int halte = 0, int grad = 0, int maxOut = 100, int ausgang = 0,
              int zuluft = 0, int analog = 0)
     {
-        Prog_Segment &s = S(k);
+        ProgramSegment &s = S(k);
         s.Befehl = u8(befehl);
         s.Sollwert = i16(soll);
         s.Haltezeit = i16(halte);
@@ -65,7 +65,7 @@ protected:
         s.Analog = i16(analog);
     }
 
-    QByteArray Datei_Bytes(const QString &name) { return readFile(name); }
+    QByteArray fileBytes(const QString &name) { return readFile(name); }
     /// Record r (from 1) of a program file's bytes.
     static QByteArray Satz(const QByteArray &b, int r) { return b.mid((r - 1) * 19, 19); }
 };

@@ -14,20 +14,20 @@ using namespace kal::test;
 
 namespace {
 
-class Editor : public ProgrammeTest {
+class Editor : public ProgramsTest {
 protected:
     void SetUp() override
     {
-        ProgrammeTest::SetUp();
+        ProgramsTest::SetUp();
         Ofen(1, 3, OPT_MANUELL | OPT_ZYKLUS);
         plant.Ofen_Bezeichnung[0] = QStringLiteral("Kammerofen");
         ASSERT_TRUE(Prog_Neu());
-        ASSERT_TRUE(Editor_Oeffnen(1, 5));
+        ASSERT_TRUE(openEditor(1, 5));
     }
-    QList<int> Befehle(int zeile)
+    QList<int> commandValues(int zeile)
     {
         QList<int> l;
-        for (const Befehl_Eintrag &e : Befehl_Liste(zeile))
+        for (const CommandEntry &e : commandList(zeile))
             l << e.befehl;
         return l;
     }
@@ -59,7 +59,7 @@ TEST_F(Editor, TypedValuesAreTakenWithinTheirLimits)
         {1, AnalogFormat, "5000", [&] { return S(1).Analog; }, 2047},
     };
     for (const auto &f : faelle) {
-        S(1) = Segment_Neu();
+        S(1) = newSegment();
         S(1).Befehl = u8(f.befehl);
         prog.Prog_Geaendert = 0;
         f.feld(1, f.text);
@@ -69,7 +69,7 @@ TEST_F(Editor, TypedValuesAreTakenWithinTheirLimits)
     // What the field shows again: 1000 typed in a ramp reads 999.9.
     S(1).Befehl = 1;
     GradientFormat(1, QStringLiteral("1000"));
-    EXPECT_EQ(Segment_Texte(1).Gradient, QStringLiteral("999.9"));
+    EXPECT_EQ(segmentTexts(1).Gradient, QStringLiteral("999.9"));
     // A cycle at segment 7 may aim at 1..6; the version word 1 allows 400 of air.
     S(6).Befehl = 5;
     SollwertFormat(6, QStringLiteral("9"));
@@ -78,44 +78,44 @@ TEST_F(Editor, TypedValuesAreTakenWithinTheirLimits)
     ZuluftFormat(1, QStringLiteral("999"));
     EXPECT_EQ(S(1).Zuluft, 400);
     // A ramp or hold chosen on an empty segment starts at 0.1.
-    S(9) = Segment_Neu();
-    Befehl_Waehlen(9, 1);
+    S(9) = newSegment();
+    chooseCommand(9, 1);
     EXPECT_EQ(S(9).Gradient, 1);
-    Befehl_Waehlen(9, 2);
+    chooseCommand(9, 2);
     EXPECT_EQ(S(9).Haltezeit, 1);
 }
 
 TEST_F(Editor, CommandListByMaskAndRow)
 {
-    EXPECT_EQ(Befehle(0), (QList<int>{0, 1, 2, 3})); // no cycle in the table's first row
-    EXPECT_EQ(Befehle(1), (QList<int>{0, 1, 2, 3, 5}));
+    EXPECT_EQ(commandValues(0), (QList<int>{0, 1, 2, 3})); // no cycle in the table's first row
+    EXPECT_EQ(commandValues(1), (QList<int>{0, 1, 2, 3, 5}));
     prog.Erste_Zeile = 1;
-    EXPECT_EQ(Befehle(0), (QList<int>{0, 1, 2, 3, 5}));
+    EXPECT_EQ(commandValues(0), (QList<int>{0, 1, 2, 3, 5}));
     Ofen(1, 3, 0);
-    EXPECT_EQ(Befehle(3), (QList<int>{0, 1, 2})); // "Sprung" is never offered
-    EXPECT_EQ(Befehl_Liste(3).value(1).text, QStringLiteral("Rampe"));
+    EXPECT_EQ(commandValues(3), (QList<int>{0, 1, 2})); // "Sprung" is never offered
+    EXPECT_EQ(commandList(3).value(1).text, QStringLiteral("Rampe"));
 }
 
 TEST_F(Editor, ArrangementPerCommand)
 {
-    struct Fall {
+    struct Case {
         int befehl;
         QString einh, grad;
-        Feld_Zustand soll;
+        FieldState soll;
         bool gradient, maxOut;
         QString leer;
     };
-    const Fall faelle[] = {
-        {1, "°C", "K/h", Feld_Zustand::Offen, true, false, "0.1"},
-        {2, "°C", "h", Feld_Zustand::Gesperrt, true, false, "0.1"},
-        {3, "°C", "%", Feld_Zustand::Offen, true, false, "1"},
-        {4, "°C", "", Feld_Zustand::Offen, false, true, ""},
-        {5, "Ziel", "Anzahl", Feld_Zustand::Offen, true, false, ""},
-        {0, "", "", Feld_Zustand::Verborgen, false, false, ""},
+    const Case faelle[] = {
+        {1, "°C", "K/h", FieldState::Offen, true, false, "0.1"},
+        {2, "°C", "h", FieldState::Gesperrt, true, false, "0.1"},
+        {3, "°C", "%", FieldState::Offen, true, false, "1"},
+        {4, "°C", "", FieldState::Offen, false, true, ""},
+        {5, "Ziel", "Anzahl", FieldState::Offen, true, false, ""},
+        {0, "", "", FieldState::Verborgen, false, false, ""},
     };
-    for (const Fall &f : faelle) {
+    for (const Case &f : faelle) {
         S(2).Befehl = u8(f.befehl);
-        const Zeilen_Anordnung a = Segment_Anordnung(2);
+        const RowLayout a = segmentLayout(2);
         EXPECT_EQ(a.Soll_Einh, f.einh) << f.befehl;
         EXPECT_EQ(a.Grad_Einheit, f.grad) << f.befehl;
         EXPECT_EQ(a.Sollwert, f.soll) << f.befehl;
@@ -124,12 +124,12 @@ TEST_F(Editor, ArrangementPerCommand)
         EXPECT_EQ(a.Gradient_Leer, f.leer) << f.befehl;
     }
     S(2).Befehl = 1;
-    EXPECT_EQ(Segment_Anordnung(2).Soll_Hinweis, QStringLiteral(" 0 -1720"));
+    EXPECT_EQ(segmentLayout(2).Soll_Hinweis, QStringLiteral(" 0 -1720"));
     S(2).Befehl = 5;
-    EXPECT_EQ(Segment_Anordnung(2).Soll_Hinweis, QStringLiteral(" 1 -2"));
+    EXPECT_EQ(segmentLayout(2).Soll_Hinweis, QStringLiteral(" 1 -2"));
     Ofen(1, i16(0x9000 | 50)); // long names: a ramp shows its output limit
     S(2).Befehl = 1;
-    EXPECT_TRUE(Segment_Anordnung(2).MaxOUT);
+    EXPECT_TRUE(segmentLayout(2).MaxOUT);
 }
 
 TEST_F(Editor, HoldInheritsItsPredecessorAndTheFootTotal)
@@ -141,13 +141,13 @@ TEST_F(Editor, HoldInheritsItsPredecessorAndTheFootTotal)
     Seg(4, 4, -50, 0, 0, 70);    // a negative set value becomes 0
     Seg(5, 1, 300, 0, 0);        // rate 0 counts nothing
     Seg(7, 2, 0, 100);           // behind the end: not counted
-    Sollwert_Durchlauf();
+    fillSetpoints();
     EXPECT_EQ(S(0).Sollwert, 0);
     EXPECT_EQ(S(2).Sollwert, 850);
     EXPECT_EQ(S(4).Sollwert, 0);
-    EXPECT_EQ(Prog_Dauer_Minuten(prog.Prog), 855); // 14.25 h
-    EXPECT_EQ(Dauer_Text(855, QStringLiteral("###0")), QStringLiteral("14:15 h"));
-    EXPECT_EQ(Dauer_Text(5, QStringLiteral("#####0")), QStringLiteral("0:05 h"));
+    EXPECT_EQ(programMinutes(prog.Prog), 855); // 14.25 h
+    EXPECT_EQ(durationText(855, QStringLiteral("###0")), QStringLiteral("14:15 h"));
+    EXPECT_EQ(durationText(5, QStringLiteral("#####0")), QStringLiteral("0:05 h"));
 }
 
 TEST_F(Editor, ButtonCaptionsAndWhatTheyDo)
@@ -172,79 +172,79 @@ TEST_F(Editor, ButtonCaptionsAndWhatTheyDo)
     prog.Prog_Aus_Puffer = 0;
     Seg(0, 1, 700, 0, 500);
     prog.Prog_Geaendert = TRUE16;
-    EXPECT_EQ(Taste_Druck(6, QStringLiteral("speichern"), QStringLiteral("Anlassen mit langem Namen")),
-              Tasten_Folge::Gesichert);
+    EXPECT_EQ(editorKey(6, QStringLiteral("speichern"), QStringLiteral("Anlassen mit langem Namen")),
+              KeyEffect::Gesichert);
     EXPECT_FALSE(prog.Prog_Geaendert);
-    EXPECT_EQ(Prog_Liste(prog.Prog_Datei, 16).value(0).name, QStringLiteral("Anlassen mit lan"));
+    EXPECT_EQ(programList(prog.Prog_Datei, 16).value(0).name, QStringLiteral("Anlassen mit lan"));
     // Place 2: the name in the working copy, the block queued at 300.
-    EXPECT_EQ(Taste_Druck(1, t[1], QStringLiteral("Kurz")), Tasten_Folge::Gesendet);
+    EXPECT_EQ(editorKey(1, t[1], QStringLiteral("Kurz")), KeyEffect::Gesendet);
     EXPECT_EQ(prog.Prog.Prog_Name, QStringLiteral("Kurz            "));
     EXPECT_EQ(both(plant.Write_Adr[0], plant.SPS_Wort(0, 388)), both(300, 2));
-    EXPECT_EQ(Taste_Druck(6, laden, QStringLiteral("Kurz")), Tasten_Folge::Nichts); // still pending
-    EXPECT_EQ(Taste_Druck(3, QString(), QStringLiteral("Kurz")), Tasten_Folge::Nichts);
+    EXPECT_EQ(editorKey(6, laden, QStringLiteral("Kurz")), KeyEffect::Nichts); // still pending
+    EXPECT_EQ(editorKey(3, QString(), QStringLiteral("Kurz")), KeyEffect::Nichts);
 }
 
 TEST_F(Editor, OpeningAndTheQuestionOnClosing)
 {
     prog.Prog.Prog_Name = QStringLiteral("Alt\tname");
     Prog_Sichern(prog.Prog_Datei, 5);
-    ASSERT_TRUE(Editor_Oeffnen(1, 0)); // 0 opens program 1
+    ASSERT_TRUE(openEditor(1, 0)); // 0 opens program 1
     EXPECT_EQ(prog.Prog_Nr, 1);
-    ASSERT_TRUE(Editor_Oeffnen(1, 5));
+    ASSERT_TRUE(openEditor(1, 5));
     EXPECT_EQ(prog.Prog.Prog_Name, QStringLiteral("Alt name"));
-    EXPECT_EQ(Editor_Titel(), QStringLiteral("[1]  Kammerofen"));
-    EXPECT_EQ(Schliessen_Frage(),
+    EXPECT_EQ(editorTitle(), QStringLiteral("[1]  Kammerofen"));
+    EXPECT_EQ(closeQuestion(),
               QStringLiteral("Kammerofen, Programm Nr.5\ngeändert !\nProgramm speichern? "));
-    EXPECT_FALSE(Editor_Oeffnen(0, 5));
+    EXPECT_FALSE(openEditor(0, 5));
     // An unreadable file opens an empty program, not the one before.
     QFile::remove(prog.Prog_Datei);
-    ASSERT_TRUE(Editor_Oeffnen(1, 5));
+    ASSERT_TRUE(openEditor(1, 5));
     EXPECT_EQ(prog.Prog.Prog_Name, QString());
     EXPECT_EQ(prog.Prog.Datum, jetzt);
-    EXPECT_EQ(Ausgang_Text(true, false), QStringLiteral("-1-"));
-    EXPECT_EQ(Ausgang_Text(false, true), QStringLiteral("-N2-"));
-    Ausgang_Klick(3, 2);
-    Ausgang_Klick(3, 0);
+    EXPECT_EQ(outputCaption(true, false), QStringLiteral("-1-"));
+    EXPECT_EQ(outputCaption(false, true), QStringLiteral("-N2-"));
+    toggleOutput(3, 2);
+    toggleOutput(3, 0);
     EXPECT_EQ(S(3).Ausgang, 0b0101);
 }
 
-class Auswahl : public ProgrammeTest {};
+class EditorChoice : public ProgramsTest {};
 
-TEST_F(Auswahl, FreshFileEmptyListNumbersAndDelete)
+TEST_F(EditorChoice, FreshFileEmptyListNumbersAndDelete)
 {
     Ofen(2, 3);
     plant.Ofen_Aktiv[1] = TRUE16;
     plant.Ofen_Nr_Prog[1] = 2;
     plant.Ofen_Name[1] = QStringLiteral("Glühofen");
-    const QList<Wahl_Ofen> oefen = Wahl_Oefen();
+    const QList<FurnaceChoice> oefen = choiceFurnaces();
     ASSERT_EQ(oefen.size(), 1);
     EXPECT_EQ(oefen[0].text, QStringLiteral("2: Glühofen"));
-    EXPECT_EQ(Wahl_Ofen_Nr(oefen[0].daten), 2);
-    EXPECT_EQ(Wahl_Ofen_Nr(23), 3);
+    EXPECT_EQ(choiceFurnaceNumber(oefen[0].daten), 2);
+    EXPECT_EQ(choiceFurnaceNumber(23), 3);
 
-    EXPECT_TRUE(Wahl_Liste(2).isEmpty()); // the file is made on the way
+    EXPECT_TRUE(selectionList(2).isEmpty()); // the file is made on the way
     EXPECT_TRUE(QFile::exists(prog.Prog_Datei));
-    EXPECT_EQ(Wahl_Nummer(QStringLiteral("0")), 1);
-    EXPECT_EQ(Wahl_Nummer(QStringLiteral("101")), 100);
-    EXPECT_EQ(Nummer_Text(7), QStringLiteral("007"));
+    EXPECT_EQ(typedNumber(QStringLiteral("0")), 1);
+    EXPECT_EQ(typedNumber(QStringLiteral("101")), 100);
+    EXPECT_EQ(programNumberText(7), QStringLiteral("007"));
 
     for (int p : {4, 5}) {
-        ASSERT_TRUE(Editor_Oeffnen(2, p));
-        ASSERT_TRUE(Editor_Sichern(QStringLiteral("P%1").arg(p)));
+        ASSERT_TRUE(openEditor(2, p));
+        ASSERT_TRUE(saveEditor(QStringLiteral("P%1").arg(p)));
     }
-    EXPECT_EQ(Wahl_Liste(2).size(), 2);
+    EXPECT_EQ(selectionList(2).size(), 2);
     prog.Prog_Nr = 4;
-    EXPECT_EQ(Loeschen_Frage(), QStringLiteral("Glühofen, Programm 4\nSoll das Progamm\nwirklich gelöscht werden? "));
-    EXPECT_TRUE(Wahl_Loeschen());
+    EXPECT_EQ(deleteQuestion(), QStringLiteral("Glühofen, Programm 4\nSoll das Progamm\nwirklich gelöscht werden? "));
+    EXPECT_TRUE(deleteSelected());
     EXPECT_EQ(prog.Prog_Nr, 0);
-    const QList<Prog_Eintrag> rest = Wahl_Liste(2);
+    const QList<ProgramEntry> rest = selectionList(2);
     ASSERT_EQ(rest.size(), 1);
     EXPECT_EQ(rest[0].p, 5);
 }
 
-class Ansicht : public ProgrammeTest {};
+class EditorView : public ProgramsTest {};
 
-TEST_F(Ansicht, LinesPerCommandUpToTheEnd)
+TEST_F(EditorView, LinesPerCommandUpToTheEnd)
 {
     Ofen(2, i16(0x8000 | 240), OPT_MANUELL | OPT_ZYKLUS);
     plant.Ofen_Gross[1] = 0;
@@ -255,12 +255,12 @@ TEST_F(Ansicht, LinesPerCommandUpToTheEnd)
     Seg(3, 4, 200, 0, 0, 60);
     Seg(4, 5, 0, 0, 2, 1);
     Seg(6, 1, 900, 0, 100); // behind the end
-    ASSERT_EQ(Prog_Senden(START_AKTIV, 0), Senden_Ergebnis::Gesendet);
+    ASSERT_EQ(Prog_Senden(START_AKTIV, 0), SendResult::Gesendet);
 
-    Label_Daten label;
+    OutputLabels label;
     label.Text[3] = QStringLiteral("Argon");
     EXPECT_TRUE(Seite_Act(0, label).leer);
-    const Ansicht_Seite a = Seite_Act(2, label);
+    const ViewPage a = Seite_Act(2, label);
     EXPECT_EQ(a.titel, QStringLiteral("Programm aktuell"));
     EXPECT_EQ(a.name, QStringLiteral("Nitrieren"));
     ASSERT_EQ(a.segmente.size(), 5);
@@ -275,19 +275,19 @@ TEST_F(Ansicht, LinesPerCommandUpToTheEnd)
 
     // Place 3 asked for: the active program until the PLC answers 1103.
     plant.Write_Len[1] = 0;
-    Platz_Anfordern(1, 3);
+    requestPlace(1, 3);
     EXPECT_EQ(Seite_Act(2, label).titel, QStringLiteral("Programm aktuell"));
     prog.Prog.Prog_Name = QStringLiteral("Platz drei");
     Seg(0, 2, 0, 5);
-    ASSERT_EQ(Prog_Senden(START_PLATZ, 3), Senden_Ergebnis::Gesendet);
+    ASSERT_EQ(Prog_Senden(START_PLATZ, 3), SendResult::Gesendet);
     plant.SPS_Wort(1, 388) = 1103;
-    const Ansicht_Seite p = Seite_Act(2, label);
+    const ViewPage p = Seite_Act(2, label);
     EXPECT_EQ(p.titel, QStringLiteral("Programm 3"));
     EXPECT_EQ(p.name, QStringLiteral("Platz drei"));
     EXPECT_EQ(p.segmente.value(0).zeilen.value(1), QStringLiteral("Haltezeit 0.5 h"));
-    EXPECT_EQ(Platz_Tasten(2)[2], QStringLiteral("Speicher 3"));
+    EXPECT_EQ(placeKeyCaptions(2)[2], QStringLiteral("Speicher 3"));
     Ofen(1, 3);
-    EXPECT_EQ(Platz_Tasten(1)[2], QString()); // no memory places without a version word
+    EXPECT_EQ(placeKeyCaptions(1)[2], QString()); // no memory places without a version word
 }
 
 } // namespace

@@ -12,22 +12,22 @@ namespace {
 
 constexpr i16 GROSS = i16(0x9000 | 50); // version word with bit 12: names of 30 characters
 
-class ProgDatei : public ProgrammeTest {};
+class ProgramFileTest : public ProgramsTest {};
 
-TEST_F(ProgDatei, FreshFileHas2101RecordsAllDatedNowAndEmpty)
+TEST_F(ProgramFileTest, FreshFileHas2101RecordsAllDatedNowAndEmpty)
 {
     Ofen(1, 3);
     ASSERT_TRUE(Prog_Neu());
-    const QByteArray b = Datei_Bytes(prog.Prog_Datei);
+    const QByteArray b = fileBytes(prog.Prog_Datei);
     ASSERT_EQ(b.size(), PROG_DATEI_SAETZE * PROG_SATZ);
     // 23.11.26 09:15:42, then the number of programs.
     EXPECT_EQ(Satz(b, 1), hex("17 0B 1A 09 0F 2A 64 00 00 00 00 00 00 00 00 00 00 00 00"));
     for (int r : {2, 3, 23, 2080, 2101})
         EXPECT_EQ(Satz(b, r), hex("17 0B 1A 09 0F 2A 00 00 00 00 00 00 00 00 00 00 00 00 00")) << r;
-    EXPECT_TRUE(Prog_Liste(prog.Prog_Datei, prog.Prog_Name_Len).isEmpty());
+    EXPECT_TRUE(programList(prog.Prog_Datei, prog.Prog_Name_Len).isEmpty());
 }
 
-TEST_F(ProgDatei, SegmentRecordByteByByte)
+TEST_F(ProgramFileTest, SegmentRecordByteByByte)
 {
     Ofen(1, 3);
     ASSERT_TRUE(Prog_Neu());
@@ -35,8 +35,8 @@ TEST_F(ProgDatei, SegmentRecordByteByByte)
     Seg(0, 1, 850, 0, 1200, 80, 5, 300, 0x123);
     Seg(1, 2, 2000, 25);
     ASSERT_TRUE(Prog_Sichern(prog.Prog_Datei, 5));
-    const QByteArray b = Datei_Bytes(prog.Prog_Datei);
-    const int kopf = Prog_Kopf(5);
+    const QByteArray b = fileBytes(prog.Prog_Datei);
+    const int kopf = headerRecord(5);
     ASSERT_EQ(kopf, 86);
     EXPECT_EQ(Satz(b, kopf).left(8), hex("17 0B 1A 09 0F 2A 05 00"));
     EXPECT_EQ(Satz(b, kopf)[12] | Satz(b, kopf)[15] | Satz(b, kopf)[16], 0);
@@ -51,37 +51,37 @@ TEST_F(ProgDatei, SegmentRecordByteByByte)
     EXPECT_EQ(u8(Satz(b, kopf + 21)[6]), 0);
 }
 
-TEST_F(ProgDatei, NameCharactersByNameLengthAndTheBufferLeftovers)
+TEST_F(ProgramFileTest, NameCharactersByNameLengthAndTheBufferLeftovers)
 {
-    struct Fall {
+    struct Case {
         i16 typ;
         QString name;
         int saetze;         ///< records that carry name characters
         const char *rest;   ///< bytes 0, 1 of the records behind them
     };
-    const Fall faelle[] = {
+    const Case faelle[] = {
         {GROSS, QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZ1234"), 15, "34"},
         {3, QStringLiteral("Anlassen 450"), 8, "  "},
     };
-    for (const Fall &f : faelle) {
+    for (const Case &f : faelle) {
         Ofen(2, f.typ);
         ASSERT_TRUE(Prog_Neu());
         prog.Prog.Prog_Name = f.name;
         ASSERT_TRUE(Prog_Sichern(prog.Prog_Datei, 1));
-        const QByteArray b = Datei_Bytes(prog.Prog_Datei);
-        const QByteArray name = Name_Fest(f.name, prog.Prog_Name_Len).toLatin1();
+        const QByteArray b = fileBytes(prog.Prog_Datei);
+        const QByteArray name = paddedName(f.name, prog.Prog_Name_Len).toLatin1();
         for (int k = 0; k < 20; ++k) {
             const QByteArray erwartet = k < f.saetze ? name.mid(2 * k, 2) : QByteArray(f.rest);
-            EXPECT_EQ(Satz(b, Prog_Kopf(1) + 1 + k).left(2), erwartet) << f.saetze << " k=" << k;
+            EXPECT_EQ(Satz(b, headerRecord(1) + 1 + k).left(2), erwartet) << f.saetze << " k=" << k;
         }
         ASSERT_TRUE(Prog_Laden(prog.Prog_Datei, 1));
         EXPECT_EQ(prog.Prog.Prog_Name, name);
-        EXPECT_EQ(Prog_Liste(prog.Prog_Datei, prog.Prog_Name_Len).value(0).text,
+        EXPECT_EQ(programList(prog.Prog_Datei, prog.Prog_Name_Len).value(0).text,
                   QStringLiteral("001 ") + QString::fromLatin1(name) + QStringLiteral(" 23.11.26 09:15"));
     }
 }
 
-TEST_F(ProgDatei, LoadTakesFieldsAsStoredButClampsSetValueAndKeeps11BitsOfAnalog)
+TEST_F(ProgramFileTest, LoadTakesFieldsAsStoredButClampsSetValueAndKeeps11BitsOfAnalog)
 {
     Ofen(1, 3);
     ASSERT_TRUE(Prog_Neu());
@@ -91,11 +91,11 @@ TEST_F(ProgDatei, LoadTakesFieldsAsStoredButClampsSetValueAndKeeps11BitsOfAnalog
     // Analog FFFF straight into the file.
     QFile f(prog.Prog_Datei);
     ASSERT_TRUE(f.open(QIODevice::ReadWrite));
-    f.seek(qint64(Prog_Kopf(2)) * 19 + 3);
+    f.seek(qint64(headerRecord(2)) * 19 + 3);
     f.write(hex("FF FF"));
     f.close();
 
-    prog.Prog = Prog_Typ{};
+    prog.Prog = Program{};
     ASSERT_TRUE(Prog_Laden(prog.Prog_Datei, 2));
     EXPECT_EQ(S(0).Analog, 0x7FF);
     EXPECT_EQ(S(0).Befehl_Alt, 1);
@@ -107,7 +107,7 @@ TEST_F(ProgDatei, LoadTakesFieldsAsStoredButClampsSetValueAndKeeps11BitsOfAnalog
 
     // The same file as "OV_ENT": 350 whatever the furnace's maximum, outputs
     // and air feed forced on.
-    const QString ent = Prog_Datei_Name(1).replace(QStringLiteral("DEN01"), QStringLiteral("ENT01"));
+    const QString ent = programFileName(1).replace(QStringLiteral("DEN01"), QStringLiteral("ENT01"));
     ASSERT_TRUE(QFile::copy(prog.Prog_Datei, ent));
     plant.Ofen_Max_Temp[0] = 12000;
     ASSERT_TRUE(Prog_Laden(ent, 2));
@@ -117,7 +117,7 @@ TEST_F(ProgDatei, LoadTakesFieldsAsStoredButClampsSetValueAndKeeps11BitsOfAnalog
     EXPECT_EQ(prog.Soll_Max, 350);
 }
 
-TEST_F(ProgDatei, DeletedSlotIsEmptyUntilSavedAgainAtTheSamePlace)
+TEST_F(ProgramFileTest, DeletedSlotIsEmptyUntilSavedAgainAtTheSamePlace)
 {
     Ofen(1, 3);
     ASSERT_TRUE(Prog_Neu());
@@ -127,11 +127,11 @@ TEST_F(ProgDatei, DeletedSlotIsEmptyUntilSavedAgainAtTheSamePlace)
         ASSERT_TRUE(Prog_Sichern(prog.Prog_Datei, p));
     }
     ASSERT_TRUE(Prog_Loeschen(prog.Prog_Datei, 7));
-    const QByteArray kopf = Satz(Datei_Bytes(prog.Prog_Datei), Prog_Kopf(7));
+    const QByteArray kopf = Satz(fileBytes(prog.Prog_Datei), headerRecord(7));
     EXPECT_EQ(kopf.left(8), QByteArray(8, '\0'));
     auto nummern = [&] {
         QList<int> l;
-        for (const Prog_Eintrag &e : Prog_Liste(prog.Prog_Datei, prog.Prog_Name_Len))
+        for (const ProgramEntry &e : programList(prog.Prog_Datei, prog.Prog_Name_Len))
             l << e.p;
         return l;
     };
@@ -149,7 +149,7 @@ TEST_F(ProgDatei, DeletedSlotIsEmptyUntilSavedAgainAtTheSamePlace)
     EXPECT_FALSE(Prog_Laden(prog.Prog_Datei, 101));
 }
 
-TEST_F(ProgDatei, CommandMaskAndOptionFlagsFollowTheOptionWord)
+TEST_F(ProgramFileTest, CommandMaskAndOptionFlagsFollowTheOptionWord)
 {
     Ofen(1, 3, OPT_MANUELL | OPT_AUSGANG);
     ASSERT_TRUE(Prog_Neu());
@@ -165,14 +165,14 @@ TEST_F(ProgDatei, CommandMaskAndOptionFlagsFollowTheOptionWord)
     EXPECT_TRUE(prog.Mit_Zuluft);
 }
 
-TEST_F(ProgDatei, LabelFileOrItsDefaults)
+TEST_F(ProgramFileTest, LabelFileOrItsDefaults)
 {
-    Label_Daten l = Label_Lesen(3);
+    OutputLabels l = readLabels(3);
     EXPECT_FALSE(l.ausDatei);
     EXPECT_EQ(l.Text[0], QStringLiteral("OUTPUT1"));
     EXPECT_EQ(l.Text[3], QStringLiteral("OUTPUT4"));
-    EXPECT_FALSE(Label_Argon(l));
-    EXPECT_FALSE(QFile::exists(Label_Datei_Name(3))); // nothing is written
+    EXPECT_FALSE(outputIsArgon(l));
+    EXPECT_FALSE(QFile::exists(labelFileName(3))); // nothing is written
 
     QByteArray b(LABEL_SATZ, ' ');
     b.replace(0, 8, "Heizung\xb0");
@@ -181,11 +181,11 @@ TEST_F(ProgDatei, LabelFileOrItsDefaults)
     b.replace(350, 20, QByteArray(20, '\0'));
     b.replace(300 + 2 * (5 * 1 + 2), 2, hex("FF FF")); // hold segments: third output hidden
     b.replace(350 + 2 * (2 * 4 + 1), 2, hex("01 00")); // cycle segments: Analog2 hidden
-    writeFile(Label_Datei_Name(3), b);
-    l = Label_Lesen(3);
+    writeFile(labelFileName(3), b);
+    l = readLabels(3);
     EXPECT_TRUE(l.ausDatei);
     EXPECT_EQ(l.Text[0], QStringLiteral("Heizung°")); // Latin-1
-    EXPECT_TRUE(Label_Argon(l));
+    EXPECT_TRUE(outputIsArgon(l));
     EXPECT_EQ(l.Ausgang_Aus[1][2], -1);
     EXPECT_EQ(l.Ausgang_Aus[1][1], 0);
     EXPECT_EQ(l.Luft_Aus[4][1], 1);

@@ -13,45 +13,45 @@ namespace {
 
 QDateTime dt(int d, int m, int y, int h, int mi, int s) { return QDateTime(QDate(y, m, d), QTime(h, mi, s), Qt::UTC); }
 
-BatchRecord probe(i16 art, SatzZeit z, i16 wert6 = 0)
+BatchRecord offerSample(i16 art, RecordTime z, i16 wert6 = 0)
 {
     BatchRecord s{art};
-    setZeit(s, z);
+    setRecordTime(s, z);
     s.Wert[6] = wert6;
     return s;
 }
 
-std::array<BatchRecord, 4> gruppe(i16 art, SatzZeit z)
+std::array<BatchRecord, 4> groupRecordsOf(i16 art, RecordTime z)
 {
     LogBlock w{art};
     for (int n = 10; n < 40; ++n)
         w[n] = static_cast<i16>(n * 256 + 0xA0 + n);
-    return Satz_Gruppe(w, z);
+    return groupRecords(w, z);
 }
 
 const std::array<i16, 12> kennungA{0x10A, 0x10B, 0x70C, 0x0D, 0x250F, 0, 0, 0, 0, 0, 0, 7};
 const std::array<i16, 12> kennungB{0x2A, 0x2B, 0x31, 0x24, 0x3F, 0, 0, 0, 0, 0, 0, 8};
 
-class BatchReaderTest : public DateiTest {
+class BatchReaderTest : public FileTest {
 protected:
     template <typename... R>
-    void schreibe(const QString &p, int nr, const R &...saetze)
+    void putRecords(const QString &p, int nr, const R &...saetze)
     {
         BatchFile f;
         f.open(p);
         (f.write(nr++, saetze), ...);
     }
-    void schreibe(const QString &p, int nr, const std::array<BatchRecord, 4> &g) { schreibe(p, nr, g[0], g[1], g[2], g[3]); }
-    void kopf(const QString &p, bool mitVersion = true)
+    void putRecords(const QString &p, int nr, const std::array<BatchRecord, 4> &g) { putRecords(p, nr, g[0], g[1], g[2], g[3]); }
+    void writeTestHead(const QString &p, bool mitVersion = true)
     {
         BatchFile f;
         f.open(p);
-        for (const auto &[nr, s] : Kopf_Saetze(QStringLiteral("Ofen 2 Vakuum"), SatzZeit{5, 3, 12, 14, 0, 0}, kennungA,
+        for (const auto &[nr, s] : headerRecords(QStringLiteral("Ofen 2 Vakuum"), RecordTime{5, 3, 12, 14, 0, 0}, kennungA,
                                                kennungB, {QStringLiteral("Tuer offen"), QStringLiteral("Uebertemperatur")},
                                                mitVersion))
             f.write(nr, s);
     }
-    void markeLoeschen(const QString &p, int nr)
+    void clearMarker(const QString &p, int nr)
     {
         BatchFile f;
         f.open(p);
@@ -59,7 +59,7 @@ protected:
         s.Tag = 0;
         f.write(nr, s);
     }
-    static std::vector<int> nummern(const BatchRead &r)
+    static std::vector<int> recordNumbers(const BatchRead &r)
     {
         std::vector<int> v;
         for (const auto &a : r.saetze)
@@ -72,19 +72,19 @@ protected:
 
 TEST_F(BatchReaderTest, HeadedFileOfThirtyNineRecordsThenTheFirstGroupAtForty)
 {
-    const QString p = pfad("D1203017GKD000005050312.OVD");
-    kopf(p);
+    const QString p = pathOf("D1203017GKD000005050312.OVD");
+    writeTestHead(p);
     BatchRead r = readBatch(p);
     EXPECT_TRUE(r.layout.kopf && r.saetze.empty());
     EXPECT_EQ((std::vector<int>{r.layout.satzZahl, r.layout.dateiTyp, r.span.zeitSaetze}),
               (std::vector<int>{39, -10, 0}));
 
-    schreibe(p, 40, gruppe(Satz_Charge, SatzZeit{5, 3, 12, 14, 7, 9}));
-    schreibe(p, 44, gruppe(Satz_Charge, SatzZeit{5, 3, 12, 15, 0, 0}));
+    putRecords(p, 40, groupRecordsOf(Satz_Charge, RecordTime{5, 3, 12, 14, 7, 9}));
+    putRecords(p, 44, groupRecordsOf(Satz_Charge, RecordTime{5, 3, 12, 15, 0, 0}));
     LogBlock w{};
     text(w, 31, "PROG-0815 Stahl ");
-    schreibe(p, 48, Satz_Programm_Bauen(w, SatzZeit{5, 3, 12, 14, 0, 0}));
-    schreibe(p, 49, gruppe(Satz_Strom, SatzZeit{5, 3, 12, 16, 0, 0}));
+    putRecords(p, 48, programTextRecord(w, RecordTime{5, 3, 12, 14, 0, 0}));
+    putRecords(p, 49, groupRecordsOf(Satz_Strom, RecordTime{5, 3, 12, 16, 0, 0}));
 
     r = readBatch(p);
     EXPECT_EQ(r.layout.titel, QStringLiteral("Ofen 2 Vakuum   "));
@@ -101,112 +101,112 @@ TEST_F(BatchReaderTest, HeadedFileOfThirtyNineRecordsThenTheFirstGroupAtForty)
     // The program text holds characters where minute and second are: the curve
     // pass drops it. Group records take the key of the last record with a
     // time; the element current group has none of its own there.
-    EXPECT_EQ(nummern(r), (std::vector<int>{40, 41, 42, 43, 44, 45, 46, 47, 49, 50, 51, 52}));
+    EXPECT_EQ(recordNumbers(r), (std::vector<int>{40, 41, 42, 43, 44, 45, 46, 47, 49, 50, 51, 52}));
     EXPECT_EQ(r.saetze[3].key(), QStringLiteral("120305 14:07:09"));
     EXPECT_EQ(r.saetze[8].key(), QStringLiteral("120305 15:00:00"));
 }
 
 TEST_F(BatchReaderTest, HeaderDamageAndMissingVersion)
 {
-    const QString a = pfad("ohne_version.OVD");
-    kopf(a, false);
+    const QString a = pathOf("ohne_version.OVD");
+    writeTestHead(a, false);
     BatchRead r = readBatch(a);
     EXPECT_FALSE(r.layout.versionDa);
     EXPECT_TRUE(r.layout.kopf);
 
     // Markers 13 and 10 but not 58: plain, data from record 5. Version and text
     // records have characters of code 32 and up as day: none passes as a time.
-    const QString b = pfad("ohne_58.OVD");
-    kopf(b);
-    markeLoeschen(b, 4);
-    schreibe(b, 40, probe(1, SatzZeit{6, 3, 12, 8, 0, 0}));
+    const QString b = pathOf("ohne_58.OVD");
+    writeTestHead(b);
+    clearMarker(b, 4);
+    putRecords(b, 40, offerSample(1, RecordTime{6, 3, 12, 8, 0, 0}));
     r = readBatch(b);
     EXPECT_FALSE(r.layout.kopf);
     EXPECT_EQ((std::vector<int>{r.layout.kennungSaetze, r.layout.kennungA[4], r.layout.kennungA[11], r.layout.startSatz,
                                 r.span.zeitSaetze}),
               (std::vector<int>{2, 0x250F, 0, 5, 1}));
-    EXPECT_EQ(nummern(r), std::vector<int>{40});
+    EXPECT_EQ(recordNumbers(r), std::vector<int>{40});
 
     // Without the first marker no identity record counts at all.
-    markeLoeschen(b, 2);
+    clearMarker(b, 2);
     EXPECT_EQ(readBatch(b).layout.kennungSaetze, 0);
 }
 
 TEST_F(BatchReaderTest, PlainAndQrvFiles)
 {
-    const QString p = pfad("plain.OVD");
-    schreibe(p, 40, probe(1, SatzZeit{6, 3, 12, 8, 0, 0}), probe(2, SatzZeit{6, 3, 12, 9, 30, 0}));
+    const QString p = pathOf("plain.OVD");
+    putRecords(p, 40, offerSample(1, RecordTime{6, 3, 12, 8, 0, 0}), offerSample(2, RecordTime{6, 3, 12, 9, 30, 0}));
     BatchRead r = readBatch(p);
     EXPECT_EQ((std::vector<int>{r.layout.dateiTyp, r.layout.startSatz, r.layout.alt110}), (std::vector<int>{0, 5, 0}));
     EXPECT_EQ(r.span.letzter, dt(6, 3, 2012, 9, 30, 0));
-    EXPECT_EQ(nummern(r), (std::vector<int>{40, 41}));
+    EXPECT_EQ(recordNumbers(r), (std::vector<int>{40, 41}));
     // Kind 110 marks the older plain form, from record 5 on only.
-    schreibe(p, 3, probe(Satz_Alt, SatzZeit{6, 3, 12, 8, 0, 0}));
+    putRecords(p, 3, offerSample(Satz_Alt, RecordTime{6, 3, 12, 8, 0, 0}));
     EXPECT_FALSE(readBatch(p).layout.alt110);
-    schreibe(p, 42, probe(Satz_Alt, SatzZeit{6, 3, 12, 10, 0, 0}));
+    putRecords(p, 42, offerSample(Satz_Alt, RecordTime{6, 3, 12, 10, 0, 0}));
     EXPECT_TRUE(readBatch(p).layout.alt110);
 
     QDir(dir.path()).mkpath(QStringLiteral("x"));
-    const QString h = pfad("x/D0708001QRV000001050312.OVD");
-    kopf(h);
+    const QString h = pathOf("x/D0708001QRV000001050312.OVD");
+    writeTestHead(h);
     EXPECT_EQ(readBatch(h).layout.dateiTyp, 0);
-    const QString q = pfad("x/US0708001QRV00001050312.OVD");
-    schreibe(q, 10, probe(1, SatzZeit{6, 3, 12, 8, 0, 0}));
-    schreibe(q, 40, probe(1, SatzZeit{6, 3, 12, 9, 0, 0}));
-    EXPECT_EQ(nummern(readBatch(q)), std::vector<int>{40});
+    const QString q = pathOf("x/US0708001QRV00001050312.OVD");
+    putRecords(q, 10, offerSample(1, RecordTime{6, 3, 12, 8, 0, 0}));
+    putRecords(q, 40, offerSample(1, RecordTime{6, 3, 12, 9, 0, 0}));
+    EXPECT_EQ(recordNumbers(readBatch(q)), std::vector<int>{40});
 }
 
 TEST_F(BatchReaderTest, TextRecordsAmidDataNeverReachTheDateTest)
 {
-    const QString p = pfad("text.OVD");
-    kopf(p);
-    schreibe(p, 40, gruppe(Satz_Charge, SatzZeit{5, 3, 12, 14, 0, 0}));
+    const QString p = pathOf("text.OVD");
+    writeTestHead(p);
+    putRecords(p, 40, groupRecordsOf(Satz_Charge, RecordTime{5, 3, 12, 14, 0, 0}));
     ASSERT_TRUE(Chargendaten_Speichern(p, QStringLiteral("Kunde Maier, Auftrag 4711")));
-    schreibe(p, 60, gruppe(Satz_Charge, SatzZeit{5, 3, 12, 15, 0, 0}));
+    putRecords(p, 60, groupRecordsOf(Satz_Charge, RecordTime{5, 3, 12, 15, 0, 0}));
     BatchRead r = readBatch(p);
     EXPECT_EQ(r.span.chargendaten, QStringLiteral("Kunde Maier, Auftrag 4711").leftJustified(160));
-    EXPECT_EQ(nummern(r), (std::vector<int>{40, 41, 42, 43, 60, 61, 62, 63}));
+    EXPECT_EQ(recordNumbers(r), (std::vector<int>{40, 41, 42, 43, 60, 61, 62, 63}));
 
     // In a plain file every record counts; this text's first characters would
     // read as 01.01.2007 00:00:00.
-    const QString q = pfad("plain_text.OVD");
+    const QString q = pathOf("plain_text.OVD");
     BatchRecord t{Satz_Text, 1, 1, 7, 0, 0, 0, {0x3231, 0x3433}};
-    schreibe(q, 40, probe(1, SatzZeit{6, 3, 12, 8, 0, 0}), t, probe(1, SatzZeit{6, 3, 12, 9, 0, 0}));
+    putRecords(q, 40, offerSample(1, RecordTime{6, 3, 12, 8, 0, 0}), t, offerSample(1, RecordTime{6, 3, 12, 9, 0, 0}));
     r = readBatch(q);
     EXPECT_EQ(r.span.erster, dt(6, 3, 2012, 8, 0, 0));
     EXPECT_EQ(r.span.chargendaten.left(10), QString::fromLatin1("\x01\x01\x07\x00\x00\x00" "1234", 10));
-    EXPECT_EQ(nummern(r), (std::vector<int>{40, 42}));
+    EXPECT_EQ(recordNumbers(r), (std::vector<int>{40, 42}));
 }
 
 TEST_F(BatchReaderTest, SpanAtMinuteResolutionOfBuiltDates)
 {
-    const QString p = pfad("span.OVD");
-    schreibe(p, 40, probe(1, SatzZeit{1, 3, 12, 9, 0, 0}),
-             probe(1, SatzZeit{30, 2, 12, 10, 0, 0}), // runs on to 29.02.2012, before March
-             probe(1, SatzZeit{1, 3, 12, 9, 0, 50}),  // same minute as record 40: not later
-             probe(1, SatzZeit{10, 3, 12, 24, 30, 0}), // hour 24 is 0 of the same day
-             probe(1, SatzZeit{2, 3, 12, 9, 0, 60}),   // second 60: out of the span, kept by the curve pass
-             probe(1, SatzZeit{2, 13, 12, 9, 0, 0}),   // month 13: out of both
-             probe(1, SatzZeit{2, 3, 5, 9, 0, 0}));    // year 5: out of the span only
+    const QString p = pathOf("span.OVD");
+    putRecords(p, 40, offerSample(1, RecordTime{1, 3, 12, 9, 0, 0}),
+             offerSample(1, RecordTime{30, 2, 12, 10, 0, 0}), // runs on to 29.02.2012, before March
+             offerSample(1, RecordTime{1, 3, 12, 9, 0, 50}),  // same minute as record 40: not later
+             offerSample(1, RecordTime{10, 3, 12, 24, 30, 0}), // hour 24 is 0 of the same day
+             offerSample(1, RecordTime{2, 3, 12, 9, 0, 60}),   // second 60: out of the span, kept by the curve pass
+             offerSample(1, RecordTime{2, 13, 12, 9, 0, 0}),   // month 13: out of both
+             offerSample(1, RecordTime{2, 3, 5, 9, 0, 0}));    // year 5: out of the span only
     BatchRead r = readBatch(p);
     EXPECT_EQ(r.span.zeitSaetze, 4);
     EXPECT_EQ(r.span.erster, dt(29, 2, 2012, 10, 0, 0));
     EXPECT_EQ(r.span.letzter, dt(10, 3, 2012, 0, 30, 0));
     // The curve pass takes hours up to 23 only.
-    EXPECT_EQ(nummern(r), (std::vector<int>{40, 41, 42, 44, 46}));
+    EXPECT_EQ(recordNumbers(r), (std::vector<int>{40, 41, 42, 44, 46}));
     EXPECT_EQ(r.saetze[3].key(), QStringLiteral("120302 09:00:60"));
 }
 
 TEST_F(BatchReaderTest, CurvePassDropsRepeatsAndHandsOnOnlyNewRecords)
 {
-    const QString p = pfad("dup.OVD");
-    const BatchRecord a = probe(1, SatzZeit{6, 3, 12, 8, 0, 0});
-    schreibe(p, 40, a, a, probe(1, SatzZeit{6, 3, 12, 8, 0, 0}, 1), a);
-    EXPECT_EQ(nummern(readBatch(p)), (std::vector<int>{40, 42, 43}));
+    const QString p = pathOf("dup.OVD");
+    const BatchRecord a = offerSample(1, RecordTime{6, 3, 12, 8, 0, 0});
+    putRecords(p, 40, a, a, offerSample(1, RecordTime{6, 3, 12, 8, 0, 0}, 1), a);
+    EXPECT_EQ(recordNumbers(readBatch(p)), (std::vector<int>{40, 42, 43}));
     // A refresh walks the file again and hands on only what lies beyond the last record taken.
-    schreibe(p, 44, probe(1, SatzZeit{6, 3, 12, 8, 1, 0}));
+    putRecords(p, 44, offerSample(1, RecordTime{6, 3, 12, 8, 1, 0}));
     BatchRead r = readBatch(p, 43);
-    EXPECT_EQ(nummern(r), std::vector<int>{44});
+    EXPECT_EQ(recordNumbers(r), std::vector<int>{44});
     EXPECT_EQ(r.satzLetzter, 44);
     r = readBatch(p, 44);
     EXPECT_TRUE(r.saetze.empty() && r.satzLetzter == 44);
@@ -219,30 +219,30 @@ TEST_F(BatchReaderTest, CurvePassDropsRepeatsAndHandsOnOnlyNewRecords)
 
 TEST_F(BatchReaderTest, MissingShortTruncatedAndJunkFiles)
 {
-    EXPECT_FALSE(readBatch(pfad("fehlt.OVD")).gefunden);
-    const QString eins = pfad("eins.OVD");
-    schreibe(eins, 1, probe(1, SatzZeit{6, 3, 12, 8, 0, 0}));
+    EXPECT_FALSE(readBatch(pathOf("fehlt.OVD")).gefunden);
+    const QString eins = pathOf("eins.OVD");
+    putRecords(eins, 1, offerSample(1, RecordTime{6, 3, 12, 8, 0, 0}));
     BatchRead r = readBatch(eins); // one record: an empty batch
     EXPECT_TRUE(r.gefunden && r.span.zeitSaetze == 0 && r.saetze.empty());
 
     // Torn in the middle of its message texts, and in the middle of a group.
-    const QString p = pfad("riss.OVD");
-    kopf(p);
-    schreibe(p, 40, gruppe(Satz_Charge, SatzZeit{5, 3, 12, 14, 0, 0}));
-    QFile::copy(p, pfad("riss2.OVD"));
+    const QString p = pathOf("riss.OVD");
+    writeTestHead(p);
+    putRecords(p, 40, groupRecordsOf(Satz_Charge, RecordTime{5, 3, 12, 14, 0, 0}));
+    QFile::copy(p, pathOf("riss2.OVD"));
     QFile(p).resize(20 * 22 + 7);
     r = readBatch(p);
     EXPECT_TRUE(r.layout.kopf && r.saetze.empty());
-    QFile(pfad("riss2.OVD")).resize(41 * 22 + 12);
-    EXPECT_EQ(nummern(readBatch(pfad("riss2.OVD"))), (std::vector<int>{40, 41, 42}));
+    QFile(pathOf("riss2.OVD")).resize(41 * 22 + 12);
+    EXPECT_EQ(recordNumbers(readBatch(pathOf("riss2.OVD"))), (std::vector<int>{40, 41, 42}));
 
     std::mt19937 zufall(4711);
     for (int laenge : {0, 1, 21, 23, 44, 879, 881, 5000, 100000}) {
         QByteArray b(laenge, '\0');
         for (auto &c : b)
             c = static_cast<char>(zufall());
-        const QString j = pfad(QStringLiteral("junk%1.OVD").arg(laenge));
-        roh(j, b);
-        EXPECT_NO_THROW(EXPECT_EQ(readBatch(j).layout.satzZahl, satzZahlVonLaenge(laenge))) << laenge;
+        const QString j = pathOf(QStringLiteral("junk%1.OVD").arg(laenge));
+        rawFile(j, b);
+        EXPECT_NO_THROW(EXPECT_EQ(readBatch(j).layout.satzZahl, recordCountOfLength(laenge))) << laenge;
     }
 }

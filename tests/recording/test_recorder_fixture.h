@@ -25,40 +25,40 @@
 namespace kal::test {
 
 /// Two characters a word from w[from] on, first character in the low byte.
-template <typename Worte>
-void text(Worte &w, int from, const char *t)
+template <typename Words>
+void text(Words &w, int from, const char *t)
 {
     for (int i = 0; t[i] && t[i + 1]; i += 2)
         w[from++] = static_cast<i16>(static_cast<uint8_t>(t[i]) | (static_cast<uint8_t>(t[i + 1]) << 8));
 }
 
 /// A temporary folder, and the bytes of the files in it.
-class DateiTest : public FreshProcess {
+class FileTest : public FreshProcess {
 protected:
     QTemporaryDir dir;
 
-    QString pfad(const QString &name) const { return dir.filePath(name); }
-    static QByteArray inhalt(const QString &p) { return readFile(p); }
-    static void roh(const QString &p, const QByteArray &bytes) { writeFile(p, bytes); }
+    QString pathOf(const QString &name) const { return dir.filePath(name); }
+    static QByteArray fileContents(const QString &p) { return readFile(p); }
+    static void rawFile(const QString &p, const QByteArray &bytes) { writeFile(p, bytes); }
     /// Record nr (from 1) of a file's bytes.
-    static QByteArray satz(const QByteArray &b, int nr) { return b.mid((nr - 1) * 22, 22); }
+    static QByteArray recordAt(const QByteArray &b, int nr) { return b.mid((nr - 1) * 22, 22); }
 };
 
 /// The PLC's packed time stamp (word A, word B).
-struct Stempel {
+struct PlcStamp {
     i16 a, b;
 };
-inline Stempel stempel(int tag, int monat, int jahr, int stunde, int minute, int sekunde)
+inline PlcStamp stamp(int tag, int monat, int jahr, int stunde, int minute, int sekunde)
 {
     return {static_cast<i16>((tag << 11) | (monat << 7) | (jahr - 2000)),
             static_cast<i16>((stunde << 11) | (minute << 5) | (sekunde / 2))};
 }
 /// 12.03.2024 08:mm:ss, the day of most tests.
-inline Stempel um(int minute, int sekunde = 0) { return stempel(12, 3, 2024, 8, minute, sekunde); }
+inline PlcStamp stampAt(int minute, int sekunde = 0) { return stamp(12, 3, 2024, 8, minute, sekunde); }
 
 /// A 40-word block of kind `art` whose words differ in both bytes:
 /// w[n] = n * 256 + 0xA0 + n from w8 on, and w3..w7 as given below.
-inline std::vector<i16> block(i16 art, i32 charge, Stempel s)
+inline std::vector<i16> block(i16 art, i32 charge, PlcStamp s)
 {
     std::vector<i16> w(40);
     w[0] = art;
@@ -74,7 +74,7 @@ inline std::vector<i16> block(i16 art, i32 charge, Stempel s)
     return w;
 }
 
-class RecorderTest : public DateiTest {
+class RecorderTest : public FileTest {
 protected:
     QStringList &logList = scr.logList;
     std::vector<int> online;
@@ -88,8 +88,8 @@ protected:
         FreshProcess::SetUp();
         hooks.Charge_Online = [this](int f) { online.push_back(f); };
         plant.Pfad[0] = dir.path();
-        plant.Charge_Ordner[0] = ordner("2024");
-        plant.Charge_Ordner[1] = ordner("Spiegel");
+        plant.Charge_Ordner[0] = testFolder("2024");
+        plant.Charge_Ordner[1] = testFolder("Spiegel");
 
         plant.Ofen_Typ[KOPF + 1] = static_cast<i16>(0x8000 | 500);
         plant.Adr_Trigger[KOPF] = 400;
@@ -106,9 +106,9 @@ protected:
         plant.Ofen_Serie[EINFACH] = QStringLiteral("2312-004-XY");
     }
 
-    QString ordner(const char *name) const
+    QString testFolder(const char *name) const
     {
-        const QString p = pfad(QString::fromLatin1(name));
+        const QString p = pathOf(QString::fromLatin1(name));
         QDir().mkpath(p);
         return p;
     }
@@ -124,10 +124,10 @@ protected:
         Charge_Schreiben(f + 1);
         plant.Log_Neu[f] = 0;
     }
-    void gruppe(i32 charge, Stempel s) { anbieten(KOPF, block(154, charge, s)); }
+    void offerGroup(i32 charge, PlcStamp s) { anbieten(KOPF, block(154, charge, s)); }
 
-    QString datei(const QString &name) const { return QDir(plant.Charge_Ordner[0]).filePath(name); }
-    QStringList dateien() const { return QDir(plant.Charge_Ordner[0]).entryList(QDir::Files, QDir::Name); }
+    QString batchPath(const QString &name) const { return QDir(plant.Charge_Ordner[0]).filePath(name); }
+    QStringList batchFiles() const { return QDir(plant.Charge_Ordner[0]).entryList(QDir::Files, QDir::Name); }
 };
 
 } // namespace kal::test

@@ -11,13 +11,13 @@ using namespace kal::test;
 
 namespace {
 
-class TempLogTest : public DateiTest {
+class TempLogTest : public FileTest {
 protected:
     void SetUp() override
     {
         ASSERT_TRUE(dir.isValid());
         FreshProcess::SetUp();
-        setJetzt(QDateTime(QDate(2024, 3, 12), QTime(9, 0, 0), Qt::UTC));
+        setNow(QDateTime(QDate(2024, 3, 12), QTime(9, 0, 0), Qt::UTC));
         plant.Pfad[0] = dir.path();
         plant.Pfad[3] = dir.path();
         plant.Ofen_Online[0] = -1;
@@ -29,32 +29,32 @@ protected:
         plant.Ofen_Serie[0] = QStringLiteral("2401-017-ABC");
         plant.Charge_Start[0] = QStringLiteral("12.03.2024 08:15:00");
         // The log has been idle before the program starts.
-        TempLog_Takt_Ofen(0);
-        wort(74, 1);
-        wort(43, 1000);
-        wort(44, 955);
+        tempLogTick(0);
+        setWord(74, 1);
+        setWord(43, 1000);
+        setWord(44, 955);
         // Program: a ramp, a hold, a manual segment, then a kind outside 1..5.
         const int seg[][4] = {{0x0101, 800, 1500, 0x0250}, {2, 800, 20, 100}, {3, 500, 7, 0}, {0x0E, 1, 2, 3}};
         for (int i = 0; i < 4; ++i)
             for (int k = 0; k < 4; ++k)
-                wort(100 + 20 * k + i, seg[i][k]);
+                setWord(100 + 20 * k + i, seg[i][k]);
     }
     void TearDown() override
     {
-        setJetzt(QDateTime());
-        DateiTest::TearDown();
+        setNow(QDateTime());
+        FileTest::TearDown();
     }
-    void wort(int a, int v) { plant.SPS_Wort(0, a) = i16(v); }
+    void setWord(int a, int v) { plant.SPS_Wort(0, a) = i16(v); }
     /// One second with a fresh poll round behind it.
-    void takt(int n = 1)
+    void tick(int n = 1)
     {
         for (int i = 0; i < n; ++i) {
             plant.Block1_Zahl[0] = 2;
-            TempLog_Takt_Ofen(0);
+            tempLogTick(0);
         }
     }
-    QByteArray log() const { return inhalt(TempLog_Pfad(0)); }
-    int zeilen() const { return int(log().count("\r\n")); }
+    QByteArray log() const { return fileContents(tempLogPath(0)); }
+    int lineCount() const { return int(log().count("\r\n")); }
 };
 
 const QByteArray KOPF = "240312_0815_X1.TXT\r\n"
@@ -74,44 +74,44 @@ const QByteArray KOPF = "240312_0815_X1.TXT\r\n"
 
 TEST_F(TempLogTest, FirstTickWritesTheHeadThenEverySixthTickALine)
 {
-    takt();
+    tick();
     EXPECT_EQ(log(), KOPF + "2403120900\t 100.0\t  95.5\t   4.5\r\n") << log().toStdString();
-    EXPECT_EQ(TempLog_Pfad(0), Pfad_Plus(dir.path(), "Temp-X1.TXT"));
+    EXPECT_EQ(tempLogPath(0), joinPath(dir.path(), "Temp-X1.TXT"));
     EXPECT_EQ(plant.TempLog_Charge[0], 77);
-    EXPECT_TRUE(QFile::exists(pfad("Kalmeron.DAT"))); // the batch number is saved
-    const int kopf = zeilen();
-    takt(5);
-    EXPECT_EQ(zeilen(), kopf);
-    takt();
-    EXPECT_EQ(zeilen(), kopf + 1);
-    takt(6);
-    EXPECT_EQ(zeilen(), kopf + 2);
+    EXPECT_TRUE(QFile::exists(pathOf("Kalmeron.DAT"))); // the batch number is saved
+    const int kopf = lineCount();
+    tick(5);
+    EXPECT_EQ(lineCount(), kopf);
+    tick();
+    EXPECT_EQ(lineCount(), kopf + 1);
+    tick(6);
+    EXPECT_EQ(lineCount(), kopf + 2);
     // Without a fresh round the line of that interval is lost.
-    takt(5);
+    tick(5);
     plant.Block1_Zahl[0] = 1;
-    TempLog_Takt_Ofen(0);
-    takt(5);
-    EXPECT_EQ(zeilen(), kopf + 2);
+    tempLogTick(0);
+    tick(5);
+    EXPECT_EQ(lineCount(), kopf + 2);
     // A set value at or below 20.0 °C shows no difference.
-    wort(43, 200);
-    takt(6);
+    setWord(43, 200);
+    tick(6);
     EXPECT_TRUE(log().endsWith("\t  20.0\t  95.5\t   0.0\r\n"));
-    wort(43, 201);
-    takt(6);
+    setWord(43, 201);
+    tick(6);
     EXPECT_TRUE(log().endsWith("\t  20.1\t  95.5\t  75.4\r\n"));
     // Without a batch number of the PLC nothing is written.
     plant.Ofen_Stunden[0] = 0;
-    takt(6);
-    EXPECT_EQ(zeilen(), kopf + 4);
+    tick(6);
+    EXPECT_EQ(lineCount(), kopf + 4);
 }
 
 TEST_F(TempLogTest, NewBatchRecreatesTheFileWithItsHeadAtOnce)
 {
-    takt(7);
-    ASSERT_EQ(zeilen(), 16);
+    tick(7);
+    ASSERT_EQ(lineCount(), 16);
     plant.Ofen_Stunden[0] = 78;
-    setJetzt(QDateTime(QDate(2024, 3, 12), QTime(9, 7, 0), Qt::UTC));
-    takt(6);
+    setNow(QDateTime(QDate(2024, 3, 12), QTime(9, 7, 0), Qt::UTC));
+    tick(6);
     QByteArray kopf = KOPF;
     kopf.replace("Charge77", "Charge78").replace("09:00:00", "09:07:00");
     EXPECT_EQ(log(), kopf + "2403120907\t 100.0\t  95.5\t   4.5\r\n");
@@ -120,27 +120,27 @@ TEST_F(TempLogTest, NewBatchRecreatesTheFileWithItsHeadAtOnce)
 
 TEST_F(TempLogTest, OfflineDuringProgramChangesNothingUntilTheBitsClear)
 {
-    takt();
+    tick();
     plant.Ofen_Online[0] = 0;
-    takt(20);
+    tick(20);
     EXPECT_EQ(plant.TempLog_Laeuft[0], -1);
     // Program over, furnace still offline: ten seconds of after-run.
-    wort(74, 0);
-    takt(10);
+    setWord(74, 0);
+    tick(10);
     EXPECT_EQ(plant.TempLog_Laeuft[0], -1);
-    takt();
+    tick();
     EXPECT_EQ(both(plant.TempLog_Laeuft[0], plant.TempLog_Charge[0]), both(0, -1));
 
     // Online and hot after the end: the log goes on while above the threshold.
     plant.Ofen_Online[0] = -1;
     plant.TempLog_Schwelle[0] = 90;
-    wort(74, 2);
-    takt();
-    wort(74, 0);
-    takt(30);
+    setWord(74, 2);
+    tick();
+    setWord(74, 0);
+    tick(30);
     EXPECT_EQ(plant.TempLog_Laeuft[0], -1);
-    wort(44, 899); // 89.9 °C, below the threshold
-    takt(11);
+    setWord(44, 899); // 89.9 °C, below the threshold
+    tick(11);
     EXPECT_EQ(plant.TempLog_Laeuft[0], 0);
 }
 

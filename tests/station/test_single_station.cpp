@@ -137,18 +137,18 @@ TEST_F(FolderClaim_, RequestsOfASecondStartReachTheWindow)
     setOpenRequestHandler([&](const QString &b) { geoeffnet << b; });
     EXPECT_EQ(geoeffnet, QStringList{QStringLiteral("/daten/D1.OVD")});
 
-    struct Fall {
+    struct Case {
         QByteArray request, answer;
         QStringList opened;
     };
-    const Fall faelle[] = {
+    const Case faelle[] = {
         {"show\n", "ok\n", {QString()}},
         {"open\t/Öfen/Halle 2/D2.OVD\r\n", "ok\n", {QStringLiteral("/Öfen/Halle 2/D2.OVD")}},
         {"open\t\n", "?\n", {}},
         {"OPEN /x.OVD\n", "?\n", {}},
         {QByteArray(9000, 'x'), "", {}}, // no line end: cut off
     };
-    for (const Fall &f : faelle) {
+    for (const Case &f : faelle) {
         geoeffnet.clear();
         EXPECT_EQ(send(f.request), f.answer) << f.request.left(40).constData();
         pumpUntil([] { return false; }, 50);

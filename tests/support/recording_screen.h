@@ -32,12 +32,12 @@ public:
     }
     void mnuRegler(bool on) override { regler.append(on); }
     void mnuform(int i, bool on) override { formen.append({i, on}); }
-    void Menue_Zeigen() override { ++menue; }
-    void Formen_Entladen() override { ++entladen; }
-    void Sprache_Geaendert() override { ++sprache; }
-    void LogList_Zeile(const QString &line) override { logList.append(line); }
-    void Alarme_Zeichnen(bool liste) override { alarme.append(liste); }
-    void Elemente_Zeigen() override { ++elemente; }
+    void showMenu() override { ++menue; }
+    void unloadForms() override { ++entladen; }
+    void languageChanged() override { ++sprache; }
+    void showLogLine(const QString &line) override { logList.append(line); }
+    void drawMessages(bool liste) override { alarme.append(liste); }
+    void showElements() override { ++elemente; }
     void Kurve_Online() override { ++liveKurve; }
 };
 

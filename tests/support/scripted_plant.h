@@ -17,14 +17,14 @@
 namespace kal::test {
 
 /// The PLC's packed time stamp of a date: words A and B.
-inline std::pair<i16, i16> Stempel(const QDateTime &d)
+inline std::pair<i16, i16> PlcStamp(const QDateTime &d)
 {
     return {static_cast<i16>((d.date().day() << 11) | (d.date().month() << 7) | (d.date().year() - 2000)),
             static_cast<i16>((d.time().hour() << 11) | (d.time().minute() << 5) | (d.time().second() / 2))};
 }
 
 /// `kopf` header bytes, the byte count when `zaehler`, the words high byte first.
-inline QByteArray Antwort(int kopf, bool zaehler, const std::vector<i16> &worte)
+inline QByteArray answerFrame(int kopf, bool zaehler, const std::vector<i16> &worte)
 {
     QByteArray b(kopf, '\0');
     if (zaehler)
@@ -33,10 +33,10 @@ inline QByteArray Antwort(int kopf, bool zaehler, const std::vector<i16> &worte)
         b.append(static_cast<char>(static_cast<uint16_t>(w) >> 8)).append(static_cast<char>(w & 0xFF));
     return b;
 }
-inline QByteArray UDP_Antwort(const std::vector<i16> &w) { return Antwort(10, false, w); }
-inline QByteArray Modbus_Antwort(const std::vector<i16> &w) { return Antwort(8, true, w); }
+inline QByteArray udpReply(const std::vector<i16> &w) { return answerFrame(10, false, w); }
+inline QByteArray modbusReply(const std::vector<i16> &w) { return answerFrame(8, true, w); }
 
-inline std::vector<i16> Folge(int n, int ab)
+inline std::vector<i16> wordSequence(int n, int ab)
 {
     std::vector<i16> w;
     for (int i = 0; i < n; ++i)
@@ -44,12 +44,12 @@ inline std::vector<i16> Folge(int n, int ab)
     return w;
 }
 
-inline int Wort_im_Rahmen(const QByteArray &r, int pos)
+inline int wordInFrame(const QByteArray &r, int pos)
 {
     return (static_cast<uint8_t>(r[pos]) << 8) | static_cast<uint8_t>(r[pos + 1]);
 }
 
-class Anlage : public FreshProcess {
+class ScriptedPlant : public FreshProcess {
 protected:
     std::array<ScriptedSocket *, KANAL_MAX> sock{};
     std::vector<int> chargen;   ///< furnace numbers handed to the recorder
@@ -61,10 +61,10 @@ protected:
     {
         FreshProcess::SetUp();
         sock = installScriptedSockets();
-        Empfang_Verbinden();
+        connectReceivers();
         hooks.Charge_Schreiben = [this](int nr) { chargen.push_back(nr); };
         hooks.MeldEintrag = [this](int, int n) { meldungen.push_back(n); };
-        setJetzt(jetzt);
+        setNow(jetzt);
         plant.Sprachtext(0, 0) = QStringLiteral("Ofen");
         plant.Sprachtext(0, 7) = QStringLiteral("Connect");
         plant.Sprachtext(0, 8) = QStringLiteral("Offline");

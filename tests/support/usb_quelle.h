@@ -12,33 +12,33 @@
 
 namespace kal::test {
 
-using Worte = std::vector<int16_t>;
+using Words = std::vector<int16_t>;
 
 /// The packed date words of a data record (w1, w2).
-inline int16_t usbTag(int tag, int monat, int jahr) { return int16_t((tag << 11) | (monat << 7) | (jahr - 2000)); }
-inline int16_t usbZeit(int stunde, int minute, int sekunde) { return int16_t((stunde << 11) | (minute << 5) | (sekunde / 2)); }
+inline int16_t usbDate(int tag, int monat, int jahr) { return int16_t((tag << 11) | (monat << 7) | (jahr - 2000)); }
+inline int16_t usbTime(int stunde, int minute, int sekunde) { return int16_t((stunde << 11) | (minute << 5) | (sekunde / 2)); }
 
 /// Two characters a word from w[von] on, first character in the low byte.
-inline void usbText(Worte &w, int von, const char *t)
+inline void usbText(Words &w, int von, const char *t)
 {
     for (int i = 0; t[i]; i += 2)
         w[von++] = int16_t(uint8_t(t[i]) | (t[i + 1] ? uint8_t(t[i + 1]) << 8 : 0));
 }
 
-struct UsbQuelle {
+struct UsbSourceBuilder {
     int form = 20;             ///< record length in bytes
-    std::vector<Worte> saetze; ///< every record, header first
+    std::vector<Words> saetze; ///< every record, header first
 
     /// A source of `form` with the header of serial "2311-042-KLM" and name
     /// "Haertofen 3"; form 80 also gets identity pairs (0x100 + p, 0x200 + p)
     /// and the 16 text records "Meldung nn".
-    explicit UsbQuelle(int f) : form(f)
+    explicit UsbSourceBuilder(int f) : form(f)
     {
-        Worte h(form / 2);
+        Words h(form / 2);
         h[0] = 999;
         h[2] = int16_t(form);
         // Form 20 has room for no more than the first words of its header.
-        Worte voll(40);
+        Words voll(40);
         usbText(voll, 4, "2311-042-KLM");
         usbText(voll, 10, "Haertofen 3     ");
         for (int p = 0; p < 11; ++p) {
@@ -49,10 +49,10 @@ struct UsbQuelle {
             h[i] = voll[i];
         saetze.push_back(h);
         if (form == 20)
-            saetze.push_back(Worte(10)); // the rest of the header
+            saetze.push_back(Words(10)); // the rest of the header
         if (form == 80)
             for (int r = 2; r <= 18; ++r) {
-                Worte t(40);
+                Words t(40);
                 if (r >= 3) {
                     const int i = 2 * (r - 3);
                     usbText(t, 0, QStringLiteral("Meldung %1").arg(i, 2, 10, QLatin1Char('0')).toLatin1().constData());
@@ -63,12 +63,12 @@ struct UsbQuelle {
     }
 
     /// A data record: kind, date, and the words w3.. as given (the rest 0).
-    Worte &satz(int16_t art, int tag, int monat, int jahr, int stunde, int minute, int sekunde, Worte werte = {})
+    Words &addRecord(int16_t art, int tag, int monat, int jahr, int stunde, int minute, int sekunde, Words werte = {})
     {
-        Worte w(form / 2);
+        Words w(form / 2);
         w[0] = art;
-        w[1] = usbTag(tag, monat, jahr);
-        w[2] = usbZeit(stunde, minute, sekunde);
+        w[1] = usbDate(tag, monat, jahr);
+        w[2] = usbTime(stunde, minute, sekunde);
         for (size_t i = 0; i < werte.size() && 3 + i < w.size(); ++i)
             w[3 + i] = werte[i];
         saetze.push_back(w);
@@ -80,7 +80,7 @@ struct UsbQuelle {
     {
         QByteArray b;
         for (size_t r = 0; r < saetze.size(); ++r) {
-            Worte w = saetze[r];
+            Words w = saetze[r];
             w.resize(form / 2);
             if (r == 0)
                 w[1] = int16_t(h1 >= 0 ? h1 : int(saetze.size()) - 1);
@@ -93,7 +93,7 @@ struct UsbQuelle {
         return b;
     }
 
-    bool schreiben(const QString &pfad, int h1 = -1) const
+    bool writeTo(const QString &pfad, int h1 = -1) const
     {
         QFile f(pfad);
         return f.open(QIODevice::WriteOnly | QIODevice::Truncate) && f.write(bytes(h1)) >= 0;
