@@ -99,6 +99,9 @@ void KM_Liste::setCaptions()
     m_zeile[0]->setText(Text_Id(text::SET_VALUE).trimmed());
     m_zeile[1]->setText(Text_Id(text::ACTUAL_VALUE).trimmed());
     m_zeile[2]->setText(Text_Id(text::OUTPUT).trimmed());
+    // The row names keep their whole text in every language.
+    for (QLabel *z : m_zeile)
+        z->setMinimumWidth(z->fontMetrics().horizontalAdvance(z->text()) + 6);
     for (int i = 0; i < n; ++i)
         m_txt[size_t(i)]->setText(plant.Kanal_Name(0, i).trimmed());
     // The row switches have checks of their own unless channel 10 is in use,
