@@ -257,15 +257,15 @@ void programFileSeed()
 void usbSourceSeeds()
 {
     test::UsbSourceBuilder f20(20);
-    f20.satz(201, 12, 3, 2024, 8, 0, 0);
-    f20.satz(1, 12, 3, 2024, 8, 0, 10, {1000, 990, 55});
-    f20.satz(1, 13, 3, 2024, 0, 0, 10, {1001, 991, 56});
+    f20.addRecord(201, 12, 3, 2024, 8, 0, 0);
+    f20.addRecord(1, 12, 3, 2024, 8, 0, 10, {1000, 990, 55});
+    f20.addRecord(1, 13, 3, 2024, 0, 0, 10, {1001, 991, 56});
     test::UsbSourceBuilder f60(60);
-    f60.satz(154, 12, 3, 2024, 8, 0, 0);
+    f60.addRecord(154, 12, 3, 2024, 8, 0, 0);
     test::UsbSourceBuilder f80(80);
-    test::Words &a = f80.satz(154, 12, 3, 2024, 8, 30, 10, {1000, 990, 0x0342, 7, 0, 0x11, 0x22});
+    test::Words &a = f80.addRecord(154, 12, 3, 2024, 8, 30, 10, {1000, 990, 0x0342, 7, 0, 0x11, 0x22});
     a[31] = 0x0B0A;
-    f80.satz(131, 12, 3, 2024, 8, 30, 20, {1001, 991, 0x0042, 7, 0, 0x11, 0x22});
+    f80.addRecord(131, 12, 3, 2024, 8, 30, 20, {1001, 991, 0x0042, 7, 0, 0x11, 0x22});
     seed(QStringLiteral("usb_source"), QStringLiteral("form-60-then-20"),
          QByteArray(1, '\2') + mitLaenge(f60.bytes()) + mitLaenge(f20.bytes()));
     seed(QStringLiteral("usb_source"), QStringLiteral("form-80"), QByteArray(1, '\1') + mitLaenge(f80.bytes()));
