@@ -86,7 +86,7 @@ void seitenBilder(const QString &pdf, const QString &name)
     EXPECT_EQ(r.code, 0) << r.err.constData();
 }
 
-class Dokumente : public CurveTest {
+class Documents : public CurveTest {
 protected:
     /// A batch of two hours: ramp and hold in two segments, a door message
     /// that comes and goes, so the info text has several lines.
@@ -113,7 +113,7 @@ protected:
 
 } // namespace
 
-TEST_F(Dokumente, HeadlessCsvIsWhatTheButtonWrites)
+TEST_F(Documents, HeadlessCsvIsWhatTheButtonWrites)
 {
     const QString p = charge();
     // The button: the batch loaded in the window, no column choice made.
@@ -144,7 +144,7 @@ TEST_F(Dokumente, HeadlessCsvIsWhatTheButtonWrites)
     EXPECT_TRUE(r.out.isEmpty());
 }
 
-TEST_F(Dokumente, HeadlessExitCodes)
+TEST_F(Documents, HeadlessExitCodes)
 {
     const QString p = charge();
     const QString d = dir.filePath(QStringLiteral("daten"));
@@ -169,7 +169,7 @@ TEST_F(Dokumente, HeadlessExitCodes)
     }
 }
 
-TEST_F(Dokumente, HeadlessPdfIsTheCurvePageThenItsText)
+TEST_F(Documents, HeadlessPdfIsTheCurvePageThenItsText)
 {
     const QString p = charge();
     const QString pdf = dir.filePath(QStringLiteral("charge.pdf"));
@@ -184,7 +184,7 @@ TEST_F(Dokumente, HeadlessPdfIsTheCurvePageThenItsText)
     seitenBilder(pdf, QStringLiteral("pdf_charge"));
 }
 
-TEST_F(Dokumente, ThreeCopiesAlternateImageAndTextAndShortInfoPrintsNoText)
+TEST_F(Documents, ThreeCopiesAlternateImageAndTextAndShortInfoPrintsNoText)
 {
     laden(charge());
     ASSERT_GE(Kurve.Info_Text.size(), INFO_MIN_ZEICHEN);
@@ -213,7 +213,7 @@ TEST_F(Dokumente, ThreeCopiesAlternateImageAndTextAndShortInfoPrintsNoText)
     EXPECT_EQ(seitenLagen(pdf), QStringLiteral("LLL"));
 }
 
-TEST_F(Dokumente, ListPagesCarryTheirHeadAndNumber)
+TEST_F(Documents, ListPagesCarryTheirHeadAndNumber)
 {
     laden(charge());
     plant.Pfad[3] = dir.filePath(QStringLiteral("CSV"));
@@ -240,13 +240,13 @@ TEST_F(Dokumente, ListPagesCarryTheirHeadAndNumber)
 namespace {
 
 /// The forms of the documents with the main window around them.
-class DokumentFormen : public Dokumente {
+class DocumentForms : public Documents {
 protected:
     std::unique_ptr<KM_MDI> w;
 
     void SetUp() override
     {
-        Dokumente::SetUp();
+        Documents::SetUp();
         plant.Pfad[0] = dir.path();
         plant.Pfad[3] = dir.filePath(QStringLiteral("CSV"));
         QDir().mkpath(plant.Pfad[3]);
@@ -255,7 +255,7 @@ protected:
     void TearDown() override
     {
         w.reset();
-        Dokumente::TearDown();
+        Documents::TearDown();
     }
 
     void setLanguage(int s)
@@ -292,7 +292,7 @@ protected:
 
 } // namespace
 
-TEST_F(DokumentFormen, ValueListWithItsChoiceInGermanAndEnglish)
+TEST_F(DocumentForms, ValueListWithItsChoiceInGermanAndEnglish)
 {
     w->showCurve(charge());
     KM_Kurve *k = w->kurve();
@@ -331,7 +331,7 @@ TEST_F(DokumentFormen, ValueListWithItsChoiceInGermanAndEnglish)
     EXPECT_EQ(plant.List16_Offen, 0);
 }
 
-TEST_F(DokumentFormen, SixteenChannelViewOfTheElementCurrents)
+TEST_F(DocumentForms, SixteenChannelViewOfTheElementCurrents)
 {
     w->showCurve(stromCharge());
     KM_Kurve *k = w->kurve();
@@ -357,7 +357,7 @@ TEST_F(DokumentFormen, SixteenChannelViewOfTheElementCurrents)
     }
 }
 
-TEST_F(DokumentFormen, ElementCurrentViewOverItsFurnace)
+TEST_F(DocumentForms, ElementCurrentViewOverItsFurnace)
 {
     plant.Element_Spuren[2] = 12;
     plant.Ofen_Name[2] = QStringLiteral("Vakuumofen 3");

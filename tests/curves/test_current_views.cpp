@@ -20,7 +20,7 @@ namespace {
 
 using View16Test = CurveTest;
 
-class StromTest : public FreshProcess {
+class ElementCurrentTest : public FreshProcess {
 protected:
     void SetUp() override
     {
@@ -89,7 +89,7 @@ TEST_F(View16Test, PagingGoesThroughTheCurveWindowAndTheExportWritesThePage)
     EXPECT_TRUE(View_Liste.zeilen[1].contains(QStringLiteral("     42      0")));
 }
 
-TEST_F(StromTest, BarsClampTheirHeightButShowTheTrueValue)
+TEST_F(ElementCurrentTest, BarsClampTheirHeightButShowTheTrueValue)
 {
     plant.SPS_Wort(2, word::ELEMENT_SCALE) = 50;
     plant.Ofen_Gross[2] = TRUE16; // the large layout has the second picture
@@ -113,7 +113,7 @@ TEST_F(StromTest, BarsClampTheirHeightButShowTheTrueValue)
     EXPECT_DOUBLE_EQ(Strom.bars[0].hoehe, 120);
 }
 
-TEST_F(StromTest, WithoutAScaleFromThePlcTheValuesMakeOne)
+TEST_F(ElementCurrentTest, WithoutAScaleFromThePlcTheValuesMakeOne)
 {
     plant.SPS_Wort(2, word::ELEMENT_SCALE) = 0;
     openElementView(3, 100);

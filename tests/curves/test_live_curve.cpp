@@ -11,7 +11,7 @@ using namespace kal::test;
 
 namespace {
 
-class LiveKurve : public FreshProcess {
+class LiveCurve : public FreshProcess {
 protected:
     /// Runs `n` ticks of the main cycle's step 310.
     static void ticks(int n)
@@ -24,7 +24,7 @@ protected:
 
 } // namespace
 
-TEST_F(LiveKurve, OneSampleEveryRasterTimesTenTicksForAllFurnaces)
+TEST_F(LiveCurve, OneSampleEveryRasterTimesTenTicksForAllFurnaces)
 {
     plant.Live_Raster = 10;
     plant.Ofen_Online[0] = plant.Ofen_Online[7] = TRUE16;
@@ -60,7 +60,7 @@ TEST_F(LiveKurve, OneSampleEveryRasterTimesTenTicksForAllFurnaces)
     EXPECT_EQ(scr.liveKurve, 1);
 }
 
-TEST_F(LiveKurve, PlainTypesAndTheResistanceRule)
+TEST_F(LiveCurve, PlainTypesAndTheResistanceRule)
 {
     plant.Ofen_Typ[1] = 0;
     plant.SPS_Wort(0, word::SET_VALUE) = 9000;
@@ -82,7 +82,7 @@ TEST_F(LiveKurve, PlainTypesAndTheResistanceRule)
     EXPECT_EQ(ist(0, 5, 5), 100);
 }
 
-TEST_F(LiveKurve, TypeOneHasItsFixedMap)
+TEST_F(LiveCurve, TypeOneHasItsFixedMap)
 {
     plant.Ofen_Typ[3] = 1;
     plant.SPS_Wort(2, 293) = 12345;
@@ -98,7 +98,7 @@ TEST_F(LiveKurve, TypeOneHasItsFixedMap)
     EXPECT_EQ(k.Live_Out[6][360], 17);
 }
 
-TEST_F(LiveKurve, HeadedTypesReadTheChannelTables)
+TEST_F(LiveCurve, HeadedTypesReadTheChannelTables)
 {
     const int slot = 2, ofen = 1;
     plant.Ofen_Typ[slot] = -10;
@@ -128,7 +128,7 @@ TEST_F(LiveKurve, HeadedTypesReadTheChannelTables)
     EXPECT_EQ(k.Live_Ist[1][4], 10);
 }
 
-TEST_F(LiveKurve, PageRunsFromTheOldestToTheNewest)
+TEST_F(LiveCurve, PageRunsFromTheOldestToTheNewest)
 {
     for (int p = 0; p < 360; ++p)
         Live.ofen[0].Live_Ist[0][size_t(p)] = i16(1000 + p);
@@ -146,7 +146,7 @@ TEST_F(LiveKurve, PageRunsFromTheOldestToTheNewest)
         ASSERT_FALSE(actualVisible(leer, 0, i));
 }
 
-TEST_F(LiveKurve, ScaleLeavesAStepBelowAndKeepsItsLowerLimit)
+TEST_F(LiveCurve, ScaleLeavesAStepBelowAndKeepsItsLowerLimit)
 {
     PlotPage s;
     s.clear();
@@ -168,7 +168,7 @@ TEST_F(LiveKurve, ScaleLeavesAStepBelowAndKeepsItsLowerLimit)
     EXPECT_EQ(z.Skala_Max[0], 120);
 }
 
-TEST_F(LiveKurve, TimeLabelsSpanAnHourAndWrapInSixteenBits)
+TEST_F(LiveCurve, TimeLabelsSpanAnHourAndWrapInSixteenBits)
 {
     const QDateTime jetzt(QDate(2024, 6, 1), QTime(14, 30, 0), Qt::UTC);
     plant.Datum_Log[0] = QStringLiteral("01.06.2024 14:29:40");
