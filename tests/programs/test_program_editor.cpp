@@ -116,12 +116,9 @@ TEST_F(Editor, ArrangementPerCommand)
     for (const Case &f : faelle) {
         S(2).Befehl = u8(f.befehl);
         const RowLayout a = segmentLayout(2);
-        EXPECT_EQ(a.Soll_Einh, f.einh) << f.befehl;
-        EXPECT_EQ(a.Grad_Einheit, f.grad) << f.befehl;
-        EXPECT_EQ(a.Sollwert, f.soll) << f.befehl;
-        EXPECT_EQ(a.Gradient, f.gradient) << f.befehl;
-        EXPECT_EQ(a.MaxOUT, f.maxOut) << f.befehl;
-        EXPECT_EQ(a.Gradient_Leer, f.leer) << f.befehl;
+        EXPECT_EQ(std::tie(a.Soll_Einh, a.Grad_Einheit, a.Sollwert, a.Gradient, a.MaxOUT, a.Gradient_Leer),
+                  std::tie(f.einh, f.grad, f.soll, f.gradient, f.maxOut, f.leer))
+            << f.befehl;
     }
     S(2).Befehl = 1;
     EXPECT_EQ(segmentLayout(2).Soll_Hinweis, QStringLiteral(" 0 -1720"));

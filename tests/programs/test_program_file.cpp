@@ -97,12 +97,8 @@ TEST_F(ProgramFileTest, LoadTakesFieldsAsStoredButClampsSetValueAndKeeps11BitsOf
 
     prog.Prog = Program{};
     ASSERT_TRUE(Prog_Laden(prog.Prog_Datei, 2));
-    EXPECT_EQ(S(0).Analog, 0x7FF);
-    EXPECT_EQ(S(0).Befehl_Alt, 1);
-    EXPECT_EQ(S(0).Zuluft, 120);
-    EXPECT_EQ(S(0).Ausgang, 3);
-    EXPECT_EQ(S(1).Befehl, 4);
-    EXPECT_EQ(S(1).MaxOut, 55);
+    EXPECT_EQ((std::vector<int>{S(0).Analog, S(0).Befehl_Alt, S(0).Zuluft, S(0).Ausgang, S(1).Befehl, S(1).MaxOut}),
+              (std::vector<int>{0x7FF, 1, 120, 3, 4, 55}));
     EXPECT_EQ(prog.Prog.Datum, jetzt);
 
     // The same file as "OV_ENT": 350 whatever the furnace's maximum, outputs

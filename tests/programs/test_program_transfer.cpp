@@ -3,6 +3,7 @@
 // copy buffer.
 
 #include "config/text_ids.h"
+#include "link/write_journal.h"
 #include "programs/program_transfer.h"
 #include "programs_fixture.h"
 
@@ -57,6 +58,9 @@ TEST_F(Transfer, ActiveProgramOfAFurnaceWithoutVersionWord)
     EXPECT_EQ(plant.SPS_Wort(0, 188), 0x1234); // no place number for the active program
     EXPECT_EQ(imageWords(0, 190, 3), (std::vector<int>{0x21, 0x04, 0}));
     EXPECT_EQ(both(plant.Write_Adr[0], plant.Write_Len[0]), both(100, 100));
+    // The write journal names the queued block by its program and place.
+    writeJournal(0, 100, {1}, QString(), true);
+    EXPECT_TRUE(QString::fromUtf8(readFile(journalFile())).contains(QStringLiteral("\tprogram \"Härten 820\" -> active program")));
 }
 
 TEST_F(Transfer, MemoryPlaceOfAFurnaceWithVersionWord)
@@ -72,6 +76,8 @@ TEST_F(Transfer, MemoryPlaceOfAFurnaceWithVersionWord)
     EXPECT_EQ(plant.SPS_Wort(1, 388), 3);
     EXPECT_EQ(plant.SPS_Wort(1, 380), i16(0xE448));
     EXPECT_EQ(both(plant.Write_Adr[1], plant.Write_Len[1]), both(300, 100));
+    writeJournal(1, 300, {1}, QString(), true);
+    EXPECT_TRUE(QString::fromUtf8(readFile(journalFile())).contains(QStringLiteral("\tprogram \"Härten 820\" -> place 3")));
 }
 
 TEST_F(Transfer, VersionWordOneHalvesTheAirFeedAndTheWayBackDoublesIt)
@@ -168,18 +174,11 @@ TEST_F(Transfer, CopyBufferRoundTrip)
     loadExample();
     ASSERT_EQ(Prog_Senden(START_PLATZ, 4), SendResult::Gesendet);
     ProgCopy_aus_SPS(1, 200);
-    for (int k = 0; k < 6; ++k) {
-        const ProgramSegment &a = prog.Prog.Segment[size_t(k)];
-        const ProgramSegment &b = prog.Prog_Puffer.Segment[size_t(k)];
-        EXPECT_EQ(b.Befehl, a.Befehl) << k;
-        EXPECT_EQ(b.Sollwert, a.Sollwert) << k;
-        EXPECT_EQ(b.Haltezeit, a.Haltezeit) << k;
-        EXPECT_EQ(b.Gradient, a.Gradient) << k;
-        EXPECT_EQ(b.MaxOut, a.MaxOut) << k;
-        EXPECT_EQ(b.Ausgang, a.Ausgang) << k;
-        EXPECT_EQ(b.Zuluft, a.Zuluft) << k;
-        EXPECT_EQ(b.Analog, a.Analog) << k;
-    }
+    const auto felder = [](const ProgramSegment &s) {
+        return std::vector<int>{s.Befehl, s.Sollwert, s.Haltezeit, s.Gradient, s.MaxOut, s.Ausgang, s.Zuluft, s.Analog};
+    };
+    for (size_t k = 0; k < 6; ++k)
+        EXPECT_EQ(felder(prog.Prog_Puffer.Segment[k]), felder(prog.Prog.Segment[k])) << k;
     EXPECT_EQ(prog.Prog_Puffer.Prog_Name, QStringLiteral("Härten 820"));
 
     // Pasted into another furnace's working copy, dated now.
