@@ -1,24 +1,23 @@
 // One station per data folder, with the real executable against the
-// simulated plant in this process: two starts on one folder, a station killed
-// with SIGKILL and the next start, and the office viewer (in this process)
-// beside a running station. The simulator's frame log tells which sockets
-// reached a PLC. The waits are bounded loops of the event loop; nothing is
-// timed.
+// simulated plant in this process: further starts on the folder of a running
+// station, the office viewer (in this process) beside it, the folder given up
+// at SIGTERM. The lock's rules themselves are tested in process in
+// tests/station, the exit codes of starts that cannot run in test_documents.
+// The simulator's frame log tells which sockets reached a PLC. The waits are
+// bounded loops of the event loop; nothing is timed.
 
-#include "app/demo.h"
 #include "config/paths.h"
 #include "config/text_ids.h"
-#include "config/languages.h"
 #include "core/dates.h"
-#include "core/plant_state.h"
 #include "curves/curve_store.h"
-#include "demo_station.h"
 #include "link/socket.h"
+#include "demo_station.h"
 #include "operation/live_page.h"
 #include "recording/batch_file.h"
 #include "sim/log_blocks.h"
 #include "sim/plant.h"
 #include "station/single_station.h"
+#include "support/files.h"
 
 #include <QDirIterator>
 #include <QProcess>
@@ -173,80 +172,29 @@ protected:
             r << it.next();
         return r;
     }
-    int records(const QString &file) const
-    {
-        BatchFile f;
-        return f.openRead(file) ? f.count() : -1;
-    }
-    QByteArray lockOwner() const
-    {
-        QFile f(dir.filePath(STATION_LOCK));
-        return f.open(QIODevice::ReadOnly) ? f.readLine().trimmed() : QByteArray();
-    }
 };
 
 } // namespace
 
-TEST_F(SharedFolder, SecondStationHandsOverAndPollsNothing)
+TEST_F(SharedFolder, SecondStartsHandOverAndAViewerBesideTheStationFollowsItsBatch)
 {
-    QProcess &erste = start({});
-    ASSERT_TRUE(waitUntil([&] { return polled(); }, 30000)) << erste.readAll().constData();
-    EXPECT_EQ(lockOwner(), QByteArray::number(erste.processId()));
+    QProcess &station = start({});
+    ASSERT_TRUE(waitUntil([&] { return polled(); }, 30000)) << station.readAll().constData();
+    EXPECT_TRUE(readFile(dir.filePath(STATION_LOCK)).startsWith(QByteArray::number(station.processId()) + '\n'));
 
     // A second start without a batch only raises the running station.
     QProcess &zweite = start({});
     EXPECT_EQ(ended(zweite, 5000), 0) << zweite.readAll().constData();
 
-    offerSamples(5);
+    offerSamples(3);
     ASSERT_TRUE(waitUntil([&] { return allTaken(); }, 60000));
     const QStringList dateien = batchFiles();
     ASSERT_EQ(dateien.size(), 1) << dateien.join(' ').toStdString();
+    const QString charge = dateien.first();
 
-    // A second start with the batch hands it over while the first records.
-    QProcess &dritte = start({dateien.first()});
+    // A second start with the batch hands it over while the station records.
+    QProcess &dritte = start({charge});
     EXPECT_EQ(ended(dritte, 5000), 0) << dritte.readAll().constData();
-    offerSamples(3);
-    ASSERT_TRUE(waitUntil([&] { return allTaken(); }, 60000));
-    waitUntil([] { return false; }, 1000); // the last acknowledgement's answer
-
-    // One socket per furnace, every block acknowledged once and stored once.
-    EXPECT_EQ(peers(PLAIN).size(), 1) << QStringList(peers(PLAIN).values()).join(' ').toStdString();
-    EXPECT_EQ(peers(HEADED).size(), 1) << QStringList(peers(HEADED).values()).join(' ').toStdString();
-    EXPECT_EQ(sim->furnace(PLAIN)->log().taken(), offered);
-    EXPECT_EQ(acks(), offered.size());
-    EXPECT_EQ(records(dateien.first()), 39 + samples);
-    EXPECT_EQ(batchFiles(), dateien);
-    EXPECT_EQ(erste.state(), QProcess::Running);
-}
-
-TEST_F(SharedFolder, LockOfAKilledStationIsTakenOverByTheNextStart)
-{
-    QProcess &erste = start({});
-    const qint64 pid = erste.processId();
-    ASSERT_TRUE(waitUntil([&] { return polled() && !lockOwner().isEmpty(); }, 30000));
-    ::kill(static_cast<pid_t>(pid), SIGKILL);
-    ASSERT_TRUE(waitUntil([&] { return erste.state() == QProcess::NotRunning; }, 10000));
-    EXPECT_EQ(lockOwner(), QByteArray::number(pid)); // left behind
-
-    QProcess &naechste = start({});
-    ASSERT_TRUE(waitUntil([&] { return lockOwner() == QByteArray::number(naechste.processId()); }, 10000))
-        << naechste.readAll().constData();
-    sim->frames().clear();
-    EXPECT_TRUE(waitUntil([&] { return polled(); }, 30000));
-    // A station that ends cleanly gives its folder up.
-    ::kill(static_cast<pid_t>(naechste.processId()), SIGTERM);
-    EXPECT_EQ(ended(naechste, 15000), 0);
-    EXPECT_FALSE(QFile::exists(dir.filePath(STATION_LOCK)));
-}
-
-TEST_F(SharedFolder, ViewerBesideAStationTouchesNoPlcAndFollowsTheBatch)
-{
-    QProcess &station = start({});
-    ASSERT_TRUE(waitUntil([&] { return polled(); }, 30000));
-    offerSamples(3);
-    ASSERT_TRUE(waitUntil([&] { return allTaken(); }, 60000));
-    ASSERT_EQ(batchFiles().size(), 1);
-    const QString charge = batchFiles().first();
 
     // The viewer in this process, on the station's folder.
     plant.Daten_Ordner_Option = dir.path();
@@ -267,66 +215,39 @@ TEST_F(SharedFolder, ViewerBesideAStationTouchesNoPlcAndFollowsTheBatch)
     Seite_Act(Seite);
     EXPECT_EQ(Seite.Zeile[PLAIN].Status, Text_Id(text::OFFLINE));
 
-    // A second viewer start hands its batch to this one.
+    // A viewer start hands its batch to this one.
     QProcess &zweiter = start({QStringLiteral("--view"), charge});
     EXPECT_EQ(ended(zweiter, 5000), 0) << zweiter.readAll().constData();
     ASSERT_TRUE(waitUntil([&] { return plant.Kurve_Datei == charge; }, 2000));
     ASSERT_NE(w.kurve(), nullptr);
-    const int gelesen = Kurve.Satz_Letzter;
-    EXPECT_EQ(gelesen, 39 + samples);
+    EXPECT_EQ(Kurve.Satz_Letzter, 39 + samples);
 
     // The station goes on recording; the viewer's curve grows with the file.
     offerSamples(2);
     ASSERT_TRUE(waitUntil([&] { return allTaken(); }, 60000));
     EXPECT_TRUE(waitUntil([&] { return Kurve.Satz_Letzter == 39 + samples; }, 5000)) << Kurve.Satz_Letzter;
+    waitUntil([] { return false; }, 1000); // the last acknowledgement's answer
 
-    for (int k = 0; k < KANAL_MAX; ++k)
-        EXPECT_EQ(Winsock1.get(k), nullptr) << k;
-    EXPECT_EQ(peers(PLAIN).size(), 1);
-    EXPECT_EQ(peers(HEADED).size(), 1);
+    // One socket per furnace, the station's; every block acknowledged once and stored once.
+    EXPECT_EQ(peers(PLAIN).size(), 1) << QStringList(peers(PLAIN).values()).join(' ').toStdString();
+    EXPECT_EQ(peers(HEADED).size(), 1) << QStringList(peers(HEADED).values()).join(' ').toStdString();
+    EXPECT_EQ(sim->furnace(PLAIN)->log().taken(), offered);
     EXPECT_EQ(acks(), offered.size());
-    EXPECT_EQ(station.state(), QProcess::Running);
+    BatchFile gespeichert;
+    ASSERT_TRUE(gespeichert.openRead(charge));
+    EXPECT_EQ(gespeichert.count(), 39 + samples);
+    EXPECT_EQ(batchFiles(), dateien);
     EXPECT_TRUE(dlg.shown.empty()) << dlg.shown.front().text.toStdString();
 
-    waitUntil([] { return false; }, 500);
     saveSnapshot(w, QStringLiteral("viewer_de.png"));
     plant.Sprache = 1;
     Sprachumschalt();
     waitUntil([] { return false; }, 500);
     saveSnapshot(w, QStringLiteral("viewer_en.png"));
     Programm_Ende();
-}
 
-TEST(StartRefused, ExitCodesOfStartsThatCannotRun)
-{
-    QTemporaryDir dir;
-    ASSERT_TRUE(dir.isValid());
-    QFile blocker(dir.filePath(QStringLiteral("datei")));
-    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
-    blocker.close();
-    struct Case {
-        QStringList args;
-        int code;
-        QByteArray says;
-    };
-    const Case faelle[] = {
-        // A data folder that can be neither made nor locked.
-        {{QStringLiteral("--data"), dir.filePath(QStringLiteral("datei/Kalmeron"))}, 4, "does not start"},
-        {{QStringLiteral("--data"), dir.path(), dir.filePath(QStringLiteral("D1.OVD"))}, 3, "D1.OVD"},
-        {{QStringLiteral("--view"), QStringLiteral("--demo")}, 2, "--view"},
-        {{QStringLiteral("--data"), dir.path(), blocker.fileName(), blocker.fileName()}, 2, "one batch"},
-    };
-    for (const Case &f : faelle) {
-        QProcess p;
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-        p.setProcessEnvironment(env);
-        p.start(QStringLiteral(KALMERON_EXE), f.args);
-        ASSERT_TRUE(p.waitForFinished(15000)) << f.args.join(' ').toStdString();
-        const QByteArray err = p.readAllStandardError();
-        EXPECT_EQ(p.exitCode(), f.code) << f.args.join(' ').toStdString() << "\n" << err.constData();
-        EXPECT_TRUE(err.contains(f.says)) << err.constData();
-        EXPECT_TRUE(p.readAllStandardOutput().isEmpty());
-    }
-    EXPECT_FALSE(QFile::exists(dir.filePath(STATION_LOCK))); // none of them took the folder
+    // A station that ends cleanly gives its folder up.
+    ::kill(static_cast<pid_t>(station.processId()), SIGTERM);
+    EXPECT_EQ(ended(station, 15000), 0);
+    EXPECT_FALSE(QFile::exists(dir.filePath(STATION_LOCK)));
 }
