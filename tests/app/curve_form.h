@@ -39,12 +39,6 @@ protected:
         CurveTest::TearDown();
     }
 
-    void setLanguage(int s)
-    {
-        plant.Sprache = u8(s);
-        Sprachumschalt();
-    }
-
     /// A heat treatment of eight hours: ramp to 850 °C, hold, cool; zone and
     /// pressure follow, a door message comes and goes.
     QString heatTreatment(const QString &name)

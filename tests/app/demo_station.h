@@ -37,6 +37,13 @@ inline void saveSnapshot(QWidget &w, const QString &name)
     w.grab().save(QStringLiteral(KALMERON_SHOTS "/") + name);
 }
 
+/// Switches the station's language as the settings do.
+inline void setLanguage(int sprache)
+{
+    plant.Sprache = static_cast<u8>(sprache);
+    Sprachumschalt();
+}
+
 inline int freeTcpPort()
 {
     QTcpServer s;

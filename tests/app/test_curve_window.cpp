@@ -1,13 +1,12 @@
 // The curve window, the batch browser, the log data page, the value list and
-// the current views as a user meets them: batches in a year folder, chosen in
-// the browser, paged and zoomed with the buttons, read with the mouse;
-// screenshots in German and English in build/shots.
+// the sixteen-channel view of the element currents as a user meets them:
+// batches in a year folder, chosen in the browser, paged and zoomed with the
+// buttons, read with the mouse; screenshots in German and English in
+// build/shots.
 
-#include "core/word_map.h"
 #include "curves/csv_export.h"
 #include "curves/curve_fixture.h"
 #include "curves/curve_store.h"
-#include "curves/element_view.h"
 #include "curves/time_axis.h"
 #include "curves/view16.h"
 #include "curve_form.h"
@@ -160,24 +159,4 @@ TEST_F(CurveForm, SixteenChannelViewOfTheElementCurrents)
             EXPECT_EQ(plant.List16_Offen, 0);
         }
     }
-}
-
-TEST_F(CurveForm, ElementCurrentViewOverItsFurnace)
-{
-    plant.Element_Spuren[2] = 12;
-    plant.Ofen_Name[2] = QStringLiteral("Vakuumofen 3");
-    plant.Ofen_Gross[2] = TRUE16;
-    plant.SPS_Wort(2, word::ELEMENT_SCALE) = 60;
-    for (int e = 0; e < 12; ++e)
-        plant.SPS_Wort(2, word::ELEMENT_CURRENTS + e) = i16(28 + e * 4);
-    for (int s : {0, 1}) {
-        setLanguage(s);
-        w->showElementView(3);
-        KM_SNTStrom *v = w->elementView();
-        EXPECT_EQ(v->windowTitle(), QStringLiteral("Strom Heizelemente, Vakuumofen 3"));
-        EXPECT_EQ(Strom.bars[11].Stromwert, QStringLiteral("72 A")); // this furnace's words
-        saveSnapshot(*v->parentWidget(), s == 0 ? QStringLiteral("sntstrom_de.png") : QStringLiteral("sntstrom_en.png"));
-    }
-    QTest::mouseClick(w->elementView()->zurueckTaste(), Qt::LeftButton);
-    EXPECT_FALSE(w->elementView()->parentWidget()->isVisible());
 }

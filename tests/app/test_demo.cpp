@@ -1,7 +1,10 @@
 // The demo plant end to end: the station and the simulator in one process on
-// loopback, as `kalmeron --demo` runs them, and the real executable ended by
-// SIGTERM. The waits are bounded loops of the event loop; nothing is timed.
+// loopback, as `kalmeron --demo` runs them (the live page with its curve,
+// element history, USB sources and element currents, the message list), and
+// the real executable ended by SIGTERM. The waits are bounded loops of the event loop; nothing is timed.
 
+#include "core/word_map.h"
+#include "curves/live_curve.h"
 #include "demo_station.h"
 #include "operation/live_page.h"
 #include "operation/message_store.h"
@@ -10,19 +13,22 @@
 #include "sim/plant.h"
 #include "support/usb_quelle.h"
 #include "views/KM_Alarme.h"
+#include "views/curve_widget.h"
 
 #include <QAction>
 #include <QKeyEvent>
 #include <QListWidget>
 #include <QProcess>
 #include <QPushButton>
+#include <QTest>
 #include <csignal>
 
 using namespace kal;
 using namespace kal::test;
 
-TEST_F(DemoStation, EveryFurnaceComesOnline)
+TEST_F(DemoStation, EveryFurnaceComesOnlineAndTheLiveCurveGrowsOnItsPage)
 {
+    plant.Live_Raster = 1; // a sample a second, so the curve grows while the test looks
     const bool ok = waitUntil([&] { return allOnline(); }, 60000);
     // Then until block 0 of the first furnace came in (its time is shown).
     waitUntil([] { return !plant.Block0_Zeit[0].isEmpty(); }, 30000);
@@ -33,14 +39,26 @@ TEST_F(DemoStation, EveryFurnaceComesOnline)
         EXPECT_TRUE(w->panelText(p).startsWith(plant.Sprachtext(plant.Sprache, 8))) << p;
     EXPECT_TRUE(dialogs.shown.empty()) << qPrintable(dialogs.shown.front().text);
 
+    // The live curve of the plain furnace 1: read between two samples, the
+    // newest stands one point left of the end.
+    KM_Menue &seite = *w->menuePage();
+    QTest::keyClick(&seite, Qt::Key_1);
+    ASSERT_EQ(plant.Seite_Ofen, 1);
+    waitUntil([] { return false; }, 25000);
+    const PlotPage s = livePage(0);
+    EXPECT_GT(s.Punkt_Ist[1][358], 0);
+    EXPECT_EQ(s.Punkt_Ist[1][0], 0) << "the ring is not full yet";
+    EXPECT_TRUE(seite.livePlot()->isVisible());
+    EXPECT_FALSE(seite.stromTaste()->isVisible()) << "a furnace without element currents";
+    saveSnapshot(*w, QStringLiteral("live_de.png"));
+
     // The same page in English.
-    plant.Sprache = 1;
-    Sprachumschalt();
+    setLanguage(1);
     waitUntil([] { return false; }, 600);
     saveSnapshot(*w, QStringLiteral("main_en.png"));
 }
 
-TEST_F(DemoStation, ElementHistoryAndUsbSourcesOnTheLivePage)
+TEST_F(DemoStation, ElementHistoryCurrentsAndUsbSourcesOnTheLivePage)
 {
     constexpr int VAKUUM = 3; // the furnace with element measurement
     for (int nr = 1; nr <= 9; ++nr) {
@@ -68,9 +86,21 @@ TEST_F(DemoStation, ElementHistoryAndUsbSourcesOnTheLivePage)
     EXPECT_EQ(seite.Quell_Liste()->item(0)->text(), "OF.DAT");
     waitUntil([] { return false; }, 600);
     saveSnapshot(*w, QStringLiteral("elements_usb_de.png"));
-    plant.Sprache = 1;
-    Sprachumschalt();
+
+    // The element currents of this furnace, live, and back to the page.
+    ASSERT_TRUE(seite.stromTaste()->isVisible());
+    QTest::mouseClick(seite.stromTaste(), Qt::LeftButton);
+    KM_SNTStrom *strom = w->elementView();
+    ASSERT_NE(strom, nullptr);
+    EXPECT_TRUE(strom->windowTitle().startsWith(QStringLiteral("Strom Heizelemente, Vakuumofen 3")));
+    waitUntil([] { return false; }, 1500);
+    EXPECT_GT(plant.SPS_Wort(VAKUUM - 1, word::ELEMENT_SCALE), 0);
+    saveSnapshot(*w, QStringLiteral("sntstrom_de.png"));
+    setLanguage(1);
     waitUntil([] { return false; }, 600);
+    saveSnapshot(*w, QStringLiteral("sntstrom_en.png"));
+    QTest::mouseClick(strom->zurueckTaste(), Qt::LeftButton);
+    EXPECT_FALSE(strom->parentWidget()->isVisible());
     saveSnapshot(*w, QStringLiteral("elements_usb_en.png"));
 
     seite.RX_Export()->click();

@@ -52,13 +52,12 @@ Lauf kalmeron(const QStringList &args)
     return start(QStringLiteral(KALMERON_EXE), args, true);
 }
 
-/// Page sizes of a PDF as "L" (landscape) and "P" (portrait), in order.
+/// Page sizes of a PDF as "L" (landscape) and "P" (portrait), in order
+/// (pdfinfo stops at the last page).
 QString seitenLagen(const QString &pdf)
 {
-    const QRegularExpression zahl(QStringLiteral("Pages: +(\\d+)"));
-    const QString seiten = zahl.match(QString::fromUtf8(start(QStringLiteral("pdfinfo"), {pdf}).out)).captured(1);
     const Lauf info = start(QStringLiteral("pdfinfo"), {QStringLiteral("-f"), QStringLiteral("1"),
-                                                          QStringLiteral("-l"), seiten, pdf});
+                                                          QStringLiteral("-l"), QStringLiteral("9999"), pdf});
     QString lagen;
     const QRegularExpression re(QStringLiteral("Page +\\d+ size: +([\\d.]+) x ([\\d.]+)"));
     for (auto it = re.globalMatch(QString::fromUtf8(info.out)); it.hasNext();) {

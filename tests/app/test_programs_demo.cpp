@@ -32,11 +32,11 @@ namespace {
 
 class ProgramRound : public DemoStation {
 protected:
-    void chooseFurnace(KM_ProgWahl *wahl, int ofenNr)
+    /// Picks the entry of a combo box that carries `daten`, as a click does.
+    void pick(QComboBox *c, int daten)
     {
-        QComboBox *c = wahl->Combo1();
-        const int i = c->findData(ofenNr);
-        ASSERT_GE(i, 0);
+        const int i = c->findData(daten);
+        ASSERT_GE(i, 0) << daten;
         c->setCurrentIndex(i);
         Q_EMIT c->activated(i);
     }
@@ -45,19 +45,11 @@ protected:
     {
         w->showProgramChoice();
         KM_ProgWahl *wahl = w->progWahl();
-        chooseFurnace(wahl, ofenNr);
+        pick(wahl->Combo1(), ofenNr);
         wahl->Text1()->clear();
         QTest::keyClicks(wahl->Text1(), QString::number(p));
         QTest::mouseClick(wahl->okButton(), Qt::LeftButton);
         return w->schritte();
-    }
-    void pickCommand(KM_Schritte *ed, int row, int b)
-    {
-        QComboBox *c = ed->Combo2(row);
-        const int i = c->findData(b);
-        ASSERT_GE(i, 0) << row << " " << b;
-        c->setCurrentIndex(i);
-        Q_EMIT c->activated(i);
     }
     void typeInto(QLineEdit *e, const QString &text)
     {
@@ -80,15 +72,15 @@ TEST_F(ProgramRound, EditSaveSendRunFetchAndPaste)
     KM_Schritte *ed = openFromSelection(2, 12);
     ASSERT_NE(ed, nullptr);
     ASSERT_TRUE(ed->isVisible());
-    pickCommand(ed, 0, 1);
+    pick(ed->Combo2(0), 1);
     typeInto(ed->Sollwert(0), "500");
     typeInto(ed->Gradient(0), "600");
-    pickCommand(ed, 1, 2);
+    pick(ed->Combo2(1), 2);
     typeInto(ed->Gradient(1), "0,5");
-    pickCommand(ed, 2, 5);
+    pick(ed->Combo2(2), 5);
     typeInto(ed->Sollwert(2), "1");
     typeInto(ed->Gradient(2), "1");
-    pickCommand(ed, 3, 1);
+    pick(ed->Combo2(3), 1);
     typeInto(ed->Sollwert(3), "100");
     typeInto(ed->Gradient(3), "450,5");
     ed->Text1()->setFocus();
@@ -149,7 +141,7 @@ TEST_F(ProgramRound, EditSaveSendRunFetchAndPaste)
     // Pasted into furnace 4's program 7 from the selection, renamed, saved.
     w->showProgramChoice();
     KM_ProgWahl *wahl = w->progWahl();
-    chooseFurnace(wahl, 4);
+    pick(wahl->Combo1(), 4);
     QTest::keyClicks(wahl->Text1(), "7");
     saveSnapshot(*w, QStringLiteral("programs_selection_de.png"));
     ASSERT_TRUE(wahl->insertButton()->isEnabled());
@@ -172,13 +164,12 @@ TEST_F(ProgramRound, EditSaveSendRunFetchAndPaste)
 
     // The forms in English: the editor of furnace 4 (outputs and air feed),
     // the selection and the program view.
-    plant.Sprache = 1;
-    Sprachumschalt();
+    setLanguage(1);
     waitUntil([] { return false; }, 300);
     saveSnapshot(*w, QStringLiteral("programs_editor_en.png"));
     ed->close();
     w->showProgramChoice();
-    chooseFurnace(w->progWahl(), 2);
+    pick(w->progWahl()->Combo1(), 2);
     saveSnapshot(*w, QStringLiteral("programs_selection_en.png"));
     w->progWahl()->close();
     w->showProgramView();

@@ -48,23 +48,15 @@ protected:
         FreshProcess::SetUp();
         ASSERT_TRUE(dir.isValid());
         modbusPort = freeTcpPort();
-        sim::PlantDescription d;
-        d.udpPort = Panel_Port;
-        d.modbusPort = modbusPort;
-        sim::FurnaceDescription a;
-        a.index = PLAIN;
-        a.address = QStringLiteral("127.0.18.11");
-        a.name = QStringLiteral("Kammerofen");
-        a.serial = QStringLiteral("2611-018-KAM");
-        sim::FurnaceDescription b;
-        b.index = HEADED;
-        b.address = QStringLiteral("127.0.18.12");
-        b.protocol = sim::Protocol::Modbus;
-        b.headed = true;
-        b.base = 500;
-        b.name = QStringLiteral("Haerteofen");
-        b.serial = QStringLiteral("2611-019-HRT");
-        d.furnaces = {a, b};
+        const sim::PlantDescription d{
+            .furnaces = {{.index = PLAIN, .address = QStringLiteral("127.0.18.11"), .name = QStringLiteral("Kammerofen"),
+                          .serial = QStringLiteral("2611-018-KAM")},
+                         {.index = HEADED, .address = QStringLiteral("127.0.18.12"), .protocol = sim::Protocol::Modbus,
+                          .headed = true, .base = 500, .name = QStringLiteral("Haerteofen"),
+                          .serial = QStringLiteral("2611-019-HRT")}},
+            .udpPort = Panel_Port,
+            .modbusPort = modbusPort,
+        };
         sim = std::make_unique<sim::SimPlant>(d);
         QString fehler;
         ASSERT_TRUE(sim->start(&fehler)) << fehler.toStdString();
@@ -144,15 +136,12 @@ protected:
     {
         if (offered.isEmpty())
             offer(sim::announcementBlock(BATCH, t0));
-        for (int i = 0; i < n; ++i, ++samples) {
-            sim::SampleValues v;
-            v.stamp = t0.addSecs(300 * (samples + 1));
-            v.actual = static_cast<int16_t>(6000 + 300 * samples);
-            v.setpoint = 8100;
-            v.kind = 1;
-            v.batch = BATCH;
-            offer(sim::plainSampleBlock(v));
-        }
+        for (int i = 0; i < n; ++i, ++samples)
+            offer(sim::plainSampleBlock({.stamp = t0.addSecs(300 * (samples + 1)),
+                                         .setpoint = 8100,
+                                         .actual = static_cast<int16_t>(6000 + 300 * samples),
+                                         .kind = 1,
+                                         .batch = BATCH}));
     }
     bool allTaken() const { return sim->furnace(PLAIN)->log().taken().size() == offered.size(); }
     /// Writes of 0 to the plain furnace's trigger word: one per block taken.
@@ -240,8 +229,7 @@ TEST_F(SharedFolder, SecondStartsHandOverAndAViewerBesideTheStationFollowsItsBat
     EXPECT_TRUE(dlg.shown.empty()) << dlg.shown.front().text.toStdString();
 
     saveSnapshot(w, QStringLiteral("viewer_de.png"));
-    plant.Sprache = 1;
-    Sprachumschalt();
+    setLanguage(1);
     waitUntil([] { return false; }, 500);
     saveSnapshot(w, QStringLiteral("viewer_en.png"));
     Programm_Ende();

@@ -52,16 +52,14 @@ TEST_F(StartupTest, WithoutConfigurationRunsWithEightDisabledFurnaces)
     const QList<QPair<int, bool>> aus = {{4, false}, {6, false}, {7, false}};
     EXPECT_EQ(scr.formen, aus);
 
-    // Data folder, program folder and the message store are there.
+    // The data folder and the message store are there.
     EXPECT_EQ(QDir(plant.Pfad[0]).canonicalPath(), QDir(dir.path()).canonicalPath());
-    EXPECT_TRUE(QDir(dir.filePath(QStringLiteral("Programme"))).exists());
     EXPECT_TRUE(messageStoreOpen());
     EXPECT_TRUE(QFile::exists(dir.filePath(QStringLiteral("Kalmeron.mld"))));
 
     const QString neujahr = QStringLiteral("01.01.%1").arg(QDate::currentDate().year());
     EXPECT_EQ(plant.Datum_Von, neujahr);
     EXPECT_EQ(plant.Datum_Bis, neujahr);
-    EXPECT_EQ(plant.Prog_Anzahl, 100);
 }
 
 TEST_F(StartupTest, WithConfigurationReadsPlantAndAsksNothing)

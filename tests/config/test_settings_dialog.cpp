@@ -1,6 +1,6 @@
 // The settings dialog's logic: the limits of every field with their
 // replacement values, OK and Cancel, the backup folder check, the disk, the
-// message pages and the language table export.
+// message pages and the status line of the PLC info.
 
 #include "config_fixture.h"
 
@@ -142,7 +142,7 @@ TEST_F(SettingsTest, DiskChoiceRebuildsTheFoldersOrRefusesAMissingDisk)
     EXPECT_EQ(QDir::fromNativeSeparators(Parameter.Pfad[1]), platte + QLatin1Char('/') + rest);
 }
 
-TEST_F(SettingsTest, MessagePagesSkipTheThirdOnThirtyTwoMessagesAndTheTableIsExported)
+TEST_F(SettingsTest, MessagePagesSkipTheThirdOnThirtyTwoMessagesAndTheStatusLine)
 {
     plant.Meld_Anzahl[1] = 32;
     plant.Meld_Text(1, 16) = QStringLiteral("Kühlwasser");
@@ -164,7 +164,4 @@ TEST_F(SettingsTest, MessagePagesSkipTheThirdOnThirtyTwoMessagesAndTheTableIsExp
     plant.SPS_Wort(1, 388) = 1113;
     EXPECT_EQ(statusLine(1), QStringLiteral("Load ERROR 13/16"));
     EXPECT_EQ(LOAD_STAT(1), QStringLiteral("  "));
-
-    ASSERT_TRUE(Command3_Export());
-    EXPECT_EQ(readFile(dataFile(QStringLiteral("KM_SP.LNG"))).size(), 172 * 312);
 }

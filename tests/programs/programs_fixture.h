@@ -31,11 +31,6 @@ protected:
         Sprachumschalt();
         setNow(jetzt);
     }
-    void TearDown() override
-    {
-        setNow(QDateTime());
-        FreshProcess::TearDown();
-    }
 
     /// Furnace number n with a type word, an option word (its two bytes as the
     /// version text) and a kind; the working copy is set to it.
@@ -65,7 +60,6 @@ protected:
         s.Analog = i16(analog);
     }
 
-    QByteArray fileBytes(const QString &name) { return readFile(name); }
     /// Record r (from 1) of a program file's bytes.
     static QByteArray Satz(const QByteArray &b, int r) { return b.mid((r - 1) * 19, 19); }
 };

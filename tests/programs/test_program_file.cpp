@@ -18,7 +18,7 @@ TEST_F(ProgramFileTest, FreshFileHas2101RecordsAllDatedNowAndEmpty)
 {
     Ofen(1, 3);
     ASSERT_TRUE(Prog_Neu());
-    const QByteArray b = fileBytes(prog.Prog_Datei);
+    const QByteArray b = readFile(prog.Prog_Datei);
     ASSERT_EQ(b.size(), PROG_DATEI_SAETZE * PROG_SATZ);
     // 23.11.26 09:15:42, then the number of programs.
     EXPECT_EQ(Satz(b, 1), hex("17 0B 1A 09 0F 2A 64 00 00 00 00 00 00 00 00 00 00 00 00"));
@@ -35,7 +35,7 @@ TEST_F(ProgramFileTest, SegmentRecordByteByByte)
     Seg(0, 1, 850, 0, 1200, 80, 5, 300, 0x123);
     Seg(1, 2, 2000, 25);
     ASSERT_TRUE(Prog_Sichern(prog.Prog_Datei, 5));
-    const QByteArray b = fileBytes(prog.Prog_Datei);
+    const QByteArray b = readFile(prog.Prog_Datei);
     const int kopf = headerRecord(5);
     ASSERT_EQ(kopf, 86);
     EXPECT_EQ(Satz(b, kopf).left(8), hex("17 0B 1A 09 0F 2A 05 00"));
@@ -68,7 +68,7 @@ TEST_F(ProgramFileTest, NameCharactersByNameLengthAndTheBufferLeftovers)
         ASSERT_TRUE(Prog_Neu());
         prog.Prog.Prog_Name = f.name;
         ASSERT_TRUE(Prog_Sichern(prog.Prog_Datei, 1));
-        const QByteArray b = fileBytes(prog.Prog_Datei);
+        const QByteArray b = readFile(prog.Prog_Datei);
         const QByteArray name = paddedName(f.name, prog.Prog_Name_Len).toLatin1();
         for (int k = 0; k < 20; ++k) {
             const QByteArray erwartet = k < f.saetze ? name.mid(2 * k, 2) : QByteArray(f.rest);
@@ -123,7 +123,7 @@ TEST_F(ProgramFileTest, DeletedSlotIsEmptyUntilSavedAgainAtTheSamePlace)
         ASSERT_TRUE(Prog_Sichern(prog.Prog_Datei, p));
     }
     ASSERT_TRUE(Prog_Loeschen(prog.Prog_Datei, 7));
-    const QByteArray kopf = Satz(fileBytes(prog.Prog_Datei), headerRecord(7));
+    const QByteArray kopf = Satz(readFile(prog.Prog_Datei), headerRecord(7));
     EXPECT_EQ(kopf.left(8), QByteArray(8, '\0'));
     auto nummern = [&] {
         QList<int> l;
