@@ -193,11 +193,12 @@ TEST_F(ConfigFile, FileWrittenByHandReadsWithItsRulesLimitsAndColourRepair)
     EXPECT_EQ(werte(0), (std::vector<int>{3, 1234, -1, 60, 0, 18, 1, 0, 388}));
     EXPECT_EQ(werte(1), (std::vector<int>{i16(0x9064), 70000, 0, 3600, 300, 0, 2, 100, 1088}));
     EXPECT_EQ(werte(2), (std::vector<int>{i16(0x8032), -1, 0, 60, 0, 0, 3, 50, 388}));
-    EXPECT_EQ((std::vector<int>{plant.Charge_Nr_Neu[1], plant.Ofen_IP(0, 0), plant.Ofen_Aktiv[0], plant.Ofen_Seriell[0],
-                                plant.Kurve_Option, plant.Ofen_UDP[0], plant.Backup_Aktiv}),
+    EXPECT_EQ((std::vector<int>{plant.Charge_Nr_Neu[1], plant.Ofen_IP(0, 0), plant.Ofen_Aktiv[0],
+                                plant.Ofen_Seriell[0], plant.Kurve_Option, plant.Ofen_UDP[0], plant.Backup_Aktiv}),
               (std::vector<int>{70000, 192, -1, 0, -1, -1, 0}));
-    // Furnace 2's name has digit 7: it is not furnace 2's.
-    EXPECT_EQ(QStringList({plant.Ofen_Name[0], plant.Ofen_Version[0], plant.Ofen_Bezeichnung[0], plant.Ofen_Bezeichnung[1]}),
+    // Furnace 2's designation carries digit 7, another furnace's: its name stands in.
+    EXPECT_EQ(QStringList({plant.Ofen_Name[0], plant.Ofen_Version[0], plant.Ofen_Bezeichnung[0],
+                           plant.Ofen_Bezeichnung[1]}),
               QStringList({"Ofen eins", "0D", "Haerteofen", "Zwei"}));
     EXPECT_EQ((std::vector<int>{plant.CSV_Spalten(0, 0), plant.CSV_Spalten(0, 1), plant.CSV_Spalten(1, 11)}),
               (std::vector<int>{-1, 0, -1}));

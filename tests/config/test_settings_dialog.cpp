@@ -1,6 +1,6 @@
 // The settings dialog's logic: the limits of every field with their
 // replacement values, OK and Cancel, the backup folder check, the disk, the
-// message pages and the status line of the PLC info.
+// message pages, the status line and the language table export.
 
 #include "config_fixture.h"
 
@@ -140,9 +140,11 @@ TEST_F(SettingsTest, DiskChoiceRebuildsTheFoldersOrRefusesAMissingDisk)
     const QString rest = QDir::fromNativeSeparators(Parameter.Pfad[1]).section(QLatin1Char('/'), 1);
     ASSERT_TRUE(setDisk(platte));
     EXPECT_EQ(QDir::fromNativeSeparators(Parameter.Pfad[1]), platte + QLatin1Char('/') + rest);
+    EXPECT_EQ(folderCaption(ORDNER_LOG), QStringLiteral("LOG - Files"));
+    EXPECT_EQ(&folderPath(ORDNER_USB), &Parameter.Pfad[2]);
 }
 
-TEST_F(SettingsTest, MessagePagesSkipTheThirdOnThirtyTwoMessagesAndTheStatusLine)
+TEST_F(SettingsTest, MessagePagesSkipTheThirdOnThirtyTwoMessagesAndTheTableIsExported)
 {
     plant.Meld_Anzahl[1] = 32;
     plant.Meld_Text(1, 16) = QStringLiteral("Kühlwasser");
@@ -164,4 +166,7 @@ TEST_F(SettingsTest, MessagePagesSkipTheThirdOnThirtyTwoMessagesAndTheStatusLine
     plant.SPS_Wort(1, 388) = 1113;
     EXPECT_EQ(statusLine(1), QStringLiteral("Load ERROR 13/16"));
     EXPECT_EQ(LOAD_STAT(1), QStringLiteral("  "));
+
+    ASSERT_TRUE(Command3_Export());
+    EXPECT_EQ(readFile(dataFile(QStringLiteral("KM_SP.LNG"))).size(), 172 * 312);
 }

@@ -60,7 +60,8 @@ TEST_F(Transfer, ActiveProgramOfAFurnaceWithoutVersionWord)
     EXPECT_EQ(both(plant.Write_Adr[0], plant.Write_Len[0]), both(100, 100));
     // The write journal names the queued block by its program and place.
     writeJournal(0, 100, {1}, QString(), true);
-    EXPECT_TRUE(QString::fromUtf8(readFile(journalFile())).contains(QStringLiteral("\tprogram \"Härten 820\" -> active program")));
+    EXPECT_TRUE(QString::fromUtf8(readFile(journalFile()))
+                    .contains(QStringLiteral("\tprogram \"Härten 820\" -> active program")));
 }
 
 TEST_F(Transfer, MemoryPlaceOfAFurnaceWithVersionWord)
