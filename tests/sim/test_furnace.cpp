@@ -134,9 +134,10 @@ TEST_F(FurnaceTest, MessagesLatchUntilAcknowledgedAlsoOverTemperature)
 
 TEST_F(FurnaceTest, LongProgramNamesAndModbusHoursCounter)
 {
-    // The identity words of each layout are compared by the station with its
-    // configuration in tests/integration. Long program names: 1..16 at 180,
-    // 17..30 at 90; the block at 100 is part of the program table.
+    // Name, serial and words 216..218 of each layout are compared by the
+    // station with its configuration in tests/integration. Long program
+    // names: 1..16 at 180, 17..30 at 90; the block at 100 is part of the
+    // program table.
     FurnaceDescription c = furnaceDesc(3, Protocol::Modbus, true, 100);
     c.program = {QStringLiteral("Ein langer Programmname"), {{1, 850, 9000, 80}}};
     c.large = true;
