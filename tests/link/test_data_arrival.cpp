@@ -135,10 +135,6 @@ TEST_F(ModbusArrival, ExceptionOversizeAndLongCountAreHandledAndReported)
     EXPECT_EQ(both(plant.SPS_Wort(4, 1140), plant.Empfang_Fehler[4]), both(41, 71));
 }
 
-} // namespace
-
-namespace {
-
 TEST_F(ArrivalTest, ReadAnsweredJustBeforeAQueuedWriteLeavesItsWordsAlone)
 {
     // A program block waits at 110..129 of a memory link furnace and of a

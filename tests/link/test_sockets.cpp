@@ -63,19 +63,21 @@ TEST_F(SocketTest, MemoryLinkReadOneDatagramPerArrivalAgainstAPanel)
 {
     // The panel answers memory-link reads with a 10-byte header and the words
     // high byte first; word a holds 3a - 500.
-    auto word = [](int a) { return static_cast<i16>(3 * a - 500); };
+    auto answer = [](int start, int count) {
+        QByteArray a("B\x00\x00\x00\x00\x00\x00\x00\x1BR", 10);
+        for (int i = 0; i < count; ++i)
+            a += MKI_BE(static_cast<i16>(3 * (start + i) - 500));
+        return a;
+    };
     QUdpSocket panel;
     QList<QByteArray> requests;
     panel.bind(QHostAddress::LocalHost, 0);
     QObject::connect(&panel, &QUdpSocket::readyRead, &panel, [&] {
         while (panel.hasPendingDatagrams()) {
             const QNetworkDatagram d = panel.receiveDatagram();
-            const QByteArray q = d.data();
-            requests.append(q);
-            QByteArray answer("B\x00\x00\x00\x00\x00\x00\x00\x1BR", 10);
-            for (int i = 0; i < wordAt(q, 12); ++i)
-                answer += MKI_BE(word(wordAt(q, 10) + i));
-            panel.writeDatagram(answer, d.senderAddress(), static_cast<quint16>(d.senderPort()));
+            requests.append(d.data());
+            panel.writeDatagram(answer(wordAt(d.data(), 10), wordAt(d.data(), 12)), d.senderAddress(),
+                                static_cast<quint16>(d.senderPort()));
         }
     });
     plant.Ofen_UDP[0] = TRUE16;
@@ -87,15 +89,10 @@ TEST_F(SocketTest, MemoryLinkReadOneDatagramPerArrivalAgainstAPanel)
     FETCH_UDP(0, b, 3);
     ASSERT_TRUE(pumpUntil([&] { return arrivals.size() >= 2; }));
     EXPECT_EQ(requests.value(0), readFrameUdp(100, 100));
-    const int starts[] = {100, 7};
-    const int counts[] = {100, 3};
-    for (int k = 0; k < 2; ++k) {
-        const Arrival &r = arrivals[k];
-        EXPECT_EQ(r.index, 0);
-        EXPECT_EQ(r.bytesTotal, 10 + 2 * counts[k]);
-        ASSERT_EQ(r.data.size(), r.bytesTotal);
-        for (int i = 0; i < counts[k]; ++i)
-            EXPECT_EQ(static_cast<i16>(wordAt(r.data, 10 + 2 * i)), word(starts[k] + i));
+    for (const auto &[k, start, count] : {std::tuple{0, 100, 100}, {1, 7, 3}}) {
+        EXPECT_EQ(arrivals[k].index, 0);
+        EXPECT_EQ(arrivals[k].bytesTotal, 10 + 2 * count);
+        EXPECT_EQ(arrivals[k].data, answer(start, count));
     }
 
     s.Close();
@@ -117,11 +114,10 @@ TEST_F(SocketTest, ModbusReadAndWriteAgainstPymodbus)
 
     // Read: register a holds a * 0x0101, so 388.. are negative words.
     FETCH_IP(0, 388, 100);
-    QByteArray answer = received(209);
-    ASSERT_EQ(answer.size(), 209);
-    EXPECT_EQ(answer.left(9), hex("00 00 00 00 00 CB 01 03 C8"));
+    QByteArray expected = hex("00 00 00 00 00 CB 01 03 C8");
     for (int i = 0; i < 100; ++i)
-        EXPECT_EQ(wordAt(answer, 9 + 2 * i), ((388 + i) * 0x0101) & 0xFFFF) << "register " << 388 + i;
+        expected += MKI_BE(static_cast<i16>((388 + i) * 0x0101));
+    EXPECT_EQ(received(209), expected);
 
     // Write three words of the image, then read them back with their neighbours.
     plant.SPS_Wort(0, 10) = 1234;
@@ -130,11 +126,7 @@ TEST_F(SocketTest, ModbusReadAndWriteAgainstPymodbus)
     SEND_IP(0, 10, 3);
     EXPECT_EQ(received(12), hex("00 00 00 00 00 06 01 10 00 0A 00 03"));
     FETCH_IP(0, 9, 5);
-    answer = received(19);
-    ASSERT_EQ(answer.size(), 19);
-    const uint16_t expected[] = {9 * 0x0101, 1234, 0xFF38, 0x7FFF, 13 * 0x0101};
-    for (int i = 0; i < 5; ++i)
-        EXPECT_EQ(wordAt(answer, 9 + 2 * i), expected[i]) << "register " << 9 + i;
+    EXPECT_EQ(received(19), hex("00 00 00 00 00 0D 01 03 0A 09 09 04 D2 FF 38 7F FF 0D 0D"));
 
     // The server goes away: the channel no longer reports connected.
     peer.kill();

@@ -2,6 +2,7 @@
 // Shared helpers of the simulator tests: an event loop to pump, plants on
 // loopback with free ports, and raw clients that speak to them.
 
+#include "core/conversions.h"
 #include "sim/plant.h"
 #include "support/events.h"
 #include "support/fresh.h"
@@ -136,24 +137,19 @@ public:
     QByteArray got;
 };
 
-/// The two bytes of a frame field, high byte first.
-inline QByteArray word16(int v)
-{
-    return QByteArray(1, char((v >> 8) & 0xFF)) + char(v & 0xFF);
-}
-
 /// Memory link read and write requests as the station sends them.
 inline QByteArray readFrame(int address, int count)
 {
-    return hex("42 00 00 00 00 00 00 06 1B 52") + word16(address) + word16(count);
+    return hex("42 00 00 00 00 00 00 06 1B 52") + kal::MKI_BE(int16_t(address)) + kal::MKI_BE(int16_t(count));
 }
 
 inline QByteArray writeFrame(int address, const QVector<int16_t> &words)
 {
     const int n = int(words.size());
-    QByteArray f = hex("42 00 00 00 00 00") + word16(2 * n + 6) + hex("1B 57") + word16(address) + word16(n);
+    QByteArray f = hex("42 00 00 00 00 00") + kal::MKI_BE(int16_t(2 * n + 6)) + hex("1B 57") +
+                   kal::MKI_BE(int16_t(address)) + kal::MKI_BE(int16_t(n));
     for (int16_t w : words)
-        f += word16(uint16_t(w));
+        f += kal::MKI_BE(w);
     return f;
 }
 

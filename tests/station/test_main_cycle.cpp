@@ -49,7 +49,7 @@ protected:
                 continue;
             const QByteArray r = sock[f]->sent.last();
             const bool udp = r[0] == 'B';
-            const int a = wordInFrame(r, udp ? 10 : 8);
+            const int a = wordAt(r, udp ? 10 : 8);
             std::vector<i16> w(r[udp ? 9 : 7] == (udp ? 'R' : 3) ? 100 : 0, 0);
             if (a <= 29 && a + int(w.size()) > 29)
                 w[29 - a] = plant.Ofen_Typ[f + 1];
@@ -63,9 +63,9 @@ protected:
         QList<int> a;
         for (const QByteArray &r : sock[k]->sent) {
             if (r.size() == 12 && r[7] == 3)
-                a << wordInFrame(r, 8);
+                a << wordAt(r, 8);
             else if (r.size() == 14 && r[9] == 'R')
-                a << wordInFrame(r, 10);
+                a << wordAt(r, 10);
         }
         return a;
     }
@@ -147,7 +147,7 @@ TEST_F(Cycle, QueuedWriteGoesFirstByItsLinkAndIsClearedEvenWhenRefused)
     plant.Write_Len[1] = 1;
     ticks(8, false);
     ASSERT_EQ(sock[8]->sent.size(), 1);
-    EXPECT_EQ(wordInFrame(sock[8]->sent[0], 10), 4400);
+    EXPECT_EQ(wordAt(sock[8]->sent[0], 10), 4400);
 
     // The socket refuses: the queue empties all the same, and the failure is
     // logged once however often it comes again.

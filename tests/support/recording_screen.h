@@ -20,7 +20,6 @@ public:
     QStringList logList;               ///< LogList lines shown
     QList<bool> alarme;                ///< every redraw of the message form (list or not)
     int menue = 0;                     ///< showings of the live page
-    int entladen = 0;                  ///< unloads of the forms
     int sprache = 0;                   ///< language changes
     int elemente = 0;                  ///< refreshes of the element list
     int liveKurve = 0;                 ///< repaints of the live curve
@@ -33,7 +32,6 @@ public:
     void mnuRegler(bool on) override { regler.append(on); }
     void mnuform(int i, bool on) override { formen.append({i, on}); }
     void showMenu() override { ++menue; }
-    void unloadForms() override { ++entladen; }
     void languageChanged() override { ++sprache; }
     void showLogLine(const QString &line) override { logList.append(line); }
     void drawMessages(bool liste) override { alarme.append(liste); }

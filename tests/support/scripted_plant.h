@@ -3,12 +3,14 @@
 // pinned clock. Scripted sockets stand in for the network because these tests
 // decide per tick what each PLC answers.
 
+#include "core/conversions.h"
 #include "core/dates.h"
 #include "core/hooks.h"
 #include "core/plant_state.h"
 #include "link/data_arrival.h"
 #include "link/polling.h"
 #include "support/fresh.h"
+#include "support/hex.h"
 #include "support/scripted_socket.h"
 
 #include <QMap>
@@ -30,7 +32,7 @@ inline QByteArray answerFrame(int kopf, bool zaehler, const std::vector<i16> &wo
     if (zaehler)
         b.append(static_cast<char>(2 * worte.size()));
     for (i16 w : worte)
-        b.append(static_cast<char>(static_cast<uint16_t>(w) >> 8)).append(static_cast<char>(w & 0xFF));
+        b.append(MKI_BE(w));
     return b;
 }
 inline QByteArray udpReply(const std::vector<i16> &w) { return answerFrame(10, false, w); }
@@ -42,11 +44,6 @@ inline std::vector<i16> wordSequence(int n, int ab)
     for (int i = 0; i < n; ++i)
         w.push_back(static_cast<i16>(ab + i));
     return w;
-}
-
-inline int wordInFrame(const QByteArray &r, int pos)
-{
-    return (static_cast<uint8_t>(r[pos]) << 8) | static_cast<uint8_t>(r[pos + 1]);
 }
 
 class ScriptedPlant : public FreshProcess {

@@ -1,5 +1,7 @@
 #include "support/scripted_socket.h"
 
+#include <utility>
+
 namespace kal::test {
 
 void ScriptedSocket::Connect()
@@ -27,9 +29,7 @@ void ScriptedSocket::SendData(const QByteArray &bytes)
 
 QByteArray ScriptedSocket::GetData()
 {
-    QByteArray out;
-    out.swap(pending);
-    return out;
+    return std::exchange(pending, {});
 }
 
 QByteArray ScriptedSocket::GetData(int maxLen)
@@ -39,16 +39,11 @@ QByteArray ScriptedSocket::GetData(int maxLen)
     return out;
 }
 
-void ScriptedSocket::fireArrival()
-{
-    if (DataArrival)
-        DataArrival(static_cast<int>(pending.size()));
-}
-
 void ScriptedSocket::arrive(const QByteArray &bytes)
 {
-    queueAnswer(bytes);
-    fireArrival();
+    pending += bytes;
+    if (DataArrival)
+        DataArrival(static_cast<int>(pending.size()));
 }
 
 std::array<ScriptedSocket *, KANAL_MAX> installScriptedSockets()

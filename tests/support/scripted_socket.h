@@ -33,10 +33,6 @@ public:
     QByteArray GetData() override;
     QByteArray GetData(int maxLen) override;
 
-    /// Appends bytes to what GetData will return, without notifying.
-    void queueAnswer(const QByteArray &bytes) { pending += bytes; }
-    /// Fires DataArrival with the number of bytes pending.
-    void fireArrival();
     /// Queues the bytes and fires DataArrival: one datagram or segment arrives.
     void arrive(const QByteArray &bytes);
 };

@@ -34,32 +34,28 @@ struct UsbSourceBuilder {
     /// and the 16 text records "Meldung nn".
     explicit UsbSourceBuilder(int f) : form(f)
     {
-        Words h(form / 2);
+        Words h(40);
         h[0] = 999;
         h[2] = int16_t(form);
-        // Form 20 has room for no more than the first words of its header.
-        Words voll(40);
-        usbText(voll, 4, "2311-042-KLM");
-        usbText(voll, 10, "Haertofen 3     ");
+        usbText(h, 4, "2311-042-KLM");
+        usbText(h, 10, "Haertofen 3     ");
         for (int p = 0; p < 11; ++p) {
-            voll[18 + 2 * p] = int16_t(0x100 + p);
-            voll[19 + 2 * p] = int16_t(0x200 + p);
+            h[18 + 2 * p] = int16_t(0x100 + p);
+            h[19 + 2 * p] = int16_t(0x200 + p);
         }
-        for (size_t i = 3; i < h.size(); ++i)
-            h[i] = voll[i];
+        // Form 20 has room for no more than the first words of its header.
+        h.resize(form / 2);
         saetze.push_back(h);
         if (form == 20)
             saetze.push_back(Words(10)); // the rest of the header
-        if (form == 80)
-            for (int r = 2; r <= 18; ++r) {
-                Words t(40);
-                if (r >= 3) {
-                    const int i = 2 * (r - 3);
-                    usbText(t, 0, QStringLiteral("Meldung %1").arg(i, 2, 10, QLatin1Char('0')).toLatin1().constData());
-                    usbText(t, 20, QStringLiteral("Meldung %1").arg(i + 1, 2, 10, QLatin1Char('0')).toLatin1().constData());
-                }
-                saetze.push_back(t);
+        for (int r = 2; form == 80 && r <= 18; ++r) {
+            Words t(40);
+            for (int k = 0; r >= 3 && k < 2; ++k) {
+                const QString text = QStringLiteral("Meldung %1").arg(2 * (r - 3) + k, 2, 10, QLatin1Char('0'));
+                usbText(t, 20 * k, text.toLatin1().constData());
             }
+            saetze.push_back(t);
+        }
     }
 
     /// A data record: kind, date, and the words w3.. as given (the rest 0).
