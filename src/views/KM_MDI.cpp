@@ -282,6 +282,10 @@ QMdiSubWindow *KM_MDI::showChild(QWidget *form, QPointer<QMdiSubWindow> &fenster
         fenster = m_mdi->addSubWindow(form);
         fenster->setAttribute(Qt::WA_DeleteOnClose, false); // closing hides; the form lives on
     }
+    // A form shown normal ends the maximised state of the live page; the page
+    // then keeps the whole area behind the form instead of its first small
+    // size, where its rows would lie on top of each other.
+    const bool menuFull = m_menueFenster && m_menueFenster->isMaximized();
     form->show();
     // A form of its own size beside the maximised live page, kept inside the
     // area so that none of it is cut off.
@@ -293,6 +297,8 @@ QMdiSubWindow *KM_MDI::showChild(QWidget *form, QPointer<QMdiSubWindow> &fenster
     r.moveLeft(std::clamp(r.left(), 0, std::max(0, flaeche.width() - r.width())));
     r.moveTop(std::clamp(r.top(), 0, std::max(0, flaeche.height() - r.height())));
     fenster->setGeometry(r);
+    if (menuFull && m_menueFenster != fenster && !m_menueFenster->isMaximized())
+        m_menueFenster->setGeometry(flaeche);
     m_mdi->setActiveSubWindow(fenster);
     return fenster;
 }

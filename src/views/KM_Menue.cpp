@@ -13,6 +13,8 @@
 #include "views/KM_MDI.h"
 #include "views/colours.h"
 
+#include <algorithm>
+
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -229,8 +231,13 @@ void KM_Menue::setCaptions()
     setWindowTitle(Text_Id(text::MENU).trimmed());
     const int ids[7] = {text::FURNACE, text::STATE, text::COMMAND, text::PRESET,
                          text::SET_VALUE, text::ACTUAL_VALUE, text::END};
-    for (int c = 0; c < 7; ++c)
+    // A heading keeps its whole text in every language: its column is at
+    // least as wide as the heading ("actual value" is wider than the values).
+    for (int c = 0; c < 7; ++c) {
         m_kopf[c]->setText(Text_Id(ids[c]).trimmed());
+        const int textWidth = m_kopf[c]->fontMetrics().horizontalAdvance(m_kopf[c]->text());
+        m_kopf[c]->setMinimumWidth(std::max(70, textWidth + 4));
+    }
     m_meldungen->setText(Text_Id(text::MESSAGES).trimmed());
     m_rxExport->setText(QStringLiteral("CSV-Export"));
     m_kurve->setText(Text_Id(text::TEMPERATURE_CURVE).trimmed());
@@ -292,7 +299,7 @@ void KM_Menue::KurveInit()
         return;
     QStringList legende;
     for (int c = 0; c < plant.Kanal_Zahl[n] && c < SEITEN_KANAELE; ++c)
-        legende << QStringLiteral("<span style='color:%1'>&#9632; %2</span>")
+        legende << QStringLiteral("<span style='color:%1; white-space:nowrap'>&#9632;&nbsp;%2</span>")
                        .arg(QColor::fromRgb(colourRgb(Kurve_Farbe(n, c))).name(),
                             plant.Kanal_Name(n, c).simplified().toHtmlEscaped());
     m_liveLegende->setText(legende.join(QStringLiteral("&nbsp;&nbsp; ")));
