@@ -1,11 +1,16 @@
 #include "plant_fixture.h"
 
+#include "config/channel_tables.h"
+#include "config/config_file.h"
+#include "config/paths.h"
 #include "link/channels.h"
 #include "link/data_arrival.h"
 #include "station/main_cycle.h"
 #include "link/polling.h"
 #include "link/qt_socket.h"
 #include "link/socket.h"
+#include "operation/message_store.h"
+#include "station/wiring.h"
 #include "support/events.h"
 
 #include <QTcpServer>
@@ -43,6 +48,7 @@ sim::FurnaceDescription furnaceDescription(int f, sim::Protocol p, bool headed, 
 void PlantFixture::SetUp()
 {
     FreshProcess::SetUp();
+    ASSERT_TRUE(daten.isValid());
     testApp();
     beschreibung.udpPort = Panel_Port;
     beschreibung.modbusPort = freePort();
@@ -50,8 +56,43 @@ void PlantFixture::SetUp()
 
 void PlantFixture::TearDown()
 {
+    QDir::setCurrent(cwd);
     FreshProcess::TearDown();
     sim.reset();
+}
+
+void PlantFixture::dataFolders()
+{
+    plant.Pfad[0] = daten.path();
+    const char *ordner[] = {"LogBuch", "USB", "CSV", "Sicherung"};
+    for (int k = 1; k <= 4; ++k) {
+        plant.Pfad[k] = daten.filePath(QString::fromLatin1(ordner[k - 1]));
+        QDir().mkpath(plant.Pfad[k]);
+    }
+}
+
+void PlantFixture::writeConfig()
+{
+    dataFolders();
+    configureFurnaces();
+    for (const sim::FurnaceDescription &b : beschreibung.furnaces)
+        plant.Ofen_Charge[b.index] = -1;
+    Config_Schreiben(false);
+}
+
+void PlantFixture::startStation()
+{
+    resetPlant();
+    plant.Daten_Ordner_Option = daten.path();
+    Pfade_Setzen();
+    ASSERT_TRUE(openMessageStore());
+    Config_Lesen();
+    ASSERT_TRUE(dlg.shown.empty()) << dlg.shown.front().text.toStdString();
+    setUpChannels();
+    for (int f = 0; f < OFEN_MAX; ++f)
+        Spuren_Setzen(f + 1);
+    loadMessageTexts();
+    wireStation();
 }
 
 void PlantFixture::startSimPlant()

@@ -9,6 +9,8 @@
 #include "sim/plant.h"
 #include "support/fresh.h"
 
+#include <QDir>
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -33,10 +35,22 @@ protected:
     sim::PlantDescription beschreibung; ///< ports set; the test adds the furnaces
     std::unique_ptr<sim::SimPlant> sim;
     double uhrSekunden = 0;             ///< seconds since midnight of the connect wait
+    QTemporaryDir daten;                ///< the station's data folder
+    QString cwd = QDir::currentPath();  ///< restored at the end: the station moves into its data folder
 
     /// The application object, the plant's ports, an empty error log.
     void SetUp() override;
     void TearDown() override;
+
+    /// The data folder with its four subfolders (log book, USB, CSV, backup).
+    void dataFolders();
+    /// The site's configuration file: the folders, configureFurnaces(), every
+    /// furnace of the plant recording batches.
+    void writeConfig();
+    /// A start of the station from its configuration file: a fresh process
+    /// opens the message store, reads the configuration, sets up channels and
+    /// channel tables, loads the stored texts and wires the subsystems.
+    void startStation();
 
     /// Builds and starts the plant of `beschreibung`.
     void startSimPlant();

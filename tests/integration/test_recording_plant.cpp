@@ -6,14 +6,8 @@
 // PLC's time; the mirror must equal the file; a dropped link and a restart of
 // the station must lose nothing.
 
-#include "config/channel_tables.h"
-#include "config/config_file.h"
-#include "config/paths.h"
 #include "core/dates.h"
-#include "core/dialogs.h"
-#include "core/hooks.h"
 #include "core/plant_state.h"
-#include "station/main_cycle.h"
 #include "link/socket.h"
 #include "plant_fixture.h"
 #include "recording/batch_file.h"
@@ -23,7 +17,6 @@
 #include "sim/log_blocks.h"
 
 #include <QDir>
-#include <QTemporaryDir>
 
 using namespace kal;
 using namespace kal::test;
@@ -39,8 +32,6 @@ using Block = QVector<int16_t>;
 
 class RecordingPlant : public PlantFixture {
 protected:
-    QTemporaryDir daten;
-    QString cwd = QDir::currentPath();
     QDateTime t0;        ///< PLC time of the first block: two hours back, a backlog
     int stempelNr = 0;   ///< blocks stamped so far, ten seconds apart
     QVector<Block> angeboten[2]; ///< every block queued in the PLC, in order
@@ -48,7 +39,6 @@ protected:
     void SetUp() override
     {
         PlantFixture::SetUp();
-        ASSERT_TRUE(daten.isValid());
         // Two hours back, and never so close to midnight that the blocks of a
         // test would fall on the next day.
         QDateTime jetzt = now().addSecs(-7200);
@@ -58,48 +48,10 @@ protected:
         beschreibung.furnaces = {furnaceDescription(EINFACH, Protocol::MemoryLink, false, 0),
                                  furnaceDescription(KOPF, Protocol::Modbus, true, 500)};
         ASSERT_NO_FATAL_FAILURE(startSimPlant());
-        writeSiteConfig();
+        plant.Backup_Aktiv = -1; // the mirror on
+        writeConfig();
         startStation();
     }
-
-    void TearDown() override
-    {
-        QDir::setCurrent(cwd);
-        PlantFixture::TearDown();
-    }
-
-    /// The configuration a site would have: both furnaces active and
-    /// recording, the mirror on, the identity of each PLC.
-    void writeSiteConfig()
-    {
-        resetPlant();
-        plant.Pfad[0] = daten.path();
-        const char *ordner[] = {"LogBuch", "USB", "CSV", "Sicherung"};
-        for (int k = 1; k <= 4; ++k) {
-            plant.Pfad[k] = daten.filePath(QString::fromLatin1(ordner[k - 1]));
-            QDir().mkpath(plant.Pfad[k]);
-        }
-        plant.Backup_Aktiv = -1;
-        configureFurnaces();
-        plant.Ofen_Charge[EINFACH] = plant.Ofen_Charge[KOPF] = -1;
-        Config_Schreiben(false);
-    }
-
-    /// A start of the station as far as recording needs it: a fresh process
-    /// reads the configuration file, sets up channels and the recorder.
-    void startStation()
-    {
-        resetPlant();
-        plant.Daten_Ordner_Option = daten.path();
-        Pfade_Setzen();
-        Config_Lesen();
-        ASSERT_TRUE(dlg.shown.empty()) << dlg.shown.front().text.toStdString();
-        setUpChannels();
-        for (int f = 0; f < OFEN_MAX; ++f)
-            Spuren_Setzen(f + 1);
-        hooks.Charge_Schreiben = Charge_Schreiben;
-    }
-
 
     QDateTime nextStamp() { return t0.addSecs(10 * stempelNr++); }
 

@@ -6,8 +6,6 @@
 #include "link/socket.h"
 #include "plant_fixture.h"
 
-#include <QDir>
-#include <QTemporaryDir>
 
 using namespace kal;
 using namespace kal::test;
@@ -16,30 +14,17 @@ namespace {
 
 class SettingsPlant : public PlantFixture {
 protected:
-    QTemporaryDir daten;
-    QString cwd = QDir::currentPath();
-
     void SetUp() override
     {
         PlantFixture::SetUp();
-        ASSERT_TRUE(daten.isValid());
         // Two Modbus furnaces; the station knows only the first, as furnace 1.
         beschreibung.furnaces = {furnaceDescription(0, sim::Protocol::Modbus, false, 0),
                                  furnaceDescription(1, sim::Protocol::Modbus, false, 0)};
         ASSERT_NO_FATAL_FAILURE(startSimPlant());
+        dataFolders();
         configureFurnaces();
         plant.Ofen_Aktiv[1] = 0;
-        plant.Pfad[0] = daten.path();
-        for (int k = 1; k <= 3; ++k) {
-            plant.Pfad[k] = QDir(daten.path()).filePath(QString::number(k));
-            QDir().mkpath(plant.Pfad[k]);
-        }
         setUpChannels();
-    }
-    void TearDown() override
-    {
-        QDir::setCurrent(cwd);
-        PlantFixture::TearDown();
     }
     qsizetype readCount(int f) { return sim->frames().of(sim::Server::Modbus, f).size(); }
 };
