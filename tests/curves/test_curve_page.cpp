@@ -160,11 +160,8 @@ TEST_F(CurvePageTest, ScalesUnitGroupsAndZeroLine)
     p.Punkt_Ist[1][5] = 1000;
     p.Punkt_Ist[2][5] = 44;
     const CurveScale s = scalePage(p, 3, 0, 320, 720);
-    EXPECT_EQ(s.Einheit_Zahl, 2);
-    EXPECT_EQ(s.Skala_Max[0], 1100);
-    EXPECT_EQ(s.Skala_Max[1], 1100);
-    EXPECT_EQ(s.Skala_Min[0], -20);
-    EXPECT_EQ(s.Skala_Max[2], 140);
+    EXPECT_EQ((std::vector<int>{s.Einheit_Zahl, s.Skala_Min[0], s.Skala_Max[0], s.Skala_Max[1], s.Skala_Max[2]}),
+              (std::vector<int>{2, -20, 1100, 1100, 140}));
     EXPECT_EQ(s.Einheit_Label[0], QStringLiteral("1100 °C  "));
     EXPECT_EQ(s.Einheit_Label[1], QStringLiteral("14.0 bar "));
     EXPECT_DOUBLE_EQ(s.Null_Y, 320 / (20.0 / 1100 + 1));
@@ -176,11 +173,8 @@ TEST_F(CurvePageTest, ScalesUnitGroupsAndZeroLine)
     q.Punkt_Ist[0][1] = 200;
     q.Punkt_Ist[0][2] = -15;
     const CurveScale t = scalePage(q, 1, 0, 320, 720);
-    EXPECT_EQ(t.Skala_Min[0], -20);
-    EXPECT_EQ(t.Skala_Max[0], 300);
-    EXPECT_DOUBLE_EQ(t.Null_Y, 300.0);
-    EXPECT_DOUBLE_EQ(yOfValue(t, 0, -20), 320.0);
-    EXPECT_DOUBLE_EQ(Y_Out(t, 100), 200.0);
+    EXPECT_EQ(both(t.Skala_Min[0], t.Skala_Max[0]), both(-20, 300));
+    EXPECT_EQ((std::vector<double>{t.Null_Y, yOfValue(t, 0, -20), Y_Out(t, 100)}), (std::vector<double>{300, 320, 200}));
 
     // An empty page: 20 + 100, the zero line at the bottom.
     PlotPage leer;
@@ -217,13 +211,11 @@ TEST_F(CurvePageTest, SetOutputAndSpareSegmentsTakeTurns)
     plant.Kanal_Soll_Kurve(0, 0) = 0;
     EXPECT_FALSE(setpointVisible(s, p, r, 0, 1));
 
-    EXPECT_TRUE(outputVisible(p, r, 0, 2));
-    EXPECT_FALSE(outputVisible(p, r, 0, 3));
-    EXPECT_FALSE(outputVisible(p, r, 0, 4)); // the next point is below 0
-    EXPECT_FALSE(outputVisible(p, CurveRules{-10, false}, 0, 2));
-    EXPECT_FALSE(outputVisible(p, CurveRules{0, true}, 0, 2));
-    EXPECT_FALSE(spareVisible(r, 2));
-    EXPECT_TRUE(spareVisible(CurveRules{2, false}, 6));
+    // Segment 4's next point is below 0.
+    EXPECT_EQ((std::vector<bool>{outputVisible(p, r, 0, 2), outputVisible(p, r, 0, 3), outputVisible(p, r, 0, 4),
+                                 outputVisible(p, CurveRules{-10, false}, 0, 2), outputVisible(p, CurveRules{0, true}, 0, 2),
+                                 spareVisible(r, 2), spareVisible(CurveRules{2, false}, 6)}),
+              (std::vector<bool>{true, false, false, false, false, false, true}));
 }
 
 TEST_F(CurvePageTest, ProgrammeBandFields)
@@ -254,25 +246,24 @@ TEST_F(CurvePageTest, ProgrammeBandFields)
 TEST_F(CurvePageTest, ButtonBarPagesAndZoomsWithinItsLimits)
 {
     std::vector<SampleGroup> proben(400, SampleGroup{100, 100});
+    // The keys on: zoom out, zoom in, back, forward.
+    const auto tasten = [] {
+        const auto &t = Kurve.Taste_An;
+        return std::vector<bool>{t[TASTE_ZOOM_AUS], t[TASTE_ZOOM_EIN], t[TASTE_ZURUECK], t[TASTE_VOR]};
+    };
     laden(headedFile(proben)); // 399 minutes
-    EXPECT_EQ(Kurve.Raster_Start, 67);
-    EXPECT_EQ(Kurve.Zeit_Raster, 67);
-    EXPECT_FALSE(Kurve.Taste_An[TASTE_ZOOM_AUS]);
-    EXPECT_TRUE(Kurve.Taste_An[TASTE_ZOOM_EIN]);
-    EXPECT_FALSE(Kurve.Taste_An[TASTE_ZURUECK]);
-    EXPECT_FALSE(Kurve.Taste_An[TASTE_VOR]);
+    EXPECT_EQ(both(Kurve.Raster_Start, Kurve.Zeit_Raster), both(67, 67));
+    EXPECT_EQ(tasten(), (std::vector<bool>{false, true, false, false}));
 
     ASSERT_TRUE(curvePageKey(TASTE_ZOOM_EIN));
     EXPECT_EQ(Kurve.Zeit_Raster, 20); // 7 is below the closest zoom
-    EXPECT_FALSE(Kurve.Taste_An[TASTE_ZOOM_EIN]);
-    EXPECT_TRUE(Kurve.Taste_An[TASTE_ZOOM_AUS]);
-    EXPECT_TRUE(Kurve.Taste_An[TASTE_VOR]);
+    EXPECT_EQ(tasten(), (std::vector<bool>{true, false, false, true}));
     EXPECT_EQ(Kurve.Zeit_Marke[4], t0.addSecs(7200));
     EXPECT_EQ(Kurve.Label_Marke[2], QStringLiteral("05.03.24 09:00"));
 
     ASSERT_TRUE(curvePageKey(TASTE_VOR));
     EXPECT_EQ(Kurve.Zeit_Marke[0], t0.addSecs(9000));
-    EXPECT_TRUE(Kurve.Taste_An[TASTE_ZURUECK]);
+    EXPECT_TRUE(tasten()[2]);
     EXPECT_EQ(Kurve.seite.Punkt_Ist[0][0], 100);
     ASSERT_TRUE(curvePageKey(TASTE_ZURUECK));
     ASSERT_TRUE(curvePageKey(TASTE_ZURUECK));

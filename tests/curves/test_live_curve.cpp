@@ -31,33 +31,30 @@ TEST_F(LiveCurve, OneSampleEveryRasterTimesTenTicksForAllFurnaces)
     plant.SPS_Wort(0, word::ACTUAL_VALUE) = 8505;
     plant.SPS_Wort(7, word::ACTUAL_VALUE) = 200;
     ticks(99);
-    EXPECT_EQ(Live.Live_Punkt, 0);
-    EXPECT_EQ(ist(0, 1, 0), 0);
+    EXPECT_EQ(both(Live.Live_Punkt, ist(0, 1, 0)), both(0, 0));
     ticks(1);
-    EXPECT_EQ(Live.Live_Punkt, 1);
-    EXPECT_EQ(ist(0, 1, 0), 850); // 850.5 rounds to even
-    EXPECT_EQ(ist(7, 1, 0), 20);
+    // 850.5 rounds to even.
+    EXPECT_EQ((std::vector<int>{Live.Live_Punkt, ist(0, 1, 0), ist(7, 1, 0)}), (std::vector<int>{1, 850, 20}));
 
     // Furnace 8 goes offline for one sample: its ring stands still, and the
     // others are not shifted.
     plant.Ofen_Online[7] = 0;
     plant.SPS_Wort(0, word::ACTUAL_VALUE) = 8600;
     ticks(100);
-    EXPECT_EQ(ist(0, 1, 1), 860);
-    EXPECT_EQ(ist(7, 1, 1), 0);
+    EXPECT_EQ(both(ist(0, 1, 1), ist(7, 1, 1)), both(860, 0));
     plant.Ofen_Online[7] = TRUE16;
     ticks(100);
-    EXPECT_EQ(Live.Live_Punkt, 3);
-    EXPECT_EQ(ist(7, 1, 2), 20);
+    EXPECT_EQ(both(Live.Live_Punkt, ist(7, 1, 2)), both(3, 20));
     EXPECT_EQ(scr.liveKurve, 0); // no furnace on view: no repaint
 
-    // After point 360 the ring starts again at 0; a furnace on view repaints.
+    // Point 360 is the last of the ring, then it starts again at 0; a furnace
+    // on view repaints.
     plant.Seite_Ofen = 1;
-    Live.Live_Punkt = 361;
+    Live.Live_Punkt = 360;
     ticks(100);
-    EXPECT_EQ(Live.Live_Punkt, 1);
-    EXPECT_EQ(ist(0, 1, 0), 860);
-    EXPECT_EQ(scr.liveKurve, 1);
+    EXPECT_EQ(both(Live.Live_Punkt, ist(0, 1, 360)), both(361, 860));
+    ticks(100);
+    EXPECT_EQ((std::vector<int>{Live.Live_Punkt, ist(0, 1, 0), scr.liveKurve}), (std::vector<int>{1, 860, 2}));
 }
 
 TEST_F(LiveCurve, PlainTypesAndTheResistanceRule)
@@ -76,10 +73,8 @@ TEST_F(LiveCurve, PlainTypesAndTheResistanceRule)
         liveSample(0, 5);
         EXPECT_EQ(ist(0, 6, 5), f.ohm) << f.strom << " A, " << f.spannung << " V";
     }
-    EXPECT_EQ(ist(0, 0, 5), 900);
-    EXPECT_EQ(ist(0, 2, 5), 55);
-    EXPECT_EQ(ist(0, 4, 5), 7);
-    EXPECT_EQ(ist(0, 5, 5), 100);
+    EXPECT_EQ((std::vector<int>{ist(0, 0, 5), ist(0, 2, 5), ist(0, 4, 5), ist(0, 5, 5)}),
+              (std::vector<int>{900, 55, 7, 100}));
 }
 
 TEST_F(LiveCurve, TypeOneHasItsFixedMap)
@@ -90,12 +85,11 @@ TEST_F(LiveCurve, TypeOneHasItsFixedMap)
     plant.SPS_Wort(2, 68) = 444;
     plant.SPS_Wort(2, 260) = 17;
     liveSample(2, 360);
+    // 123.51 rounds up; the spare column is word 68 / 10.
     const Live_Kanaele &k = Live.ofen[2];
-    EXPECT_EQ(k.Live_Soll[2][360], 123);
-    EXPECT_EQ(k.Live_Ist[2][360], 124); // 123.51
-    EXPECT_EQ(k.Live_Ist[1][360], 44);
-    EXPECT_EQ(k.Live_Ist[RESERVE_KURVE][360], 44); // the spare column: word 68 / 10
-    EXPECT_EQ(k.Live_Out[6][360], 17);
+    EXPECT_EQ((std::vector<int>{k.Live_Soll[2][360], k.Live_Ist[2][360], k.Live_Ist[1][360],
+                                k.Live_Ist[RESERVE_KURVE][360], k.Live_Out[6][360]}),
+              (std::vector<int>{123, 124, 44, 44, 17}));
 }
 
 TEST_F(LiveCurve, HeadedTypesReadTheChannelTables)
@@ -115,17 +109,14 @@ TEST_F(LiveCurve, HeadedTypesReadTheChannelTables)
 
     plant.Ofen_UDP[ofen] = 0; // Modbus: the output in hundredths
     liveSample(ofen, 4);
+    // Channel 1 reads "held"; channel 2 is left as it was.
     const Live_Kanaele &k = Live.ofen[size_t(ofen)];
-    EXPECT_EQ(k.Live_Soll[0][4], 800);
-    EXPECT_EQ(k.Live_Ist[0][4], 795);
-    EXPECT_EQ(k.Live_Out[0][4], 46);
-    EXPECT_EQ(k.Live_Ist[1][4], 6); // held
-    EXPECT_EQ(k.Live_Ist[2][4], 77);
+    EXPECT_EQ((std::vector<int>{k.Live_Soll[0][4], k.Live_Ist[0][4], k.Live_Out[0][4], k.Live_Ist[1][4], k.Live_Ist[2][4]}),
+              (std::vector<int>{800, 795, 46, 6, 77}));
     plant.Ofen_UDP[ofen] = -1;
     plant.SPS_Wort(ofen, word::PROGRAM_STATE) = 3;
     liveSample(ofen, 4);
-    EXPECT_EQ(k.Live_Out[0][4], 4550);
-    EXPECT_EQ(k.Live_Ist[1][4], 10);
+    EXPECT_EQ(both(k.Live_Out[0][4], k.Live_Ist[1][4]), both(4550, 10));
 }
 
 TEST_F(LiveCurve, PageRunsFromTheOldestToTheNewest)
@@ -134,11 +125,9 @@ TEST_F(LiveCurve, PageRunsFromTheOldestToTheNewest)
         Live.ofen[0].Live_Ist[0][size_t(p)] = i16(1000 + p);
     Live.Live_Punkt = 9; // point 9 was written last
     const PlotPage s = livePage(0);
-    EXPECT_EQ(s.Punkt_Ist[0][0], 1010);
-    EXPECT_EQ(s.Punkt_Ist[0][349], 1359);
-    EXPECT_EQ(s.Punkt_Ist[0][350], 1000);
-    EXPECT_EQ(s.Punkt_Ist[0][359], 1009);
-    EXPECT_EQ(s.Punkt_Ist[0][360], 1009);
+    const auto &ist = s.Punkt_Ist[0];
+    EXPECT_EQ((std::vector<int>{ist[0], ist[349], ist[350], ist[359], ist[360]}),
+              (std::vector<int>{1010, 1359, 1000, 1009, 1009}));
 
     // Right after start the ring is all zeros: every actual segment is hidden.
     const PlotPage leer = livePage(3);
@@ -163,9 +152,7 @@ TEST_F(LiveCurve, ScaleLeavesAStepBelowAndKeepsItsLowerLimit)
     plant.Kanal_Einheit(1, 1) = QStringLiteral(" bar ");
     plant.Ofen_Typ[1] = 2; // channel 0 lends its scale to channels 1..5
     const CurveScale z = scalePage(s, 2, 1, 300, 360, liveScaleOptions(0));
-    EXPECT_EQ(z.Skala_Min[0], -10);
-    EXPECT_EQ(z.Skala_Max[1], z.Skala_Max[0]);
-    EXPECT_EQ(z.Skala_Max[0], 120);
+    EXPECT_EQ((std::vector<int>{z.Skala_Min[0], z.Skala_Max[0], z.Skala_Max[1]}), (std::vector<int>{-10, 120, 120}));
 }
 
 TEST_F(LiveCurve, TimeLabelsSpanAnHourAndWrapInSixteenBits)
