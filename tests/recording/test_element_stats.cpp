@@ -89,25 +89,27 @@ TEST_F(ElementTest, OnlySamplesWithEveryGroupAt10Count)
     EXPECT_EQ(fileContents(elFilePath(1)), elRecord("0100", "12.03.2024 08:01:29", false));
 }
 
-TEST_F(ElementTest, RingWrapsFrom2200To2AndKeepsTheHead)
+TEST_F(ElementTest, RingEndsAt2200ThenWrapsTo2AndKeepsTheHead)
 {
     ElementRecord kopf;
-    kopf.Anzahl = 2200;
+    kopf.Anzahl = 2199;
     kopf.Zeit = QStringLiteral("Kopf");
     writeElement(rxFilePath(1), 1, kopf);
-    ElementRecord alt;
-    alt.Zeit = QStringLiteral("01.01.2024 00:00:00");
-    writeElement(rxFilePath(1), 2200, alt);
+    writeElement(rxFilePath(1), 2, ElementRecord{});
     ElementRecord el;
     el.Anzahl = 2;
     writeElement(elFilePath(1), 1, el);
 
     addSamples(10);
-    const QByteArray rx = fileContents(rxFilePath(1));
+    QByteArray rx = fileContents(rxFilePath(1));
+    ASSERT_EQ(rx.size(), 2200 * 93);
+    EXPECT_EQ(rx.left(6), hex("9808") + "Kopf");
+    EXPECT_EQ(rx.mid(2199 * 93, 21), hex("0200") + "12.03.2024 08:00:09");
+    addSamples(30);
+    rx = fileContents(rxFilePath(1));
     ASSERT_EQ(rx.size(), 2200 * 93);
     EXPECT_EQ(rx.left(6), hex("0200") + "Kopf");
-    EXPECT_EQ(rx.mid(93, 93), elRecord("0200", "12.03.2024 08:00:09").replace(21, 72, QByteArray(72, '\0')));
-    EXPECT_EQ(rx.mid(2199 * 93, 21), hex("0000") + "01.01.2024 00:00:00");
+    EXPECT_EQ(rx.mid(93, 93), elRecord("0200", "12.03.2024 08:00:39"));
 }
 
 } // namespace

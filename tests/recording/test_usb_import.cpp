@@ -97,19 +97,16 @@ TEST_F(UsbImport, Form20WithWrongCountIsToldAndImportedTwiceDoublesNothing)
     EXPECT_TRUE(dlg.shown[0].text.endsWith("KLMN.usb\nwrong Len\n6/10")) << dlg.shown[0].text.toStdString();
     EXPECT_FALSE(QFile::exists(sourcePath("KLMN.usb")));
     EXPECT_TRUE(QFile::exists(sourcePath("K.usb1")));
-    const QStringList dateien = targets();
-    ASSERT_EQ(dateien.size(), 2);
-    EXPECT_TRUE(dateien[0].endsWith("00003120324.OVD"));
-    EXPECT_TRUE(dateien[1].endsWith("00003130324.OVD"));
-    const QByteArray tag1 = fileContents(targetPath(dateien[0].toLatin1()));
-    const QByteArray tag2 = fileContents(targetPath(dateien[1].toLatin1()));
-    EXPECT_EQ(tag1.size(), 3 * 22);
-    EXPECT_EQ(tag2.size(), 2 * 22); // the repeated record is not written again
+    ASSERT_EQ(targets(), (QStringList{"US          00003120324.OVD", "US          00003130324.OVD"}));
+    const QByteArray tag1 = fileContents(targetPath("US          00003120324.OVD"));
+    const QByteArray tag2 = fileContents(targetPath("US          00003130324.OVD"));
+    // The repeated record is not written again.
+    EXPECT_EQ(both(tag1.size(), tag2.size()), both(3 * 22, 2 * 22));
 
     ASSERT_TRUE(q.writeTo(sourcePath("KLMN.usb"), 9));
     runImport();
-    EXPECT_EQ(fileContents(targetPath(dateien[0].toLatin1())), tag1);
-    EXPECT_EQ(fileContents(targetPath(dateien[1].toLatin1())), tag2);
+    EXPECT_EQ(fileContents(targetPath("US          00003120324.OVD")) + fileContents(targetPath("US          00003130324.OVD")),
+              tag1 + tag2);
 }
 
 /// A form-80 source: two groups of batch 7, the second with a w0 of 0.
@@ -129,9 +126,9 @@ TEST_F(UsbImport, Form80WritesTheHeaderWithoutVersionAndItsGroupsFromRecord40)
     runImport();
     EXPECT_TRUE(dlg.shown.empty());
     EXPECT_FALSE(QFile::exists(sourcePath("P1.DAT")));
-    const QString name = "US2311042KLM00007120324.OVD";
+    const char *name = "US2311042KLM00007120324.OVD";
     ASSERT_EQ(targets(), QStringList{name});
-    const QByteArray b = fileContents(targetPath(name.toLatin1()));
+    const QByteArray b = fileContents(targetPath(name));
     ASSERT_EQ(b.size(), 47 * 22);
     EXPECT_EQ(recordAt(b, 1), hex("4861 0C0318081E0A 6572 746F 6665 6E20 3320 2020 2020"));
     EXPECT_EQ(recordAt(b, 2), hex("0001 0D0318081E0A 0002 0101 0102 0201 0202 0301 0302"));
@@ -151,8 +148,8 @@ TEST_F(UsbImport, Form80AgainAsksAndReplacesOrSkips)
 {
     ASSERT_TRUE(form80().writeTo(sourcePath("P1")));
     runImport();
-    const QString name = "US2311042KLM00007120324.OVD";
-    const QByteArray erst = fileContents(targetPath(name.toLatin1()));
+    const char *name = "US2311042KLM00007120324.OVD";
+    const QByteArray erst = fileContents(targetPath(name));
 
     // A fresh station meets its own target: yes replaces it, same bytes.
     resetPlant();
@@ -162,18 +159,18 @@ TEST_F(UsbImport, Form80AgainAsksAndReplacesOrSkips)
     runImport();
     ASSERT_EQ(dlg.shown.size(), 1u);
     EXPECT_EQ(dlg.shown[0].kind, "choice");
-    EXPECT_TRUE(dlg.shown[0].text.startsWith(targetPath(name.toLatin1()) + "\n")) << dlg.shown[0].text.toStdString();
+    EXPECT_TRUE(dlg.shown[0].text.startsWith(targetPath(name) + "\n")) << dlg.shown[0].text.toStdString();
     EXPECT_TRUE(dlg.shown[0].text.endsWith("? "));
-    EXPECT_EQ(fileContents(targetPath(name.toLatin1())), erst);
+    EXPECT_EQ(fileContents(targetPath(name)), erst);
 
     // Cancel passes the batch over; the source is done all the same.
     resetPlant();
     SetUp();
     ASSERT_TRUE(form80().writeTo(sourcePath("P1")));
-    rawFile(targetPath(name.toLatin1()), "kept");
+    rawFile(targetPath(name), "kept");
     dlg.answers = {2};
     runImport();
-    EXPECT_EQ(fileContents(targetPath(name.toLatin1())), "kept");
+    EXPECT_EQ(fileContents(targetPath(name)), "kept");
     EXPECT_FALSE(QFile::exists(sourcePath("P1")));
 }
 
