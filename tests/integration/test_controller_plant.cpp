@@ -34,17 +34,13 @@ TEST_F(ControllerPlant, AValueSentWithEnterReachesThePlcAndComesBackWithTheNextP
         SCOPED_TRACE(f);
         ASSERT_TRUE(runCycles([&] { return plant.SPS_Wort(f, 47) == 250; }));
         setRegParFurnace(f + 1);
-        ControllerValues r = Reglerwerte_akt();
+        const ControllerValues r = Reglerwerte_akt();
         EXPECT_EQ(r.Eingabe[0], localDecimal("2.50"));
         EXPECT_EQ(r.Ausgabe[1], localDecimal("120.0"));
 
         EXPECT_TRUE(inputKey(0, 13, QStringLiteral("1,5")));
-        EXPECT_TRUE(inputKey(1, 13, QStringLiteral("4000")));
-        ASSERT_TRUE(runCycles([&] { return plant.SPS_Wort(f, 47) == 150 && plant.SPS_Wort(f, 48) == 32767; }));
-        EXPECT_EQ(plc(f).word(47), 150);
-        EXPECT_EQ(plc(f).lastWritten(48), 32767);
-        r = Reglerwerte_akt();
-        EXPECT_EQ(r.Ausgabe[0], localDecimal("1.50"));
-        EXPECT_EQ(r.Ausgabe[1], localDecimal("3276.7"));
+        ASSERT_TRUE(runCycles([&] { return plant.SPS_Wort(f, 47) == 150; }));
+        EXPECT_EQ(plc(f).lastWritten(47), 150);
+        EXPECT_EQ(Reglerwerte_akt().Ausgabe[0], localDecimal("1.50"));
     }
 }

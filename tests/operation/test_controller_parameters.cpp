@@ -106,9 +106,8 @@ TEST_F(ControllerTest, OfflineFurnaceGivesWayToTheNextOnlineAndNoneLeavesTheFiel
     plant.SPS_Wort(5, 44) = 8125;
     ControllerValues r = Reglerwerte_akt();
     EXPECT_TRUE(r.eingabe_neu);
-    EXPECT_EQ(r.Eingabe[0], localDecimal("2.50"));
-    EXPECT_EQ(r.Ausgabe[1], localDecimal("120.5"));
-    EXPECT_EQ(r.Live[1], QStringLiteral("8125"));
+    EXPECT_EQ((QStringList{r.Eingabe[0], r.Ausgabe[1], r.Live[1]}),
+              (QStringList{localDecimal("2.50"), localDecimal("120.5"), "8125"}));
     plant.SPS_Wort(5, 47) = 300;
     r = Reglerwerte_akt();
     EXPECT_FALSE(r.eingabe_neu) << "the input fields are written once per loop";

@@ -192,11 +192,10 @@ TEST_F(LivePageTest, FurnaceButtonsAndTheFurnaceOnView)
     EXPECT_FALSE(furnaceRowClicked(bild, 6)); // offline: selects nothing
     EXPECT_EQ(both(plant.Seite_Ofen, plant.Seite_Klick), both(0, 6));
     EXPECT_TRUE(furnaceRowClicked(bild, 1));
-    EXPECT_EQ(both(plant.Seite_Ofen, plant.Seite_Index), both(2, 1));
+    EXPECT_EQ((std::vector<int>{plant.Seite_Ofen, plant.Seite_Index, row(1).Markiert, scr.elemente}),
+              (std::vector<int>{2, 1, true, 2}));
     EXPECT_EQ(row(1).OfenSelect_Tipp, QStringLiteral("Kammer            2403-017-GKD"));
-    EXPECT_TRUE(row(1).Markiert);
     EXPECT_EQ(bild.Detail, PageDetailKind::Transport);
-    EXPECT_EQ(scr.elemente, 2);
 
     // The furnace on view is lost: the page shows no detail and no mark.
     bild.Label2 = QStringLiteral("x");
