@@ -44,16 +44,12 @@ protected:
 
 TEST_F(Browser, NameRules)
 {
-    const FileNameParts live = parseBatchName(QStringLiteral("D2402300TST000123060324.OVD"));
-    EXPECT_TRUE(live.ok);
-    EXPECT_FALSE(live.import);
-    EXPECT_EQ(live.nummer, 123);
-    EXPECT_EQ(live.serie, QStringLiteral("2402-300-TST"));
-    EXPECT_EQ(live.datum, QStringLiteral("24/03/06"));
-    const FileNameParts usb = parseBatchName(QStringLiteral("US2402300TST00042060324.OVD"));
-    EXPECT_TRUE(usb.import);
-    EXPECT_EQ(usb.nummer, 42);
-    EXPECT_TRUE(parseBatchName(QStringLiteral("DS2402300TST00042060324.OVD")).import);
+    // Number, serial and date by position; an import name is one character longer in front.
+    for (const char *n : {"D2402300TST000123060324.OVD", "US2402300TST00123060324.OVD", "DS2402300TST00123060324.OVD"}) {
+        const FileNameParts p = parseBatchName(QString::fromLatin1(n));
+        EXPECT_TRUE(p.ok && p.import == (n[1] == 'S')) << n;
+        EXPECT_EQ(QStringList({QString::number(p.nummer), p.serie, p.datum}), QStringList({"123", "2402-300-TST", "24/03/06"})) << n;
+    }
     // 26 and 28 characters, another extension, a plain "U": no batch.
     for (const char *n : {"D2402300TST00123060324.OVD", "D2402300TST0000123060324.OVD", "D2402300TST000123060324.OVX",
                           "UX2402300TST00042060324.OVD"})
@@ -160,15 +156,7 @@ TEST_F(Browser, UserFolderButtonStates)
 
 TEST_F(Browser, LogBookLines)
 {
-    BatchRecord s;
-    s.Satz_Art = 154;
-    s.Tag = 6;
-    s.Monat = 3;
-    s.Jahr = 24;
-    s.Stunde = 7;
-    s.Minute = 5;
-    s.Sekunde = 9;
-    s.Wert = {850, -12, 12345, 7, -1, 0, 32767};
+    const BatchRecord s{154, 6, 3, 24, 7, 5, 9, {850, -12, 12345, 7, -1, 0, 32767}};
     // A five-digit value in Wert[2] loses its first digit.
     EXPECT_EQ(LogSatz_Zeile(s), QStringLiteral("06.03.2024 07:05:09  154    850    -12  2345     7    -1     0  2767"));
     // A header record shows its characters as numbers and its bytes as a date.
