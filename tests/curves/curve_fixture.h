@@ -142,6 +142,16 @@ protected:
         return s;
     }
 
+    /// A plain batch of two single samples of the older kind 110, a minute
+    /// apart: message 21 (word 1, bit 4) comes with the first and goes with the second.
+    QString plainFile()
+    {
+        const QString p = batchPath(10);
+        appendRecords(p, {singleSample(t0, {250, 248, 35, 120, 2300, 1, 0x0010}, 110),
+                          singleSample(t0.addSecs(60), {251, 249, 0, 0, 50, 2, 0}, 110)});
+        return p;
+    }
+
     void laden(const QString &p)
     {
         plant.Kurve_Datei = p;

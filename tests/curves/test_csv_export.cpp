@@ -71,22 +71,17 @@ TEST_F(CsvExport, HeadedBatchWithMessagesAndSegments)
                                 "05.03.24 ;08:01:00;kommt ;02 Text 2\r\n"
                                 "05.03.24 ;08:01:00;200;190;200;1240;0;40;0;6;0.0;2.5\r\n";
     EXPECT_EQ(exportieren(), erwartet);
-}
 
-TEST_F(CsvExport, GermanSystemWritesDecimalCommas)
-{
+    // A German system writes decimal commas.
     QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
-    laden(zweiGruppen());
+    dlg.answers = {1}; // replace the file
     const QByteArray f = exportieren();
     EXPECT_TRUE(f.contains("05.03.24 ;08:00:00;200;180;200;1234;0;40;0;10;0,0;2,5\r\n")) << f.constData();
 }
 
 TEST_F(CsvExport, PlainBatchHasNoSetValuesAndRowSwitches)
 {
-    const QString p = batchPath(10);
-    appendRecords(p, {singleSample(t0, {250, 248, 35, 120, 2300, 1, 0x0010}, 110),
-                  singleSample(t0.addSecs(60), {251, 249, 0, 0, 50, 2, 0}, 110)});
-    laden(p);
+    laden(plainFile());
     const QByteArray m1 = Latin1Bytes(Kurve.Meld_Text[0].trimmed());
     const QByteArray m2 = Latin1Bytes(Kurve.Meld_Text[1].trimmed());
     const QByteArray m21 = Latin1Bytes(Kurve.Meld_Text[20].trimmed());

@@ -18,7 +18,7 @@ using namespace kal::test;
 
 namespace {
 
-const QDateTime T0(QDate(2024, 6, 1), QTime(6, 0, 30), Qt::UTC);
+const QDateTime START(QDate(2024, 6, 1), QTime(6, 0), Qt::UTC);
 
 /// Adds an entry time to the lists' time table.
 uint32_t addEntryTime(EntryLists &e, const QDateTime &t)
@@ -45,6 +45,8 @@ protected:
         CurveTest::SetUp();
         plant.Kanal_Status(0, 2) = TRUE16;
     }
+    /// A page of raster 60 from 06:00.
+    static PageFrame frame(int kanaele, int typ = 0) { return PageFrame{secondsOf(START), 60, kanaele, i16(typ)}; }
 };
 
 } // namespace
@@ -65,14 +67,9 @@ TEST_F(CurvePageTest, WalkStartsAtThePageAndFollowsHeldPointsStatusMarksAndThePa
         {1, 2, 6, 0},    {4, 0, 240, 44}, {7, 2, 10, 0}, {7, 2, 3, 0}, {8, 2, 10, 0}, {359, 1, 50, 0}, {360, 3, 50, 0},
     };
     EntryLists e;
-    const QDateTime s = QDateTime(QDate(2024, 6, 1), QTime(6, 0), Qt::UTC);
     for (const Entry &x : entries)
-        addEntry(e, s, x.m, x.j, x.wert, x.out);
-    PageFrame r;
-    r.start = secondsOf(s);
-    r.raster = 60;
-    r.kanaele = 4;
-    r.typ = -10;
+        addEntry(e, START, x.m, x.j, x.wert, x.out);
+    PageFrame r = frame(4, -10);
     PlotPage p;
     std::array<i16, LISTEN_KANAELE> fertig{};
     reducePage(e, r, p, fertig);
@@ -97,11 +94,10 @@ TEST_F(CurvePageTest, GapsHeldPointsAndTheEdgeRule)
     // Channel 0 at raster 60: samples at points 0, 1, 2, then a real 0 at 3,
     // 100 at 4 and 5, a gap to point 9. Channel 0 holds auxiliary values.
     EntryLists e;
-    const QDateTime s = QDateTime(QDate(2024, 6, 1), QTime(6, 0), Qt::UTC);
     const int minuten[] = {0, 1, 2, 3, 4, 5, 9};
     const i16 werte[] = {100, 100, 100, 0, 100, 100, 300};
     for (int i = 0; i < 7; ++i) {
-        const uint32_t z = addEntryTime(e, s.addSecs(60 * minuten[i]));
+        const uint32_t z = addEntryTime(e, START.addSecs(60 * minuten[i]));
         e.Wertliste[0].push(z, werte[i]);
         e.Meldliste[4].push(z, 0);
         std::array<i16, 18> a{};
@@ -109,10 +105,7 @@ TEST_F(CurvePageTest, GapsHeldPointsAndTheEdgeRule)
         a[1] = i16(-12345);
         e.Meldliste[4].spur.push_back(a);
     }
-    PageFrame r;
-    r.start = secondsOf(s);
-    r.raster = 60;
-    r.kanaele = 1;
+    const PageFrame r = frame(1);
     PlotPage p;
     std::array<i16, LISTEN_KANAELE> fertig{};
     reducePage(e, r, p, fertig);
@@ -138,7 +131,7 @@ TEST_F(CurvePageTest, GapsHeldPointsAndTheEdgeRule)
 
     // One sample alone on a page gives a point and no segment.
     EntryLists eins;
-    eins.Wertliste[0].push(addEntryTime(eins, s), 250);
+    eins.Wertliste[0].push(addEntryTime(eins, START), 250);
     reducePage(eins, r, p, fertig);
     EXPECT_EQ(p.Punkt_Ist[0][0], 250);
     for (int i = 0; i < SEGMENTE; ++i)
@@ -224,8 +217,7 @@ TEST_F(CurvePageTest, ProgrammeBandFields)
     p.clear();
     for (int i = 10; i < 100; ++i)
         p.Punkt_Segment[size_t(i)] = 1;
-    for (int i = 100; i < 101; ++i)
-        p.Punkt_Segment[size_t(i)] = 2;
+    p.Punkt_Segment[100] = 2;
     for (int i = 101; i < 200; ++i)
         p.Punkt_Segment[size_t(i)] = 1; // back to 1: no new field
     std::array<QString, 21> texte;
@@ -302,7 +294,7 @@ TEST_F(CurvePageTest, CursorReadsFromTheDrawnSegments)
         p.Punkt_Ist[2][size_t(i)] = 6;
     }
     const CurveScale s = scalePage(p, 3, 0, 300, 720);
-    const CursorFrame r{QDateTime(QDate(2024, 6, 1), QTime(6, 0), Qt::UTC), 20, -10};
+    const CursorFrame r{START, 20, -10};
 
     // Left of the first segment: segment 1; time of X, not of the segment.
     CursorReading a = Mouse_Werte(1, -3, 50, s, p, r);

@@ -132,10 +132,7 @@ TEST_F(CurveLoading, EmptyAndMissingFilesShowNothing)
 
 TEST_F(CurveLoading, PlainSamplesFillSevenListsWithTheirTexts)
 {
-    const QString p = batchPath(10);
-    appendRecords(p, {singleSample(t0, {250, 248, 35, 120, 2300, 1, 0x0010}, 110),
-                  singleSample(t0.addSecs(60), {251, 249, 0, 0, 50, 2, 0}, 110)});
-    laden(p);
+    laden(plainFile());
     EXPECT_EQ(plant.Kanal_Zahl[0], 4);
     EXPECT_EQ(Kurve.Meld_Text[0], fixedWidth(plant.Sprachtext(0, text::MESSAGE_FIRST), 22));
     const QString z = QStringLiteral("240305 08:00:00   ");
@@ -150,7 +147,7 @@ TEST_F(CurveLoading, PlainSamplesFillSevenListsWithTheirTexts)
     EXPECT_EQ(Kurve.listen.Wertliste[6].wert[1], 0);
     EXPECT_EQ(entryText(Kurve.listen, EntryListKind::Meld, 1, 0), z + QStringLiteral("0010"));
     EXPECT_EQ(entryText(Kurve.listen, EntryListKind::Meld, 2, 0), z + QString(45, QLatin1Char(' ')));
-    // Message 5 (word 1, bit 4) came and went.
+    // Message 21 (word 1, bit 4) came and went.
     EXPECT_TRUE(Kurve.Info_Text.contains(QStringLiteral("  kommt 21 ")));
     EXPECT_TRUE(Kurve.Info_Text.contains(QStringLiteral("  geht 21 ")));
 }
@@ -176,13 +173,7 @@ TEST_F(CurveLoading, OnlineAppendsOnlyNewRecords)
 TEST_F(CurveLoading, SegmentLinesByKind)
 {
     plant.Befehl_Name[1] = QStringLiteral("Rampe    ");
-    SegmentFields s;
-    s.art = 1;
-    s.ziel = 8000;
-    s.rest = 1205;
-    s.wert3 = 12;
-    s.wort35 = 77;
-    s.wert4 = 345;
+    SegmentFields s{0, 1, 8000, 1205, 12, 0, 77, 345};
     const QString z = Segment_Zeile(s, QStringLiteral("m³/h"), false);
     EXPECT_EQ(z.size(), 54);
     EXPECT_EQ(z, QStringLiteral("1 Rampe       800°C 120.5K/h    12m³/h   77 345kWh    "));
