@@ -85,6 +85,18 @@ TEST_F(LivePageTest, SegmentLineByKindAndRemainingTime)
     Seite_Act(bild);
     EXPECT_EQ(row(0).Befehl + row(0).Soll_Bef, QStringLiteral("2000 Rampe  ( 12:05h)"));
 
+    // The transport layout keeps the segment and kind of the refresh before.
+    plant.SPS_Wort(0, 41) = 4;
+    plant.SPS_Wort(0, 42) = 3;
+    plant.SPS_Wort(0, 123) = 640;
+    Seite_Act(bild);
+    plant.Ofen_Basis[0] = 50;
+    plant.SPS_Wort(0, 41) = 9;
+    plant.SPS_Wort(0, 42) = 1;
+    Seite_Act(bild);
+    EXPECT_EQ(row(0).Befehl + row(0).Soll_Bef, QStringLiteral("4 Manuell640°C          "));
+    plant.Ofen_Basis[0] = 0;
+
     // The remaining time above 99 hours keeps three digits.
     plant.SPS_Wort(0, 41) = 1;
     plant.SPS_Wort(0, 57) = 12345; // 123.45 h left in the segment
@@ -158,23 +170,6 @@ TEST_F(LivePageTest, FaultBlinksAgainstTheStateColourAlsoOnType4)
     plant.SPS_Wort(2, 87) = 0x01;
     EXPECT_EQ(blink(2, 3), (QList<ColourValue>{Farbe_Stoerung, Farbe_Aktiv, Farbe_Stoerung}));
     EXPECT_EQ(row(2).Status, QStringLiteral("Fehler"));
-}
-
-TEST_F(LivePageTest, TransportLayoutKeepsSegmentAndKind)
-{
-    runningFurnace(5);
-    plant.SPS_Wort(5, 41) = 4;
-    plant.SPS_Wort(5, 42) = 3;
-    plant.SPS_Wort(5, 123) = 640;
-    Seite_Act(bild);
-    EXPECT_EQ(row(5).Befehl, QStringLiteral("4 Manuell"));
-
-    plant.Ofen_Basis[5] = 50;
-    plant.SPS_Wort(5, 41) = 9;
-    plant.SPS_Wort(5, 42) = 1;
-    Seite_Act(bild);
-    EXPECT_EQ(row(5).Befehl, QStringLiteral("4 Manuell"));
-    EXPECT_EQ(row(5).Soll_Bef, QStringLiteral("640°C          "));
 }
 
 TEST_F(LivePageTest, FurnaceButtonsAndTheFurnaceOnView)
