@@ -235,7 +235,7 @@ TEST_F(CurvePageTest, ProgrammeBandFields)
     EXPECT_DOUBLE_EQ(band[1].breite, 398 - 200); // to the last point with programme
 }
 
-TEST_F(CurvePageTest, ButtonBarPagesAndZoomsWithinItsLimits)
+TEST_F(CurvePageTest, ButtonBarPagesAndZoomsWithinItsLimitsAndAFullPageEndsTheRefresh)
 {
     std::vector<SampleGroup> proben(400, SampleGroup{100, 100});
     // The keys on: zoom out, zoom in, back, forward.
@@ -243,7 +243,8 @@ TEST_F(CurvePageTest, ButtonBarPagesAndZoomsWithinItsLimits)
         const auto &t = Kurve.Taste_An;
         return std::vector<bool>{t[TASTE_ZOOM_AUS], t[TASTE_ZOOM_EIN], t[TASTE_ZURUECK], t[TASTE_VOR]};
     };
-    laden(headedFile(proben)); // 399 minutes
+    const QString f = headedFile(proben);
+    laden(f); // 399 minutes
     EXPECT_EQ(both(Kurve.Raster_Start, Kurve.Zeit_Raster), both(67, 67));
     EXPECT_EQ(tasten(), (std::vector<bool>{false, true, false, false}));
 
@@ -263,14 +264,10 @@ TEST_F(CurvePageTest, ButtonBarPagesAndZoomsWithinItsLimits)
     ASSERT_TRUE(curvePageKey(TASTE_ZOOM_AUS));
     EXPECT_EQ(Kurve.Zeit_Raster, 67); // 80 is beyond the whole file
     EXPECT_FALSE(curvePageKey(TASTE_CSV));
-}
 
-TEST_F(CurvePageTest, LiveRefreshStopsWhenEveryChannelReachedThePageEnd)
-{
-    std::vector<SampleGroup> proben(400, SampleGroup{100, 100});
-    const QString f = headedFile(proben);
-    laden(f);
-    curvePageKey(TASTE_ZOOM_EIN); // a page of two hours: every channel runs past its end
+    // A page of two hours: every channel runs past its end, so the live
+    // refresh takes no more records.
+    curvePageKey(TASTE_ZOOM_EIN);
     const int vorher = Kurve.listen.Wertliste[0].size();
     const auto g = groupRecords(groupBlock(SampleGroup{1, 1}), recordTime(t0.addSecs(60 * 400)));
     appendRecords(f, {g.begin(), g.end()});
