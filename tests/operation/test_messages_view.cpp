@@ -60,11 +60,10 @@ TEST_F(MessagesViewTest, ConfigurationModeShowsEveryMessageWithItsBitsAndItemDat
     ASSERT_EQ(zeilen.size(), 32);
     EXPECT_EQ(zeilen[15].text, QStringLiteral("    3: Ofen 3            2403-017-GKD  MW87:X15  16  Meldung 16            "
                                               "  AKTIV  Stop        SMS "));
-    EXPECT_EQ(zeilen[15].daten, 2 * 128 + 15);
     EXPECT_EQ(zeilen[16].text, QStringLiteral("    3: Ofen 3            2403-017-GKD  MW88:X00  17  Meldung 17            "
                                               "                N2       "));
-    EXPECT_EQ(zeilen[16].daten, 2 * 128 + 16);
-    EXPECT_EQ(zeilen[31].daten, 2 * 128 + 31);
+    EXPECT_EQ((std::vector<int>{zeilen[15].daten, zeilen[16].daten, zeilen[31].daten}),
+              (std::vector<int>{2 * 128 + 15, 2 * 128 + 16, 2 * 128 + 31}));
     EXPECT_EQ(messagesTitle(), QStringLiteral("ConfigMeldungen"));
 }
 

@@ -107,10 +107,8 @@ TEST_F(Browser, ChoosingALineAndTheInfoBox)
     f.close();
     ASSERT_TRUE(chooseLine(QStringLiteral("24/03/06 3:Anlassofen 3     Charge 000005 ") + name +
                               QStringLiteral("       3kB")));
-    EXPECT_EQ(plant.Kurve_Datei, pathOf(name));
-    EXPECT_EQ(plant.CSV_Datei, QStringLiteral("/csv/D2402300TST000005060324.CSV"));
-    EXPECT_EQ(plant.CSV_Info_Datei, QStringLiteral("/csv/I2402300TST000005060324.CSV"));
-    EXPECT_EQ(plant.Wahl_Charge, 5);
+    EXPECT_EQ(QStringList({plant.Kurve_Datei, plant.CSV_Datei, plant.CSV_Info_Datei, QString::number(plant.Wahl_Charge)}),
+              QStringList({pathOf(name), "/csv/D2402300TST000005060324.CSV", "/csv/I2402300TST000005060324.CSV", "5"}));
     EXPECT_EQ(INFO_anzeigen().split(QLatin1Char('\n')).mid(0, 2),
               (QStringList{QStringLiteral("Auftrag 4711").leftJustified(40), QStringLiteral("Zeile 2").leftJustified(40)}));
     plant.Kurve_Datei = pathOf(QStringLiteral("fehlt.OVD"));

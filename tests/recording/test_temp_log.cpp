@@ -72,7 +72,7 @@ const QByteArray KOPF = "240312_0815_X1.TXT\r\n"
                         "\r\n"
                         "Timestamp \tSP[\xB0" "C]\tPV[\xB0" "C]\tSP-PV[K]\r\n";
 
-TEST_F(TempLogTest, FirstTickWritesTheHeadThenEverySixthTickALine)
+TEST_F(TempLogTest, FirstTickWritesTheHeadThenEverySixthTickALineAndANewBatchANewFile)
 {
     tick();
     EXPECT_EQ(log(), KOPF + "2403120900\t 100.0\t  95.5\t   4.5\r\n") << log().toStdString();
@@ -103,18 +103,15 @@ TEST_F(TempLogTest, FirstTickWritesTheHeadThenEverySixthTickALine)
     plant.Ofen_Stunden[0] = 0;
     tick(6);
     EXPECT_EQ(lineCount(), kopf + 4);
-}
 
-TEST_F(TempLogTest, NewBatchRecreatesTheFileWithItsHeadAtOnce)
-{
-    tick(7);
-    ASSERT_EQ(lineCount(), 16);
+    // A new batch recreates the file with its head at once.
     plant.Ofen_Stunden[0] = 78;
+    setWord(43, 1000);
     setNow(QDateTime(QDate(2024, 3, 12), QTime(9, 7, 0), Qt::UTC));
     tick(6);
-    QByteArray kopf = KOPF;
-    kopf.replace("Charge77", "Charge78").replace("09:00:00", "09:07:00");
-    EXPECT_EQ(log(), kopf + "2403120907\t 100.0\t  95.5\t   4.5\r\n");
+    QByteArray neu = KOPF;
+    neu.replace("Charge77", "Charge78").replace("09:00:00", "09:07:00");
+    EXPECT_EQ(log(), neu + "2403120907\t 100.0\t  95.5\t   4.5\r\n");
     EXPECT_EQ(plant.TempLog_Charge[0], 78);
 }
 
