@@ -122,10 +122,8 @@ TEST_F(CsvExport, FolderAndReplaceQuestions)
     EXPECT_FALSE(CSV_EXPORT(false));
     EXPECT_FALSE(CSV_EXPORT(true));
     ASSERT_EQ(dlg.shown.size(), 2u);
-    EXPECT_EQ(dlg.shown[0].title, QStringLiteral("Folder Not found!"));
-    EXPECT_EQ(dlg.shown[0].text, QStringLiteral("CSV-Files\n") + ordner + QStringLiteral("\n\nCreate? "));
-    EXPECT_FALSE(QDir(ordner).exists());
-    EXPECT_TRUE(Listen.CSV_LIST.isEmpty());
+    EXPECT_EQ(dlg.shown[0].title + "|" + dlg.shown[0].text, "Folder Not found!|CSV-Files\n" + ordner + "\n\nCreate? ");
+    EXPECT_FALSE(QDir(ordner).exists() || !Listen.CSV_LIST.isEmpty());
 
     // An existing file and "No": it stays as it was.
     QDir().mkpath(ordner);
@@ -134,8 +132,7 @@ TEST_F(CsvExport, FolderAndReplaceQuestions)
     dlg.answers = {0};
     EXPECT_FALSE(CSV_EXPORT(false));
     ASSERT_EQ(dlg.shown.size(), 1u);
-    EXPECT_EQ(dlg.shown[0].title, QStringLiteral("Datei vorhanden!"));
-    EXPECT_TRUE(dlg.shown[0].text.endsWith(QStringLiteral("ersetzen?")));
+    EXPECT_EQ(dlg.shown[0].title + "|" + dlg.shown[0].text.right(9), "Datei vorhanden!|ersetzen?");
     EXPECT_EQ(readFile(plant.CSV_Datei), QByteArray("alt"));
 }
 

@@ -68,8 +68,7 @@ TEST_F(View16Test, PagingGoesThroughTheCurveWindowAndTheExportWritesThePage)
     ASSERT_TRUE(Kurve.Taste_An[TASTE_ZOOM_EIN]);
     const int32_t vorher = View16.View_Raster;
     EXPECT_TRUE(view16Button(TASTE_ZOOM_EIN));
-    EXPECT_EQ(View16.View_Raster, vorher - 60);
-    EXPECT_EQ(View16.View_Raster, Kurve.Zeit_Raster);
+    EXPECT_EQ(both(View16.View_Raster, Kurve.Zeit_Raster), both(vorher - 60, vorher - 60));
     EXPECT_FALSE(view16Button(TASTE_CSV));
 
     plant.Pfad[3] = dir.filePath(QStringLiteral("CSV"));

@@ -111,9 +111,7 @@ TEST_F(CurvePageTest, GapsHeldPointsAndTheEdgeRule)
     reducePage(e, r, p, fertig);
     const auto &ist = p.Punkt_Ist[0];
     // The zero stays and hides the segment before it; its neighbours are halved.
-    EXPECT_EQ(ist[2], 50);
-    EXPECT_EQ(ist[3], 0);
-    EXPECT_EQ(ist[4], 50);
+    EXPECT_EQ((std::vector<int>{ist[2], ist[3], ist[4]}), (std::vector<int>{50, 0, 50}));
     EXPECT_FALSE(actualVisible(p, 0, 2));
     EXPECT_TRUE(actualVisible(p, 0, 3));
     // The sample of minute 9 lies within one raster of the cursor at point 8
@@ -123,9 +121,8 @@ TEST_F(CurvePageTest, GapsHeldPointsAndTheEdgeRule)
               (std::vector<int>{100, 167, 233, 300, 150, 0}));
     // An auxiliary value above 1000 is 500 while held; one of -12345 reads
     // back without its sign from its five places.
-    EXPECT_EQ(p.Punkt_Spur[0][5], 1001);
-    EXPECT_EQ(p.Punkt_Spur[0][6], 500);
-    EXPECT_EQ(p.Punkt_Spur[1][5], 12345);
+    EXPECT_EQ((std::vector<int>{p.Punkt_Spur[0][5], p.Punkt_Spur[0][6], p.Punkt_Spur[1][5]}),
+              (std::vector<int>{1001, 500, 12345}));
     // Nothing after point 8: the page is not full, the channel not finished.
     EXPECT_EQ(fertig[0], 0);
 
@@ -155,8 +152,7 @@ TEST_F(CurvePageTest, ScalesUnitGroupsAndZeroLine)
     const CurveScale s = scalePage(p, 3, 0, 320, 720);
     EXPECT_EQ((std::vector<int>{s.Einheit_Zahl, s.Skala_Min[0], s.Skala_Max[0], s.Skala_Max[1], s.Skala_Max[2]}),
               (std::vector<int>{2, -20, 1100, 1100, 140}));
-    EXPECT_EQ(s.Einheit_Label[0], QStringLiteral("1100 °C  "));
-    EXPECT_EQ(s.Einheit_Label[1], QStringLiteral("14.0 bar "));
+    EXPECT_EQ(QStringList({s.Einheit_Label[0], s.Einheit_Label[1]}), QStringList({"1100 °C  ", "14.0 bar "}));
     EXPECT_DOUBLE_EQ(s.Null_Y, 320 / (20.0 / 1100 + 1));
     EXPECT_DOUBLE_EQ(s.Punkt_Breite, 2.0);
 
@@ -197,9 +193,9 @@ TEST_F(CurvePageTest, SetOutputAndSpareSegmentsTakeTurns)
         for (int i = 0; i < SEGMENTE; ++i)
             if (setpointVisible(s, p, r, c, i))
                 sichtbar[c].push_back(i);
-    EXPECT_EQ(std::vector<int>(sichtbar[0].begin(), sichtbar[0].begin() + 3), (std::vector<int>{1, 12, 23}));
-    EXPECT_EQ(sichtbar[1].front(), 2);
-    EXPECT_EQ(sichtbar[1][1], 24); // 13 would start on the zero line
+    // Channel 1's segment 13 would start on the zero line.
+    EXPECT_EQ((std::vector<int>{sichtbar[0][0], sichtbar[0][1], sichtbar[0][2], sichtbar[1][0], sichtbar[1][1]}),
+              (std::vector<int>{1, 12, 23, 2, 24}));
     EXPECT_FALSE(setpointVisible(s, p, CurveRules{0, true}, 0, 1));
     plant.Kanal_Soll_Kurve(0, 0) = 0;
     EXPECT_FALSE(setpointVisible(s, p, r, 0, 1));

@@ -37,9 +37,7 @@ TEST(BatchFileCount, LengthOver22RoundsToNearestTiesToEven)
     const int zahl[] = {0, 0, 0, 1, 1, 2, 2, 3};
     for (int i = 0; i < 8; ++i)
         EXPECT_EQ(recordCountOfLength(laenge[i]), zahl[i]) << laenge[i];
-    EXPECT_EQ(nextDataRecord(0), 40);
-    EXPECT_EQ(nextDataRecord(39), 40);
-    EXPECT_EQ(nextDataRecord(40), 41);
+    EXPECT_EQ((std::vector<int>{nextDataRecord(0), nextDataRecord(39), nextDataRecord(40)}), (std::vector<int>{40, 40, 41}));
 }
 
 TEST_F(BatchFileTest, GapsAreZeroAndATruncatedRecordReadsWithZeros)
@@ -47,18 +45,14 @@ TEST_F(BatchFileTest, GapsAreZeroAndATruncatedRecordReadsWithZeros)
     f.open(pathOf("gap.OVD"));
     f.write(40, numberedRecord(154, 7));
     f.close();
-    const QByteArray b = fileContents(pathOf("gap.OVD"));
-    ASSERT_EQ(b.size(), 40 * 22);
-    EXPECT_EQ(b.left(39 * 22), QByteArray(39 * 22, '\0'));
-    EXPECT_EQ(b.mid(39 * 22), packRecord(numberedRecord(154, 7)));
+    EXPECT_EQ(fileContents(pathOf("gap.OVD")), QByteArray(39 * 22, '\0') + packRecord(numberedRecord(154, 7)));
 
     // Cut record 40 to 15 bytes: it still counts, and its missing bytes read as 0.
     QFile(pathOf("gap.OVD")).resize(39 * 22 + 15);
     f.open(pathOf("gap.OVD"));
     EXPECT_EQ(f.count(), 40);
     const BatchRecord torn = f.read(40);
-    EXPECT_EQ(torn.Wert[3], 2); // byte 14 came, byte 15 did not
-    EXPECT_EQ(torn.Wert[4], 0);
+    EXPECT_EQ(both(torn.Wert[3], torn.Wert[4]), both(2, 0)); // byte 14 came, byte 15 did not
     EXPECT_EQ(f.read(41), BatchRecord{});
     // Appending goes to count + 1 and fills the torn record up with zeros.
     f.write(f.count() + 1, numberedRecord(155, 8));
