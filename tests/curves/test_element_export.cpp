@@ -65,13 +65,11 @@ TEST_F(ElementExport, OneRowADayNewestFirstEachDayBeforeTheOneAbove)
     EXPECT_EQ(csvBytes(), KOPF + "Anfang   09.03.2024 10:00:00\r\nEnde     12.03.2024 09:00:00\r\n" + SPALTEN +
                            "12.03.24;00:00:00;300;0;0;0;0;0;0;0;0;0;0;100\r\n"
                            "11.03.24;00:00:00;198;0;0;0;0;0;0;0;0;0;0;100\r\n");
-}
 
-TEST_F(ElementExport, AnExistingFileIsReplacedOnlyOnYesAMissingFolderCreatedOnYes)
-{
-    writeHistory({{"12.03.2024 09:00:00", 3.0f}});
+    // An existing file is replaced only on yes, a missing folder created only
+    // on yes. The texts of both questions are checked with the batch export,
+    // which asks the same.
     writeFile(csv, "old");
-    // The texts of both questions are checked with the batch export, which asks the same.
     dlg.answers = {0};
     EXPECT_FALSE(ElementStatistik(1));
     EXPECT_EQ(csvBytes(), "old");

@@ -57,7 +57,7 @@ TEST_F(LiveCurve, OneSampleEveryRasterTimesTenTicksForAllFurnaces)
     EXPECT_EQ((std::vector<int>{Live.Live_Punkt, ist(0, 1, 0), scr.liveKurve}), (std::vector<int>{1, 860, 2}));
 }
 
-TEST_F(LiveCurve, PlainTypesAndTheResistanceRule)
+TEST_F(LiveCurve, PlainTypesTheResistanceRuleAndTypeOne)
 {
     plant.Ofen_Typ[1] = 0;
     plant.SPS_Wort(0, word::SET_VALUE) = 9000;
@@ -75,10 +75,8 @@ TEST_F(LiveCurve, PlainTypesAndTheResistanceRule)
     }
     EXPECT_EQ((std::vector<int>{ist(0, 0, 5), ist(0, 2, 5), ist(0, 4, 5), ist(0, 5, 5)}),
               (std::vector<int>{900, 55, 7, 100}));
-}
 
-TEST_F(LiveCurve, TypeOneHasItsFixedMap)
-{
+    // Type 1 has its fixed map.
     plant.Ofen_Typ[3] = 1;
     plant.SPS_Wort(2, 293) = 12345;
     plant.SPS_Wort(2, 294) = 12351;

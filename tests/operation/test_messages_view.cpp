@@ -46,7 +46,7 @@ TEST_F(MessagesViewTest, NormalModeListsActiveMessagesOfTickedOnlineFurnaces)
     EXPECT_EQ(zeilen[1].text, datum + QStringLiteral("    3: Ofen 3            2403-017-GKD  33  Meldung 33            "));
 }
 
-TEST_F(MessagesViewTest, ConfigurationModeShowsEveryMessageWithItsBitsAndItemData)
+TEST_F(MessagesViewTest, ConfigurationModeShowsEveryMessageWithItsBitsAndItemDataAndTheLamps)
 {
     plant.Ofen_Online[2] = 0; // the configuration list does not ask for the link
     openMessages(true);
@@ -65,10 +65,8 @@ TEST_F(MessagesViewTest, ConfigurationModeShowsEveryMessageWithItsBitsAndItemDat
     EXPECT_EQ((std::vector<int>{zeilen[15].daten, zeilen[16].daten, zeilen[31].daten}),
               (std::vector<int>{2 * 128 + 15, 2 * 128 + 16, 2 * 128 + 31}));
     EXPECT_EQ(messagesTitle(), QStringLiteral("ConfigMeldungen"));
-}
 
-TEST_F(MessagesViewTest, LampsFollowTheConfigurationWord)
-{
+    // The lamps follow the configuration word.
     plant.Meld_Config_Da[1] = -1;
     plant.Meld_Config(1, 9) = i16(0xAB05); // any message and N2 message active
     const auto lampen = CODE_Akt();

@@ -146,7 +146,7 @@ TEST_F(TextLoadTest, OtherFurnacesReadNamesAndCodesAndEightPages)
               QStringList({plcText(32).left(22), "", ""}));
 }
 
-TEST_F(TextLoadTest, APageThatIsNotTheAnswerIsAskedAgainAndClearRequestsAreServed)
+TEST_F(TextLoadTest, APageThatIsNotTheAnswerIsAskedAgainClearRequestsAreServedAProgramTransferFinishes)
 {
     furnace(100, true);
     plant.Meld_Seite[F] = 7; // pages 1..6 are still to come: request 116
@@ -172,19 +172,15 @@ TEST_F(TextLoadTest, APageThatIsNotTheAnswerIsAskedAgainAndClearRequestsAreServe
     Load_Text(NR);
     EXPECT_EQ(plant.Meld_Seite[F], 5);
     EXPECT_EQ(sockets[F]->sent.size(), gesendet);
-}
 
-TEST_F(TextLoadTest, AProgramTransferOnThePageWordIsLeftToFinish)
-{
-    furnace(100, true);
-    plant.Meld_Seite[F] = 5;
+    // A program transfer on the page word is left to finish.
+    plant.Write_Len[F] = 0;
     plant.SPS_Wort(F, 388) = 103; // the program view asked for place 3
     Load_Text(NR);
-    EXPECT_TRUE(sockets[F]->sent.isEmpty());
+    EXPECT_EQ(sockets[F]->sent.size(), gesendet);
     plant.SPS_Wort(F, 388) = 1103; // answered: the view takes it at this block
     Load_Text(NR);
-    EXPECT_TRUE(sockets[F]->sent.isEmpty());
-    EXPECT_EQ(plant.SPS_Wort(F, 388), 1103);
+    EXPECT_EQ(both(int(sockets[F]->sent.size()), plant.SPS_Wort(F, 388)), both(int(gesendet), 1103));
     Load_Text(NR); // the next block: the load goes on
     EXPECT_EQ(lastCommand(), std::make_pair(388, 114));
     EXPECT_EQ(plant.Meld_Seite[F], 5);
