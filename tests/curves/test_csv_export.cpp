@@ -59,7 +59,7 @@ const QByteArray KOPF_GRUPPEN = "Datum;Zeit;Sollwert;;  Istwert;;Stellwert;;  St
 
 } // namespace
 
-TEST_F(CsvExport, HeadedBatchWithMessagesAndSegments)
+TEST_F(CsvExport, HeadedBatchWithMessagesAndSegmentsInBothLocalesAndEmpty)
 {
     laden(zweiGruppen());
     const QByteArray segment = "05.03.24 ;08:00:00;  Segment  1  1 Rampe        80\xB0""C   5.0K/h     0m\xB3/h   40           ";
@@ -77,6 +77,11 @@ TEST_F(CsvExport, HeadedBatchWithMessagesAndSegments)
     dlg.answers = {1}; // replace the file
     const QByteArray f = exportieren();
     EXPECT_TRUE(f.contains("05.03.24 ;08:00:00;200;180;200;1234;0;40;0;10;0,0;2,5\r\n")) << f.constData();
+
+    // An empty batch writes the header only.
+    laden(headedFile({}, batchPath(8)));
+    dlg.answers = {1};
+    EXPECT_EQ(exportieren(), KOPF_GRUPPEN);
 }
 
 TEST_F(CsvExport, PlainBatchHasNoSetValuesAndRowSwitches)
@@ -106,12 +111,6 @@ TEST_F(CsvExport, PlainBatchHasNoSetValuesAndRowSwitches)
                "05.03.24 ;08:00:00;250;\r\n"
                "05.03.24 ;08:01:00;251;\r\n";
     EXPECT_EQ(exportieren(), erwartet);
-}
-
-TEST_F(CsvExport, EmptyBatchWritesTheHeaderOnly)
-{
-    laden(headedFile({}));
-    EXPECT_EQ(exportieren(), KOPF_GRUPPEN);
 }
 
 TEST_F(CsvExport, FolderAndReplaceQuestions)

@@ -40,9 +40,8 @@ TEST_F(View16Test, ScaleFromTheLargestValueAndSixteenCurvesInPercentBatches)
     Kurve.Spur_Zahl = 16;
     Tast_Strom();
     EXPECT_EQ(both(View16.View_Spuren, View16.View_Max), both(16, 10)); // all values 0
-    EXPECT_EQ(View16.View_Titel, QStringLiteral("Stromwerte Heizelemente"));
-    EXPECT_EQ(View16.View_Text[2], QStringLiteral("Start   ") + Kurve.Label_Marke[0]);
-    EXPECT_EQ(View16.View_Einheit, QStringLiteral(" A"));
+    EXPECT_EQ(QStringList({View16.View_Titel, View16.View_Text[2], View16.View_Einheit}),
+              QStringList({"Stromwerte Heizelemente", "Start   " + Kurve.Label_Marke[0], " A"}));
 
     // Track 17 is not drawn with 16 curves, so it does not scale either.
     View16.Punkt_Spur[16][3] = 900;
@@ -114,13 +113,11 @@ TEST_F(ElementCurrentTest, WithoutAScaleFromThePlcTheValuesMakeOne)
     openElementView(3, 100);
     EXPECT_TRUE(Strom.eigeneSkala);
     elementViewRefresh(); // all 0: no division by zero, empty bars
-    EXPECT_EQ(Strom.bars[0].Bar_Max, 10);
-    EXPECT_DOUBLE_EQ(Strom.bars[0].hoehe, 0);
+    EXPECT_EQ((std::vector<double>{double(Strom.bars[0].Bar_Max), Strom.bars[0].hoehe}), (std::vector<double>{10, 0}));
     strom(4, 43);
     strom(5, 20);
     elementViewRefresh();
-    EXPECT_EQ(Strom.bars[4].Bar_Max, 50);
-    EXPECT_DOUBLE_EQ(Strom.bars[5].hoehe, 40);
+    EXPECT_EQ((std::vector<double>{double(Strom.bars[4].Bar_Max), Strom.bars[5].hoehe}), (std::vector<double>{50, 40}));
 
     plant.Element_Spuren[2] = 16;
     plant.SPS_Wort(2, word::TYPE) = 0;

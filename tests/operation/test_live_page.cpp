@@ -181,8 +181,8 @@ TEST_F(LivePageTest, FurnaceButtonsAndTheFurnaceOnView)
     plant.TempLog_Laeuft[1] = -1;
     plant.Ofen_Bezeichnung[6] = QStringLiteral("Haube");
     Seite_Act(bild);
-    EXPECT_EQ(row(1).OfenSelect, QStringLiteral("2: Kammer 2        \n05.03.24 14:07  CSV"));
-    EXPECT_EQ(row(6).OfenSelect, QStringLiteral("7: Haube           "));
+    EXPECT_EQ(QStringList({row(1).OfenSelect, row(6).OfenSelect}),
+              QStringList({"2: Kammer 2        \n05.03.24 14:07  CSV", "7: Haube           "}));
 
     EXPECT_FALSE(furnaceRowClicked(bild, 6)); // offline: selects nothing
     EXPECT_EQ(both(plant.Seite_Ofen, plant.Seite_Klick), both(0, 6));

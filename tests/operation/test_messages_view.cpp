@@ -96,8 +96,7 @@ TEST_F(MessagesViewTest, CaptionsBoxesAndQuittOfBothModes)
     EXPECT_EQ(sockets[2]->sent[0], hex("00 00 00 00 00 09 01 10 00 1E 00 01 02 00 04"));
     EXPECT_EQ(messageKey(7, 0), KeyEffect::Schliessen);
 
-    EXPECT_EQ(messagesTitle(), QStringLiteral("Meldungen"));
-    EXPECT_EQ(boxCaption(2), QStringLiteral("3:Ofen 3          "));
+    EXPECT_EQ(QStringList({messagesTitle(), boxCaption(2)}), QStringList({"Meldungen", "3:Ofen 3          "}));
     EXPECT_FALSE(boxVisible(5)); // not enabled: hidden in normal mode
     openMessages(true);
     EXPECT_TRUE(boxVisible(5));

@@ -88,9 +88,7 @@ TEST_F(RecorderFiles, CompactBlockIsStoredAsAGroupOf154)
     k[13] = 0x4001;
     k[14] = 0x1234;
     const LogBlock w = unpackCompact(k);
-    EXPECT_EQ(w[23], 0x112);
-    EXPECT_EQ(w[22], 0x34);
-    EXPECT_EQ(w[5], 0x01);
+    EXPECT_EQ((std::vector<int>{w[23], w[22], w[5]}), (std::vector<int>{0x112, 0x34, 0x01}));
 }
 
 TEST_F(RecorderFiles, PlainFurnaceSingleSampleProgramTextAndOperatorText)
@@ -195,8 +193,7 @@ TEST_F(RecorderFiles, RefusedFolderOrFullDiskLosesTheRecordNotTheStation)
     offerGroup(6, stampAt(32));
     offerGroup(6, stampAt(40));
     offerGroup(6, stampAt(41));
-    EXPECT_EQ(plant.Charge_Nr[KOPF], 6);
-    EXPECT_EQ(logList.size(), 1) << logList.join('\n').toStdString();
+    EXPECT_EQ(both(plant.Charge_Nr[KOPF], logList.size()), both(6, 1)) << logList.join('\n').toStdString();
 
     // A configuration that can't be written doesn't keep the record out.
     QDir(plant.Charge_Ordner[0]).removeRecursively();
@@ -206,8 +203,7 @@ TEST_F(RecorderFiles, RefusedFolderOrFullDiskLosesTheRecordNotTheStation)
     logList.clear();
     offerGroup(7, stampAt(47));
     offerGroup(7, stampAt(48));
-    EXPECT_EQ(plant.Charge_Nr[KOPF], 7);
-    EXPECT_EQ(fileContents(plant.Charge_Datei[KOPF]).size(), 43 * 22);
+    EXPECT_EQ(both(plant.Charge_Nr[KOPF], fileContents(plant.Charge_Datei[KOPF]).size()), both(7, 43 * 22));
     ASSERT_EQ(logList.size(), 1);
     EXPECT_TRUE(logList[0].contains(QStringLiteral("   Line 30   "))) << logList[0].toStdString();
 
