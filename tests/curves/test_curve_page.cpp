@@ -225,7 +225,8 @@ TEST_F(CurvePageTest, ProgrammeBandFields)
     const auto band = programBand(p, texte, s);
     ASSERT_EQ(band.size(), 2u);
     // The second field runs to the last point with programme.
-    EXPECT_EQ((std::vector<double>{band[0].x, band[0].breite, band[1].breite}), (std::vector<double>{20, 180, 398 - 200}));
+    EXPECT_EQ((std::vector<double>{band[0].x, band[0].breite, band[1].breite}),
+              (std::vector<double>{20, 180, 398 - 200}));
     EXPECT_EQ(both(band[0].farbe, band[1].farbe), both(0x8080FF, 0x80FFFF));
 }
 

@@ -109,7 +109,8 @@ TEST_F(CurveLoading, SpanAndRaster)
                   singleSample(QDateTime(QDate(2024, 3, 1), QTime(5, 0), Qt::UTC), {10, 20})});
     laden(p);
     EXPECT_EQ(plant.Ofen_Typ[0], 0);
-    EXPECT_EQ((std::vector<int>{Kurve.Kurve_Dauer, Kurve.Raster_Start}), (std::vector<int>{2400000, 2400000 / 360 + 1}));
+    EXPECT_EQ((std::vector<int>{Kurve.Kurve_Dauer, Kurve.Raster_Start}),
+              (std::vector<int>{2400000, 2400000 / 360 + 1}));
 }
 
 TEST_F(CurveLoading, EmptyAndMissingFilesShowNothing)

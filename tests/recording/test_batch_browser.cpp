@@ -44,11 +44,15 @@ protected:
 
 TEST_F(Browser, NameRules)
 {
-    // Number, serial and date by position; an import name is one character longer in front.
-    for (const char *n : {"D2402300TST000123060324.OVD", "US2402300TST00123060324.OVD", "DS2402300TST00123060324.OVD"}) {
+    // Number, serial and date by position; an import name has two letters in
+    // front and a number of five digits.
+    for (const char *n :
+         {"D2402300TST000123060324.OVD", "US2402300TST00123060324.OVD", "DS2402300TST00123060324.OVD"}) {
         const FileNameParts p = parseBatchName(QString::fromLatin1(n));
         EXPECT_TRUE(p.ok && p.import == (n[1] == 'S')) << n;
-        EXPECT_EQ(QStringList({QString::number(p.nummer), p.serie, p.datum}), QStringList({"123", "2402-300-TST", "24/03/06"})) << n;
+        EXPECT_EQ(QStringList({QString::number(p.nummer), p.serie, p.datum}),
+                  QStringList({"123", "2402-300-TST", "24/03/06"}))
+            << n;
     }
     // 26 and 28 characters, another extension, a plain "U": no batch.
     for (const char *n : {"D2402300TST00123060324.OVD", "D2402300TST0000123060324.OVD", "D2402300TST000123060324.OVX",
@@ -107,8 +111,9 @@ TEST_F(Browser, ChoosingALineAndTheInfoBox)
     f.close();
     ASSERT_TRUE(chooseLine(QStringLiteral("24/03/06 3:Anlassofen 3     Charge 000005 ") + name +
                               QStringLiteral("       3kB")));
-    EXPECT_EQ(QStringList({plant.Kurve_Datei, plant.CSV_Datei, plant.CSV_Info_Datei, QString::number(plant.Wahl_Charge)}),
-              QStringList({pathOf(name), "/csv/D2402300TST000005060324.CSV", "/csv/I2402300TST000005060324.CSV", "5"}));
+    EXPECT_EQ(
+        QStringList({plant.Kurve_Datei, plant.CSV_Datei, plant.CSV_Info_Datei, QString::number(plant.Wahl_Charge)}),
+        QStringList({pathOf(name), "/csv/D2402300TST000005060324.CSV", "/csv/I2402300TST000005060324.CSV", "5"}));
     EXPECT_EQ(INFO_anzeigen().split(QLatin1Char('\n')).mid(0, 2),
               (QStringList{QStringLiteral("Auftrag 4711").leftJustified(40), QStringLiteral("Zeile 2").leftJustified(40)}));
     plant.Kurve_Datei = pathOf(QStringLiteral("fehlt.OVD"));

@@ -37,7 +37,8 @@ TEST(BatchFileCount, LengthOver22RoundsToNearestTiesToEven)
     const int zahl[] = {0, 0, 0, 1, 1, 2, 2, 3};
     for (int i = 0; i < 8; ++i)
         EXPECT_EQ(recordCountOfLength(laenge[i]), zahl[i]) << laenge[i];
-    EXPECT_EQ((std::vector<int>{nextDataRecord(0), nextDataRecord(39), nextDataRecord(40)}), (std::vector<int>{40, 40, 41}));
+    EXPECT_EQ((std::vector<int>{nextDataRecord(0), nextDataRecord(39), nextDataRecord(40)}),
+              (std::vector<int>{40, 40, 41}));
 }
 
 TEST_F(BatchFileTest, GapsAreZeroAndATruncatedRecordReadsWithZeros)
