@@ -169,8 +169,7 @@ TEST_F(CurvePageTest, ScalesUnitGroupsAndZeroLine)
     PlotPage leer;
     leer.clear();
     const CurveScale u = scalePage(leer, 4, 0, 320, 720);
-    EXPECT_EQ(u.Skala_Max[3], 120);
-    EXPECT_DOUBLE_EQ(u.Null_Y, 320.0);
+    EXPECT_EQ((std::vector<double>{double(u.Skala_Max[3]), u.Null_Y}), (std::vector<double>{120, 320}));
 }
 
 TEST_F(CurvePageTest, SetOutputAndSpareSegmentsTakeTurns)

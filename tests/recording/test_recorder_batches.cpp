@@ -157,8 +157,7 @@ TEST_F(RecorderBatches, LiveCurveOfTheFileHearsOfEachSample)
 
     plant.Kurve_Online = -1;
     offerGroup(5, stampAt(32));
-    std::vector<i16> t = block(9001, 0, stampAt(33));
-    anbieten(KOPF, t);
+    anbieten(KOPF, block(9001, 0, stampAt(33)));
     offerGroup(5, stampAt(34));
     EXPECT_EQ(online, (std::vector<int>{KOPF, KOPF}));
 
