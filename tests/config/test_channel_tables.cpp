@@ -139,44 +139,36 @@ TEST_F(ChannelTables, MemoryLinkFurnaceTriggerOptionsAndParameterBlock)
 
 TEST_F(ChannelTables, ChannelCountBetweenFourAndEleven)
 {
+    // A set word of 0 at the gap ends the count (other bits of B do not count).
     plant.Ofen_Typ[1] = -1;
-    for (int k = 0; k < KANAELE; ++k)
-        setPair(1, k, 0x10A, 10 + k);
-    Kanal_Fix(1);
-    EXPECT_EQ(plant.Kanal_Zahl[1], 11);
-
-    setPair(1, 6, 0x10A, 0x1000); // word 0 ends the count; other bits do not count
-    Kanal_Fix(1);
-    EXPECT_EQ(plant.Kanal_Zahl[1], 6);
-
-    for (int k = 0; k < KANAELE; ++k)
-        setPair(1, k, 0, 0);
-    Kanal_Fix(1);
-    EXPECT_EQ(plant.Kanal_Zahl[1], 4);
+    for (auto [luecke, b, zahl] : {std::tuple{KANAELE, 0, 11}, {6, 0x1000, 6}, {0, 0, 4}}) {
+        for (int k = 0; k < KANAELE; ++k)
+            setPair(1, k, 0x10A, k == luecke ? b : 10 + k);
+        Kanal_Fix(1);
+        EXPECT_EQ(plant.Kanal_Zahl[1], zahl) << luecke;
+    }
 }
 
 // Kinds 0..3 are a reading of this station; the others depend on the unit code.
 TEST_F(ChannelTables, NamesAndUnitsByKindUnitCodeAndSubCode)
 {
-    const struct { int a; const char *name, *einheit; } faelle[] = {
-        {0x000, "Vorwärm   ", "     "}, {0x101, "Vorwärm   ", " °C  "},  {0x402, "Begasung ", " m³/h"},
-        {0x103, "Kühlung  ", " °C  "},  {0x904, "Druck     ", " bar "},  {0x004, "Vakuum    ", "     "},
-        {0x809, "Zone        ", " Ohm "}, {0x709, "Widerstand", " %   "}, {0x10D, "  Heizung   ", " °C  "},
-        {0x63F, "Loetbad   ", "L/Min"},  {0x60F, "Loetbad   ", " V   "}, {0xA0E, "Strom", "     "},
+    // With A bit 12 the sub-code completes the name, and the channel number
+    // follows (only the number for an ordinary unit: 0x119A).
+    const struct { int a, kanal; const char *name, *einheit; } faelle[] = {
+        {0x000, 0, "Vorwärm   ", "     "}, {0x101, 0, "Vorwärm   ", " °C  "},  {0x402, 0, "Begasung ", " m³/h"},
+        {0x103, 0, "Kühlung  ", " °C  "},  {0x904, 0, "Druck     ", " bar "},  {0x004, 0, "Vakuum    ", "     "},
+        {0x809, 0, "Zone        ", " Ohm "}, {0x709, 0, "Widerstand", " %   "}, {0x10D, 0, "  Heizung   ", " °C  "},
+        {0x63F, 0, "Loetbad   ", "L/Min"},  {0x60F, 0, "Loetbad   ", " V   "}, {0xA0E, 0, "Strom", "     "},
+        {0x101A, 0, "R Sollwert 1", nullptr}, {0x106B, 1, "  L Istwert 2", nullptr}, {0x1889, 2, "Tür Zone 3      ", nullptr},
+        {0x1A9A, 4, "TNV 5       ", nullptr}, {0x1B9A, 5, "C3H8 6      ", " ppm "},  {0x1C9A, 10, "O2 11       ", nullptr},
+        {0x119A, 6, "Sollwert 7", nullptr},   {0x110D, 5, "  Heizung 6 ", nullptr},
     };
-    for (const auto &c : faelle)
-        EXPECT_EQ(nameAndUnit(c.a), std::make_pair(QString::fromUtf8(c.name), QString::fromUtf8(c.einheit)))
-            << std::hex << c.a;
-
-    // With A bit 12 the sub-code completes the name, and the channel number follows.
-    EXPECT_EQ(nameAndUnit(0x101A, 0).first, QStringLiteral("R Sollwert 1"));
-    EXPECT_EQ(nameAndUnit(0x106B, 1).first, QStringLiteral("  L Istwert 2"));
-    EXPECT_EQ(nameAndUnit(0x1889, 2).first, QStringLiteral("Tür Zone 3      "));
-    EXPECT_EQ(nameAndUnit(0x1A9A, 4).first, QStringLiteral("TNV 5       "));
-    EXPECT_EQ(nameAndUnit(0x1B9A, 5), std::make_pair(QStringLiteral("C3H8 6      "), QStringLiteral(" ppm ")));
-    EXPECT_EQ(nameAndUnit(0x1C9A, 10).first, QStringLiteral("O2 11       "));
-    EXPECT_EQ(nameAndUnit(0x119A, 6).first, QStringLiteral("Sollwert 7")); // ordinary unit: number only
-    EXPECT_EQ(nameAndUnit(0x110D, 5).first, QStringLiteral("  Heizung 6 "));
+    for (const auto &c : faelle) {
+        const auto [name, einheit] = nameAndUnit(c.a, c.kanal);
+        EXPECT_EQ(name, QString::fromUtf8(c.name)) << std::hex << c.a;
+        if (c.einheit)
+            EXPECT_EQ(einheit, QString::fromUtf8(c.einheit)) << std::hex << c.a;
+    }
 }
 
 TEST_F(ChannelTables, BatchOnViewUsesSlotZeroOnly)

@@ -98,8 +98,8 @@ TEST_F(ConfigFile, WriterLayoutRoundTripAndBatchState)
     auto feld = [&](int nr, int off, int n) { return b.mid(at(nr, off), n); };
 
     EXPECT_EQ(feld(2, 0, 6), hex("0b0c0d0e6490")); // IP, type low byte first
-    EXPECT_EQ(feld(21, 0, 1), hex("4b")); // furnace 1: on, batch, backup, curve option
-    EXPECT_EQ(feld(22, 0, 1), hex("14")); // furnace 2: log, serial link
+    // Furnace 1: on, batch, backup, curve option; furnace 2: log, serial link.
+    EXPECT_EQ(feld(21, 0, 1) + feld(22, 0, 1), hex("4b 14"));
     EXPECT_EQ(feld(22, 14, 20), padded("Ofen Nr. 2", 16) + MKL(1234567));
     EXPECT_EQ(feld(42, 24, 10), MKI(0x249) + MKI(0x924) + MKI(0x492) + MKL(99993));
     EXPECT_EQ(feld(52, 14, 20), QByteArray("H\xe4rterei 2      ") + feld(42, 30, 3) + "2"); // Latin-1, digit
@@ -231,11 +231,10 @@ TEST_F(ConfigFile, FileOfFortyRecordsIsTheOldKind)
         writeConfig(r.b);
         plant.Ofen_Nr_Prog[4] = 0;
         Config_Lesen();
-        EXPECT_EQ(plant.Ofen_Kennung_A(1, 0), n > 40 ? 0x1234 : 0);
-        EXPECT_EQ(plant.Ofen_Kennung_A(1, 7), n > 40 ? 0x5678 : 0);
-        EXPECT_EQ(plant.Ofen_Kennung_B(1, 0), n > 40 ? 0x4321 : 0);
         // Old kind: records 41 and above aren't read; new kind: past the end reads as zeros.
-        EXPECT_EQ(plant.Ofen_Nr_Prog[4], n > 40 ? 5 : 0);
+        EXPECT_EQ((std::vector<int>{plant.Ofen_Kennung_A(1, 0), plant.Ofen_Kennung_A(1, 7), plant.Ofen_Kennung_B(1, 0),
+                                    plant.Ofen_Nr_Prog[4]}),
+                  (n > 40 ? std::vector<int>{0x1234, 0x5678, 0x4321, 5} : std::vector<int>(4, 0)));
     }
 }
 
@@ -246,9 +245,8 @@ TEST_F(ConfigFile, MissingOrUnreadableFileShowsAMessageAndGoesOn)
     plant.Ofen_Name[3] = QStringLiteral("alt");
     Config_Lesen();
     EXPECT_EQ(plant.Neu_Datei, TRUE16);
-    EXPECT_TRUE(plant.Ofen_Name[3].isEmpty());
-    EXPECT_EQ(plant.Datei_Art[8], QStringLiteral("DEN08"));
-    EXPECT_EQ(plant.Pfad[3], dataFile(QStringLiteral("CSV")));
+    EXPECT_EQ(QStringList({plant.Ofen_Name[3], plant.Datei_Art[8], plant.Pfad[3]}),
+              QStringList({"", "DEN08", dataFile(QStringLiteral("CSV"))}));
     EXPECT_FALSE(QFile::exists(configPath()));
 
     QDir().mkpath(configPath());

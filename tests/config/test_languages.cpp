@@ -64,12 +64,9 @@ TEST_F(LanguageTest, EveryEntryIsFilledAndFitsItsRow)
             EXPECT_EQ(others, isPartialRow(id) ? std::min(others, 1) : 4) << id;
         }
     }
-    EXPECT_EQ(de(110), QStringLiteral("Fehler Heizung 1"));
-    EXPECT_EQ(de(115), QStringLiteral("Fehler Heizung 6"));
-    EXPECT_EQ(de(130), QStringLiteral("Meldung 31"));
-    EXPECT_EQ(de(132), QStringLiteral("Meldung 33"));
-    EXPECT_EQ(plant.Sprachtext(3, languageNameId(3)), QStringLiteral("italiano"));
-    EXPECT_EQ(plant.Sprachtext(4, languageNameId(4)), QString::fromUtf8("Español"));
+    EXPECT_EQ(QStringList({de(110), de(115), de(132), plant.Sprachtext(3, languageNameId(3)),
+                           plant.Sprachtext(4, languageNameId(4))}),
+              QStringList({"Fehler Heizung 1", "Fehler Heizung 6", "Meldung 33", "italiano", QString::fromUtf8("Español")}));
 }
 
 TEST_F(LanguageTest, SiteLinesOfTheWrongFormAreSkipped)
@@ -114,18 +111,13 @@ TEST_F(LanguageTest, SiteLinesSetTextsAndMessagesCutToTheRowWidth)
                   ofen == 2 ? QStringLiteral("loading door open") : QStringLiteral("door open"));
     EXPECT_EQ(plant.Sprachtext(1, 104), QStringLiteral("door opened"));
 
-    // Messages 1 and 32 are the bounds; the row width (30) cuts.
-    EXPECT_TRUE(applySiteLine(QStringLiteral("DE_101;8;Automatikbetrieb mit Fernsteuerung aktiv")));
-    EXPECT_EQ(plant.Meldtext[0](0, 7), QStringLiteral("Automatikbetrieb mit Fernsteue"));
-    EXPECT_TRUE(applySiteLine(QStringLiteral("DE_132;0;USB-Stick voll")));
-    EXPECT_EQ(plant.Meldtext[31](0, 0), QStringLiteral("USB-Stick voll"));
-
-    // Message 33 (NNN 133) and the row before message 1 (NNN 100) are plain rows.
-    EXPECT_TRUE(applySiteLine(QStringLiteral("DE_133;0;Druck zu hoch")));
-    EXPECT_EQ(de(132), QStringLiteral("Druck zu hoch"));
-    EXPECT_EQ(plant.Meldtext[32](0, 0), QStringLiteral("Meldung 33"));
-    EXPECT_TRUE(applySiteLine(QStringLiteral("DE_100;5;Start ab")));
-    EXPECT_EQ(de(99), QStringLiteral("Start ab"));
+    // Messages 1 and 32 are the bounds; the row width (30) cuts. Message 33
+    // (NNN 133) and the row before message 1 (NNN 100) are plain rows.
+    for (const char *line : {"DE_101;8;Automatikbetrieb mit Fernsteuerung aktiv", "DE_132;0;USB-Stick voll",
+                             "DE_133;0;Druck zu hoch", "DE_100;5;Start ab"})
+        EXPECT_TRUE(applySiteLine(QString::fromLatin1(line))) << line;
+    EXPECT_EQ(QStringList({plant.Meldtext[0](0, 7), plant.Meldtext[31](0, 0), de(132), plant.Meldtext[32](0, 0), de(99)}),
+              QStringList({"Automatikbetrieb mit Fernsteue", "USB-Stick voll", "Druck zu hoch", "Meldung 33", "Start ab"}));
 }
 
 TEST_F(LanguageTest, SiteFileWithFewLinesLeavesTheRestBuiltIn)
@@ -136,9 +128,8 @@ TEST_F(LanguageTest, SiteFileWithFewLinesLeavesTheRestBuiltIn)
                    "\r\n"
                    "EN_001;10;oven\r\n"),
               2);
-    EXPECT_EQ(plant.Sprachtext(1, 0), QStringLiteral("kiln"));
-    EXPECT_EQ(plant.Sprachtext(5, 3), QStringLiteral("Inladen"));
-    EXPECT_EQ(plant.Sprachtext(5, 0), QStringLiteral("Oven"));
+    EXPECT_EQ(QStringList({plant.Sprachtext(1, 0), plant.Sprachtext(5, 3), plant.Sprachtext(5, 0)}),
+              QStringList({"kiln", "Inladen", "Oven"}));
 
     // 8-bit characters are read as the system code page.
     EXPECT_EQ(site(QByteArray("DE_027;0;Men\xfc") + "\r\n"), 1);
@@ -206,12 +197,10 @@ TEST_F(LanguageTest, SwitchCarriesTheLanguageIntoCommandsMessagesAndStates)
     Sprachumschalt();
     EXPECT_EQ(scr.sprache, 1);
     // Commands 0..5 from rows 39, 10..14, 9 characters each.
-    EXPECT_EQ(plant.Befehl_Name[0], QStringLiteral("Fin      "));
-    EXPECT_EQ(plant.Befehl_Name[5], QStringLiteral("Cycle    "));
-    EXPECT_EQ(plant.Run_State_Text[0], QString::fromUtf8("  ---Arrêt--- "));
-    EXPECT_EQ(plant.Meld_Text(0, 4), QStringLiteral("Porte ouverte         "));
-    EXPECT_EQ(plant.Meld_Text(1, 4), QStringLiteral("Porte four 2          "));
-    EXPECT_EQ(plant.Meld_Text(7, 47), QStringLiteral("Message 48            "));
+    EXPECT_EQ(QStringList({plant.Befehl_Name[0], plant.Befehl_Name[5], plant.Run_State_Text[0], plant.Meld_Text(0, 4),
+                           plant.Meld_Text(1, 4), plant.Meld_Text(7, 47)}),
+              QStringList({"Fin      ", "Cycle    ", QString::fromUtf8("  ---Arrêt--- "), "Porte ouverte         ",
+                           "Porte four 2          ", "Message 48            "}));
 
     // Italian has no text for message 8: it stays empty, no German stand-in.
     plant.Sprache = 3;
@@ -234,11 +223,8 @@ TEST_F(LanguageTest, LoaderReadsTheDataFolderAndNamesTracksOfPlainFurnaces)
     plant.Spur(1, 0) = QStringLiteral("Argon");
     plant.Spur_Titel(0, 0) = QStringLiteral("old title");
     loadSiteTexts();
-    EXPECT_EQ(plant.Sprachtext(1, 0), QStringLiteral("kiln"));
-    EXPECT_EQ(plant.Meld_Anzahl[0], 32);
-    EXPECT_EQ(plant.Spur(0, 0), QStringLiteral("Spur 1"));
-    EXPECT_EQ(plant.Spur(7, 3), QStringLiteral("Spur 4"));
-    EXPECT_TRUE(plant.Spur_Titel(0, 0).isEmpty());
-    EXPECT_EQ(plant.Spur(1, 0), QStringLiteral("Argon"));
-    EXPECT_EQ(plant.Meld_Anzahl[1], 0);
+    EXPECT_EQ(QStringList({plant.Sprachtext(1, 0), plant.Spur(0, 0), plant.Spur(7, 3), plant.Spur_Titel(0, 0),
+                           plant.Spur(1, 0)}),
+              QStringList({"kiln", "Spur 1", "Spur 4", "", "Argon"}));
+    EXPECT_EQ(both(plant.Meld_Anzahl[0], plant.Meld_Anzahl[1]), both(32, 0));
 }

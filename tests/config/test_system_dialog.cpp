@@ -89,11 +89,9 @@ TEST_F(SystemTest, TextFileRecordsOfBothFormsRoundTrip)
     t.Kopf = textRecord("PANEL M02 V1.3");
     const QByteArray b = mldBytes(t);
     ASSERT_EQ(b.size(), 52 * 40);
-    EXPECT_EQ(b.mid(0, 40), textRecord("PANEL M02 V1.3"));
-    EXPECT_EQ(b.mid(40, 40), textRecord("Text 1"));
-    EXPECT_EQ(b.mid(80, 40), Latin1Bytes(QString::fromUtf8("Türkontakt offen, bitt")).leftJustified(40, ' '));
-    EXPECT_EQ(b.mid(33 * 40, 15 * 40), QByteArray(15 * 40, ' '));
-    EXPECT_EQ(b.mid(48 * 40, 40), textRecord("Regler"));
+    EXPECT_EQ(b.left(120), textRecord("PANEL M02 V1.3") + textRecord("Text 1") +
+                               Latin1Bytes(QString::fromUtf8("Türkontakt offen, bitt")).leftJustified(40, ' '));
+    EXPECT_EQ(b.mid(33 * 40, 16 * 40), QByteArray(15 * 40, ' ') + textRecord("Regler"));
 
     const QString dir = testFolder("karte");
     QString meldung;
@@ -111,10 +109,8 @@ TEST_F(SystemTest, TextFileRecordsOfBothFormsRoundTrip)
     ASSERT_TRUE(MLD_XXX_Sichern(dir, System.Texte, meldung));
     EXPECT_EQ(readFile(QDir(dir).filePath(MLD_XXX_DATEI)).size(), 49 * 40);
     EXPECT_EQ(loadMld(dir, MLD_XXX_DATEI, gelesen), QString());
-    EXPECT_EQ(gelesen.Anzahl, 48);
+    EXPECT_EQ(both(gelesen.Anzahl, mldCount(52)), both(48, 32));
     EXPECT_EQ(gelesen.Zeilen[47], QStringLiteral("48:Letzte"));
-    EXPECT_EQ(mldCount(33), 32);
-    EXPECT_EQ(mldCount(52), 32);
 }
 
 TEST_F(SystemTest, MissingFilesAndFoldersAreReportedAndNothingIsWritten)
@@ -161,17 +157,14 @@ TEST_F(SystemTest, CardCopyMakesTheTreeCopiesTheFilesAndReportsAGap)
 
 TEST_F(SystemTest, DriveLinesTypeWordsAndReadyCheck)
 {
-    const char *worte[] = {"Unknown", "Removable", "Fixed", "Network", "CD-ROM", "RAM Disk"};
-    for (int t = 0; t <= 5; ++t) {
-        EXPECT_EQ(driveLine({QStringLiteral("E:\\"), t}), QStringLiteral("E:\\ : ") + worte[t]);
-        EXPECT_EQ(driveUsable(t), t == 2 || t == 3);
-    }
+    EXPECT_EQ(driveLine({QStringLiteral("E:\\"), 3}), QStringLiteral("E:\\ : Network"));
+    for (int t = 0; t <= 5; ++t)
+        EXPECT_EQ(driveUsable(t), t == 2 || t == 3) << t;
     EXPECT_FALSE(drives().isEmpty());
     EXPECT_TRUE(driveReady(tmp.path()));
     const QString weg = tmp.filePath(QStringLiteral("kein_Laufwerk"));
     EXPECT_FALSE(driveReady(weg));
     EXPECT_NE(startFolder(weg), weg);
     EXPECT_EQ(listLines(LISTE_SPUR).first(), QStringLiteral("Spur 1: Regler"));
-    EXPECT_EQ(listLines(LISTE_MELD).size(), 32);
-    EXPECT_EQ(listLines(LISTE_MELD)[1], QStringLiteral("Meld 02: Text 2"));
+    EXPECT_EQ(listLines(LISTE_MELD).mid(30), QStringList({"Meld 31: Text 31", "Meld 32: Text 32"}));
 }

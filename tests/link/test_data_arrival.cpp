@@ -153,12 +153,11 @@ TEST_F(ArrivalTest, ReadAnsweredJustBeforeAQueuedWriteLeavesItsWordsAlone)
     plant.IP_Len[1] = 100;
     plant.Lese_Antwort = -1;
     sock[1]->arrive(modbusReply(wordSequence(100, 100)));
-    for (int f : {0, 1}) {
-        EXPECT_EQ(plant.SPS_Wort(f, 109), 109) << f;
-        EXPECT_EQ(plant.SPS_Wort(f, 110), 7) << f;
-        EXPECT_EQ(plant.SPS_Wort(f, 129), 7) << f;
-        EXPECT_EQ(plant.SPS_Wort(f, 130), 130) << f;
-    }
+    for (int f : {0, 1})
+        EXPECT_EQ((std::vector<int>{plant.SPS_Wort(f, 109), plant.SPS_Wort(f, 110), plant.SPS_Wort(f, 129),
+                                    plant.SPS_Wort(f, 130)}),
+                  (std::vector<int>{109, 7, 7, 130}))
+            << f;
 }
 
 } // namespace

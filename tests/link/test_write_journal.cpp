@@ -8,7 +8,6 @@
 #include "support/scripted_plant.h"
 
 #include <QFile>
-#include <QRegularExpression>
 #include <QTemporaryDir>
 
 using namespace kal;
@@ -75,9 +74,6 @@ TEST_F(Journal, QueuedWritesAndCommandsOneLineEachWithTheirCause)
 
     const QStringList z = journalLines();
     ASSERT_EQ(z.size(), 5) << qPrintable(z.join('\n'));
-    EXPECT_TRUE(QRegularExpression(QStringLiteral("^\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3}\t"))
-                    .match(z[0])
-                    .hasMatch());
     EXPECT_EQ(columns(z[0]), (QStringList{"1", "1203-017-KHP", "100", "3", "0001 0002 0003",
                                           "program \"Anlassen\" -> active program"}));
     EXPECT_EQ(columns(z[1]), (QStringList{"1", "1203-017-KHP", "90", "1", "0000", "log block taken"}));
@@ -85,8 +81,7 @@ TEST_F(Journal, QueuedWritesAndCommandsOneLineEachWithTheirCause)
     EXPECT_EQ(columns(z[3]).mid(2), (QStringList{"388", "1", "0067", "page word 103"}));
     EXPECT_EQ(columns(z[4]).mid(2), (QStringList{"58", "1", "0010", "clock step by hand"}));
     // Each frame that went out is the one journaled.
-    EXPECT_EQ(sock[0]->sent.size(), 2);
-    EXPECT_EQ(sock[1]->sent.size(), 3);
+    EXPECT_EQ(both(sock[0]->sent.size(), sock[1]->sent.size()), both(2, 3));
 }
 
 TEST_F(Journal, NamedCauseGoesWithItsQueueEvenWhenTheWriteIsLost)
@@ -123,11 +118,10 @@ TEST_F(Journal, AppendsAcrossRestartsAndWaitsForAWritableFolder)
     plant.Pfad[0] = dir.path();
     SEND_BEF(1, word::COMMAND, 4);
     const QStringList z = journalLines();
-    ASSERT_EQ(z.size(), 4);
-    EXPECT_EQ(columns(z[0]).last(), QStringLiteral("acknowledge"));
-    EXPECT_EQ(columns(z[1]).last(), QStringLiteral("program stop"));
-    EXPECT_EQ(columns(z[2]).last(), QStringLiteral("program start"));
-    EXPECT_EQ(columns(z[3]).last(), QStringLiteral("acknowledge"));
+    QStringList causes;
+    for (const QString &zeile : z)
+        causes << columns(zeile).last();
+    EXPECT_EQ(causes, QStringList({"acknowledge", "program stop", "program start", "acknowledge"}));
 }
 
 } // namespace

@@ -89,9 +89,8 @@ TEST_F(Transfer, VersionWordOneHalvesTheAirFeedAndTheWayBackDoublesIt)
     EXPECT_EQ(plant.SPS_Wort(0, 100), 1); // no version word: the command alone
     EXPECT_EQ(plant.SPS_Wort(0, 160), i16(200 << 8 | 90));
     ProgCopy_aus_SPS(0, 0);
-    EXPECT_EQ(prog.Prog_Puffer.Segment[0].Zuluft, 400);
-    EXPECT_EQ(prog.Prog_Puffer.Segment[0].MaxOut, 90);
-    EXPECT_TRUE(prog.Puffer_Voll);
+    EXPECT_EQ((std::vector<int>{prog.Prog_Puffer.Segment[0].Zuluft, prog.Prog_Puffer.Segment[0].MaxOut, prog.Puffer_Voll}),
+              (std::vector<int>{400, 90, TRUE16}));
 }
 
 TEST_F(Transfer, LongNamesOnTheLargeImage)
@@ -203,12 +202,10 @@ TEST_F(Transfer, PageWordOfAMemoryPlace)
     plant.SPS_Wort(1, 388) = 170;
     EXPECT_FALSE(placeReady(1, 3));
     requestPlace(1, 3); // no socket: the command is lost, the image holds the request
-    EXPECT_EQ(plant.SPS_Wort(1, 388), 103);
-    EXPECT_EQ(prog.Prog_Platz, 3);
+    EXPECT_EQ(both(plant.SPS_Wort(1, 388), prog.Prog_Platz), both(103, 3));
     EXPECT_EQ(Page_Status(1), QStringLiteral("Download Prog 3"));
     plant.SPS_Wort(1, 388) = 1103;
-    EXPECT_TRUE(placeReady(1, 3));
-    EXPECT_FALSE(placeReady(1, 4));
+    EXPECT_TRUE(placeReady(1, 3) && !placeReady(1, 4));
     EXPECT_EQ(Page_Status(1), QStringLiteral("Download Prog 3"));
     plant.SPS_Wort(1, 388) = 2;
     EXPECT_EQ(Page_Status(1), QStringLiteral("Upload Prog 2"));
