@@ -57,8 +57,7 @@ TEST_F(Paths, FolderCheckTakesDefaultsAndAsksBeforeCreating)
     dlg.answers = {1};
     Ordner_Pruefen();
 
-    EXPECT_EQ(plant.Pfad[1], eigen);
-    EXPECT_EQ(plant.Pfad[2], defaultFolder(2));
+    EXPECT_EQ(QStringList({plant.Pfad[1], plant.Pfad[2]}), QStringList({eigen, defaultFolder(2)}));
     ASSERT_EQ(dlg.shown.size(), 1u);
     EXPECT_EQ(dlg.shown[0].title, QStringLiteral("Folder Not found!"));
     EXPECT_EQ(dlg.shown[0].text, QStringLiteral("CSV-Files\n") + defaultFolder(3) + QStringLiteral("\nCreate? "));
@@ -89,8 +88,8 @@ TEST_F(Paths, YearFoldersAndMirrorFolder)
     QDir().mkpath(plant.Pfad[4]);
     plant.Backup_Aktiv = TRUE16;
     Backup_Pruefen();
-    EXPECT_EQ(plant.Charge_Ordner[0], joinPath(plant.Pfad[1], QStringLiteral("2024")));
-    EXPECT_EQ(plant.Charge_Ordner[1], joinPath(plant.Pfad[4], QStringLiteral("2024")));
+    EXPECT_EQ(QStringList({plant.Charge_Ordner[0], plant.Charge_Ordner[1]}),
+              QStringList({joinPath(plant.Pfad[1], QStringLiteral("2024")), joinPath(plant.Pfad[4], QStringLiteral("2024"))}));
     EXPECT_TRUE(QFileInfo(plant.Charge_Ordner[1]).isDir());
     EXPECT_EQ(plant.Backup_Aktiv, TRUE16);
     EXPECT_TRUE(dlg.shown.empty());
