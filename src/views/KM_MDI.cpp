@@ -254,6 +254,15 @@ void KM_MDI::showMenu()
         m_menue = new KM_Menue;
         m_menueFenster = m_mdi->addSubWindow(m_menue);
         m_menueFenster->setWindowFlag(Qt::WindowCloseButtonHint, false);
+        // Whatever ends the live page's maximised state (a form opened beside
+        // it, another window maximised, the restore button) leaves the page on
+        // the whole area, not on its first small size, where its rows would
+        // lie on top of each other. Tiling and cascading place it afterwards.
+        connect(m_menueFenster, &QMdiSubWindow::windowStateChanged, this,
+                [this](Qt::WindowStates previous, Qt::WindowStates current) {
+                    if ((previous & Qt::WindowMaximized) && !(current & (Qt::WindowMaximized | Qt::WindowMinimized)))
+                        m_menueFenster->setGeometry(m_mdi->viewport()->rect());
+                });
     }
     m_menueFenster->showMaximized();
     m_mdi->setActiveSubWindow(m_menueFenster);
@@ -282,10 +291,6 @@ QMdiSubWindow *KM_MDI::showChild(QWidget *form, QPointer<QMdiSubWindow> &fenster
         fenster = m_mdi->addSubWindow(form);
         fenster->setAttribute(Qt::WA_DeleteOnClose, false); // closing hides; the form lives on
     }
-    // A form shown normal ends the maximised state of the live page; the page
-    // then keeps the whole area behind the form instead of its first small
-    // size, where its rows would lie on top of each other.
-    const bool menuFull = m_menueFenster && m_menueFenster->isMaximized();
     form->show();
     // A form of its own size beside the maximised live page, kept inside the
     // area so that none of it is cut off.
@@ -297,8 +302,6 @@ QMdiSubWindow *KM_MDI::showChild(QWidget *form, QPointer<QMdiSubWindow> &fenster
     r.moveLeft(std::clamp(r.left(), 0, std::max(0, flaeche.width() - r.width())));
     r.moveTop(std::clamp(r.top(), 0, std::max(0, flaeche.height() - r.height())));
     fenster->setGeometry(r);
-    if (menuFull && m_menueFenster != fenster && !m_menueFenster->isMaximized())
-        m_menueFenster->setGeometry(flaeche);
     m_mdi->setActiveSubWindow(fenster);
     return fenster;
 }
